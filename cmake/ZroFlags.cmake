@@ -1,0 +1,28 @@
+# The interface target zro_flags: language level, warnings and sanitizers of everything built here.
+add_library(zro_flags INTERFACE)
+target_compile_features(zro_flags INTERFACE cxx_std_20)
+target_include_directories(zro_flags INTERFACE "${PROJECT_SOURCE_DIR}")
+target_compile_options(zro_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+  -Woverloaded-virtual -Wnon-virtual-dtor -Wcast-align -Wnull-dereference -Wformat=2
+  -Wimplicit-fallthrough)
+if(ZRO_WARNINGS_AS_ERRORS)
+  target_compile_options(zro_flags INTERFACE -Werror)
+endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+  # The constant name tables are built by the compiler; the default step count is too small for them.
+  target_compile_options(zro_flags INTERFACE -fconstexpr-steps=20000000)
+endif()
+
+# Slabs hide use after free, so every sanitizer build goes without them.
+if(ZRO_SANITIZE)
+  string(REPLACE ";" "," _zro_sanitizers "${ZRO_SANITIZE}")
+  target_compile_options(zro_flags INTERFACE
+    -fsanitize=${_zro_sanitizers} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  target_link_options(zro_flags INTERFACE -fsanitize=${_zro_sanitizers})
+  target_compile_definitions(zro_flags INTERFACE ZRO_NO_SLABS)
+endif()
+if(ZRO_COVERAGE)
+  target_compile_options(zro_flags INTERFACE --coverage)
+  target_link_options(zro_flags INTERFACE --coverage)
+endif()

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace ZroCommon::internal {
+
+/// Four units of text as one number. Compilers make one load of it.
+constexpr std::uint64_t loadFourUnits(const char16_t* text) {
+    return static_cast<std::uint64_t>(text[0]) | static_cast<std::uint64_t>(text[1]) << 16U
+           | static_cast<std::uint64_t>(text[2]) << 32U
+           | static_cast<std::uint64_t>(text[3]) << 48U;
+}
+
+/// The hash of the builtin table: length and three windows of four units, whatever the length. It
+/// is not keyed, so nothing that grows with input may hang on it.
+constexpr std::uint32_t builtinNameHash(std::u16string_view name) {
+    const std::size_t length = name.size();
+    if (length == 0) {
+        return 0;
+    }
+    const char16_t* text = name.data();
+    std::uint64_t head = 0;
+    std::uint64_t tail = 0;
+    std::uint64_t middle = 0;
+    if (length >= 4) {
+        head = loadFourUnits(text);
+        tail = loadFourUnits(text + length - 4);
+        middle = loadFourUnits(text + (length - 4) / 2);
+    } else {
+        head = static_cast<std::uint64_t>(text[0])
+               | static_cast<std::uint64_t>(text[length / 2]) << 16U
+               | static_cast<std::uint64_t>(text[length - 1]) << 32U;
+    }
+    std::uint64_t hash = (head ^ length) * 0x9E3779B97F4A7C15U;
+    hash = (hash ^ (hash >> 29U) ^ tail) * 0xBF58476D1CE4E5B9U;
+    hash ^= (middle + 0x632BE59BD9B4E019U) * 0x94D049BB133111EBU;
+    return static_cast<std::uint32_t>(hash ^ (hash >> 32U));
+}
+
+/// SipHash-1-3 of a text under a key that the process draws at random, for every table that input
+/// can fill: colliding names cannot be made without the key.
+std::uint64_t keyedNameHash(std::u16string_view name);
+
+}  // namespace ZroCommon::internal
