@@ -1,0 +1,35 @@
+#include "zro/xml/ZRXmlParser.h"
+
+namespace ZroCommon {
+
+ZRXmlParser::~ZRXmlParser() = default;
+
+unsigned int ZRXmlParser::getTypeID() const {
+    return getStaticTypeID();
+}
+
+bool ZRXmlParser::isA(unsigned int typeID) const {
+    return typeID == getStaticTypeID() || ZRRCObject::isA(typeID);
+}
+
+UnicodeString ZRXmlParser::getTypeName() const {
+    return u"ZRXmlParser";
+}
+
+void ZRXmlParser::setStreamType(const UnicodeString& /*contentType*/,
+                                const UnicodeString& /*extension*/) {}
+
+void ZRXmlParser::setCallbackError(void (* /*callback*/)(const ZRError&, void*),
+                                   void* /*userData*/) {}
+
+UnicodeString ZRXmlParser::getBaseUri() const {
+    return {};
+}
+
+void ZRXmlParser::addMathMLEntityMap() {}
+
+void ZRXmlParser::rewind() {}
+
+void ZRXmlParser::setLimits(const ZRLimits& /*limits*/) {}
+
+}  // namespace ZroCommon
