@@ -11,7 +11,7 @@ function(zro_room name)
   add_library(zro_${name} OBJECT ${ROOM_SOURCES} ${ROOM_HEADERS} ${ROOM_INTERNAL})
   target_link_libraries(zro_${name} PRIVATE zro_flags PUBLIC ICU::i18n ICU::uc)
   target_compile_definitions(zro_${name} PRIVATE ZRO_BUILDING)
-  set_target_properties(zro_${name} PROPERTIES
+  set_target_properties(zro_${name} PROPERTIES LINKER_LANGUAGE CXX
     POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
   file(RELATIVE_PATH _folder "${PROJECT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}")
   set(_headers ${ROOM_HEADERS})
