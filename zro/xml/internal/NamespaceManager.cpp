@@ -1,0 +1,195 @@
+#include "zro/xml/internal/NamespaceManager.h"
+
+#include <algorithm>
+
+#include "zro/vocabulary/ZRNameTable.h"
+
+namespace ZroCommon::internal {
+namespace {
+
+// Above this many prefixes or URIs, scopes or declarations, a reset gives memory back.
+constexpr std::size_t kOrdinarySize = 1024;
+
+bool byPrefix(const NamespaceMap::Entry& left, const NamespaceMap::Entry& right) {
+    return left.prefix < right.prefix;
+}
+
+}  // namespace
+
+const NamespaceMap::Entry* NamespaceMap::find(ZRName prefix) const {
+    const auto at = std::lower_bound(m_entries.begin(), m_entries.end(),
+                                     Entry{.prefix = prefix, .uri = ZRN_EMPTY}, byPrefix);
+    return at != m_entries.end() && at->prefix == prefix ? &*at : nullptr;
+}
+
+ZRName NamespaceMap::lookup(ZRName prefix) const {
+    const Entry* entry = find(prefix);
+    return entry == nullptr ? ZRN_EMPTY : entry->uri;
+}
+
+ZRName NamespaceMap::findPrefix(ZRName uri) const {
+    const auto at = std::find_if(m_entries.begin(), m_entries.end(),
+                                 [uri](const Entry& entry) { return entry.uri == uri; });
+    return at == m_entries.end() ? ZRN_EMPTY : at->prefix;
+}
+
+ZRName NamespaceMap::prefix(int index) const {
+    const auto at = static_cast<std::size_t>(index);  // a negative index becomes a huge one
+    return at < m_entries.size() ? m_entries[at].prefix : ZRN_EMPTY;
+}
+
+ZRName NamespaceMap::uri(int index) const {
+    const auto at = static_cast<std::size_t>(index);
+    return at < m_entries.size() ? m_entries[at].uri : ZRN_EMPTY;
+}
+
+NamespaceManager::NamespaceManager() {
+    m_scopes.push_back({ZRN_EMPTY, ZRN_EMPTY, ZRN_EMPTY, 0, 0});
+    declare(ZRN_xml, ZRN_ns_xml);
+    declare(ZRN_xmlns, ZRN_ns_xmlns);
+    ZRNameTable::addRefSharedNameTable();  // last, so that nothing can throw behind it
+}
+
+NamespaceManager::~NamespaceManager() {
+    ZRNameTable::releaseSharedNameTable();
+}
+
+void NamespaceManager::reset() {
+    while (depth() > 0) {
+        popScope();
+    }
+    const std::size_t largest = std::max(
+        {m_bindings.size(), m_lastOfUri.size(), m_scopes.capacity(), m_declarations.capacity()});
+    if (largest > kOrdinarySize) {
+        giveMemoryBack();
+    }
+}
+
+void NamespaceManager::giveMemoryBack() {
+    std::vector<Declaration> base;
+    base.swap(m_declarations);
+    m_bindings.clear();
+    m_lastOfUri.clear();
+    m_scopes.back().declared = 0;
+    for (const Declaration& declaration : base) {
+        declare(declaration.prefix, declaration.uri);
+    }
+    m_scopes.shrink_to_fit();
+    m_undo.shrink_to_fit();
+    forgetSorted();
+}
+
+void NamespaceManager::setElement(ZRName prefix, ZRName namespaceUri, ZRName localName) {
+    if (!namespaceUri.isEmpty() && lookup(prefix) != namespaceUri) {
+        touch(prefix).uri = namespaceUri;
+    }
+    Scope& scope = m_scopes.back();
+    scope.prefix = prefix;
+    scope.namespaceUri = namespaceUri;
+    scope.localName = localName;
+}
+
+bool NamespaceManager::declare(ZRName prefix, ZRName namespaceUri) {
+    if (lookup(prefix) == namespaceUri) {
+        return false;
+    }
+    Binding& binding = touch(prefix);
+    addDeclaration(prefix, namespaceUri);
+    Scope& scope = m_scopes.back();
+    if (binding.declaredScope != top()) {
+        binding.declaredScope = top();
+        ++scope.declared;
+    }
+    if (prefix == scope.prefix && scope.namespaceUri != ZRN_EMPTY) {
+        return true;  // the element's own prefix goes before its declarations
+    }
+    const bool undeclares = namespaceUri.isEmpty() && !prefix.isEmpty();
+    binding.uri = undeclares ? binding.outerUri : ZRNameEnum{namespaceUri};
+    return true;
+}
+
+NamespaceManager::Binding& NamespaceManager::touch(ZRNameEnum prefix) {
+    Binding& binding = m_bindings.at(prefix);
+    if (binding.scope != top()) {
+        if (depth() > 0) {
+            m_undo.push_back({prefix, binding});
+        }
+        binding.outerUri = binding.uri;
+        binding.scope = top();
+    }
+    return binding;
+}
+
+void NamespaceManager::addDeclaration(ZRNameEnum prefix, ZRNameEnum namespaceUri) {
+    std::size_t& last = m_lastOfUri.at(namespaceUri);
+    m_declarations.push_back({prefix, namespaceUri, top(), last - 1});
+    last = m_declarations.size();
+    forgetSorted();
+}
+
+void NamespaceManager::undoBindings() {
+    const std::size_t first = m_scopes.back().firstUndo;
+    for (std::size_t i = m_undo.size(); i > first; --i) {
+        m_bindings.at(m_undo[i - 1].prefix) = m_undo[i - 1].binding;
+    }
+    m_undo.resize(first);
+}
+
+void NamespaceManager::dropDeclarations() {
+    const std::size_t first = m_scopes.back().firstDeclaration;
+    for (std::size_t i = m_declarations.size(); i > first; --i) {
+        m_lastOfUri.at(m_declarations[i - 1].uri) = m_declarations[i - 1].previous + 1;
+    }
+    m_declarations.resize(first);
+    forgetSorted();
+}
+
+ZRName NamespaceManager::findPrefix(ZRName namespaceUri) const {
+    const std::size_t* last = m_lastOfUri.find(namespaceUri);
+    if (last == nullptr || namespaceUri.isEmpty()) {
+        return ZRN_EMPTY;
+    }
+    const Declaration* found = nullptr;
+    for (std::size_t i = *last - 1; i != kNone; i = m_declarations[i].previous) {
+        const Declaration& candidate = m_declarations[i];
+        if (found != nullptr && candidate.scope != found->scope) {
+            break;
+        }
+        const bool isLower = found == nullptr || candidate.prefix < found->prefix;
+        if (isLower && lookup(candidate.prefix) == namespaceUri) {
+            found = &candidate;
+        }
+    }
+    return found == nullptr ? ZRN_EMPTY : found->prefix;
+}
+
+int NamespaceManager::declarationCount(int depth) const {
+    const auto at = static_cast<std::size_t>(depth);  // a negative depth becomes a huge one
+    return at < m_scopes.size() ? static_cast<int>(m_scopes[at].declared) : 0;
+}
+
+NamespaceMap NamespaceManager::declarations() const {
+    const std::size_t first = m_scopes.back().firstDeclaration;
+    if (first == m_declarations.size()) {
+        return {};
+    }
+    if (m_sortedFrom != first) {
+        sortDeclarations(first);
+    }
+    return NamespaceMap(m_sorted);
+}
+
+void NamespaceManager::sortDeclarations(std::size_t first) const {
+    m_sorted.clear();
+    for (std::size_t i = m_declarations.size(); i > first; --i) {  // the latest of a prefix first
+        m_sorted.push_back({m_declarations[i - 1].prefix, m_declarations[i - 1].uri});
+    }
+    std::stable_sort(m_sorted.begin(), m_sorted.end(), byPrefix);
+    const auto samePrefix = [](const auto& left, const auto& right) {
+        return left.prefix == right.prefix;
+    };
+    m_sorted.erase(std::unique(m_sorted.begin(), m_sorted.end(), samePrefix), m_sorted.end());
+    m_sortedFrom = first;
+}
+
+}  // namespace ZroCommon::internal
