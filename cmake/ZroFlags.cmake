@@ -26,3 +26,7 @@ if(ZRO_COVERAGE)
   target_compile_options(zro_flags INTERFACE --coverage)
   target_link_options(zro_flags INTERFACE --coverage)
 endif()
+if(CMAKE_INTERPROCEDURAL_OPTIMIZATION AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # The static library has to serve programs that are linked without link-time optimisation too.
+  target_compile_options(zro_flags INTERFACE -ffat-lto-objects)
+endif()
