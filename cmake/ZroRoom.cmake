@@ -57,7 +57,7 @@ function(zro_test name)
   foreach(_room IN LISTS _rooms)
     target_link_libraries(${name}_test PRIVATE zro_${_room})
   endforeach()
-  target_link_libraries(${name}_test PRIVATE zro_flags zro_test_support GTest::gmock_main
+  target_link_libraries(${name}_test PRIVATE zro_flags zro_test_support zro_test_main
     Threads::Threads ${CMAKE_DL_LIBS} ${TEST_LIBRARIES})
   if(NOT TEST_LABELS)
     set(TEST_LABELS unit)
