@@ -11,9 +11,9 @@ namespace ZroCommon {
 class ZRO_API ZRObjectBase {
 public:
     ZRObjectBase() = default;
-    ZRObjectBase(const ZRObjectBase&) {}
+    ZRObjectBase(const ZRObjectBase&) = default;
     virtual ~ZRObjectBase();
-    ZRObjectBase& operator=(const ZRObjectBase&) { return *this; }
+    ZRObjectBase& operator=(const ZRObjectBase&) = default;
 
     static unsigned int getStaticTypeID() { return 0xA4EBD8C4U; }
 
