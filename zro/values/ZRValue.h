@@ -228,16 +228,20 @@ private:
     float real() const { return std::bit_cast<float>(word()); }
     /// The number of a numeric value as a float.
     float number() const { return isReal() ? real() : static_cast<float>(integer()); }
-    const UnicodeString& string() const;
+    /// The text of a name or string, else the empty one.
+    const UnicodeString& text() const;
     ZRRCObject* object() const;
     ZRNamedValueMap* map() const { return m_payload.map; }
 
-    void setInteger(int number);
+    void setInteger(std::uint32_t number);
     void setReal(float number, ZRValueUnitType unit);
     ZRValue& becomeNull();
-    /// The steps before + - and %: both operands in one unit and of one type. False when null is
-    /// the result.
-    bool alignWith(ZRValue& other);
+    /// The first steps of + - and %: this and a copy of the other in one unit and of one type.
+    /// False when null is the result.
+    bool alignWith(const ZRValue& other, ZRValue& right);
+    bool isTextPair(const ZRValue& other) const;
+    bool equalsAlike(const ZRValue& other) const;
+    bool lessAlike(const ZRValue& other) const;
 
     void takeWords(const ZRValue& other) {
         m_payload = other.m_payload;

@@ -1,0 +1,317 @@
+#include "zro/values/ZRValue.h"
+
+#include <cmath>
+#include <limits>
+#include <string>
+#include <type_traits>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/Values.h"
+
+namespace ZroCommon {
+namespace {
+
+using testing::dump;
+using testing::integer;
+using testing::mapOf;
+using testing::real;
+using testing::utf8;
+
+constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
+constexpr float kInfinity = std::numeric_limits<float>::infinity();
+
+class Probe : public ZRRCObject {
+public:
+    explicit Probe(int& living) : m_living(living) { ++m_living; }
+    ~Probe() override { --m_living; }
+    unsigned int getTypeID() const override { return 7; }
+    UnicodeString getTypeName() const override { return u"Probe"; }
+
+private:
+    int& m_living;
+};
+
+// Which of the predicates hold, in the order of the header.
+std::string predicates(const ZRValue& value) {
+    const struct {
+        const char* name;
+        bool (ZRValue::*holds)() const;
+    } all[] = {
+        {"Null", &ZRValue::isNull},
+        {"Empty", &ZRValue::isEmpty},
+        {"Integer", &ZRValue::isInteger},
+        {"Real", &ZRValue::isReal},
+        {"Name", &ZRValue::isName},
+        {"String", &ZRValue::isString},
+        {"Numeric", &ZRValue::isNumeric},
+        {"Number", &ZRValue::isNumber},
+        {"Percentage", &ZRValue::isPercentage},
+        {"RelativeLength", &ZRValue::isRelativeLength},
+        {"AbsoluteLength", &ZRValue::isAbsoluteLength},
+        {"Angle", &ZRValue::isAngle},
+        {"Character", &ZRValue::isCharacter},
+        {"NumericalValue", &ZRValue::isNumericalValue},
+        {"UnknownString", &ZRValue::isUnknownString},
+        {"LiteralString", &ZRValue::isLiteralString},
+        {"UriString", &ZRValue::isUriString},
+        {"Compound", &ZRValue::isCompound},
+        {"Color", &ZRValue::isColor},
+        {"RCObject", &ZRValue::isRCObject},
+        {"True", &ZRValue::isTrue},
+        {"False", &ZRValue::isFalse},
+    };
+    std::string result;
+    for (const auto& [name, holds] : all) {
+        result += (value.*holds)() ? (result.empty() ? "" : " ") + std::string(name) : "";
+    }
+    return result;
+}
+
+TEST(ZRValue, TellsItsKind) {
+    int living = 0;
+    ZRValue colourMap = mapOf(ZRN_rgb, 1);
+    colourMap.setUnitType(ZRValueUnitColor);
+    const struct {
+        ZRValue value;
+        const char* kinds;
+    } cases[] = {
+        {ZRValue(), "Null Empty"},
+        {ZRValue(5), "Integer Numeric Number NumericalValue"},
+        {ZRValue(5L), "Integer Numeric Number NumericalValue"},
+        {integer(5, ZRValueUnitEx), "Integer Numeric RelativeLength NumericalValue"},
+        {integer('x', ZRValueUnitCharacter), "Integer Numeric Character"},
+        {integer(5, ZRValueUnitColor), "Integer Numeric NumericalValue Color"},
+        {real(5, ZRValueUnitColor), "Real Numeric NumericalValue"},
+        {real(5, ZRValueUnitPercent), "Real Numeric Percentage NumericalValue"},
+        {real(5, static_cast<ZRValueUnitType>(12)), "Real Numeric AbsoluteLength NumericalValue"},
+        {real(5, ZRValueUnitTwip), "Real Numeric AbsoluteLength NumericalValue"},
+        {real(5, ZRValueUnitPt2), "Real Numeric NumericalValue"},
+        {real(5, ZRValueUnitGrad), "Real Numeric Angle NumericalValue"},
+        {ZRValue(ZRLength(5)), "Real Numeric AbsoluteLength NumericalValue"},
+        {ZRValue(ZRN_EMPTY), "Empty Name"},
+        {ZRValue(ZRN_yes), "Name True"},
+        {ZRValue(true), "Name True"},
+        {ZRValue(ZRN_no), "Name False"},
+        {ZRValue(false), "Name False"},
+        {ZRValue(ZRN_auto), "Name"},
+        {ZRValue(u""), "Empty String UnknownString"},
+        {ZRValue(u"true"), "String UnknownString"},
+        {ZRValue(u"x", ZRValueUnitLiteral), "String LiteralString"},
+        {ZRValue(u"x", ZRValueUnitUri), "String UriString"},
+        {ZRValue(new Probe(living)), "RCObject"},
+        {ZRValue(static_cast<ZRRCObject*>(nullptr)), "Null Empty"},
+        {ZRValue(static_cast<ZRNamedValueMap*>(nullptr)), "Null Empty"},
+        {mapOf(ZRN_rgb, 1), "Compound RCObject"},
+        {colourMap, "Compound Color RCObject"},
+    };
+    for (const auto& [value, kinds] : cases) {
+        EXPECT_EQ(predicates(value), kinds) << "for: " << dump(value);
+    }
+}
+
+TEST(ZRValue, PointersAreNoTruthValues) {
+    static_assert(!std::is_constructible_v<ZRValue, void*>);
+    static_assert(!std::is_constructible_v<ZRValue, const int*>);
+    EXPECT_EQ(dump(ZRValue(u"x")), "string x");
+    EXPECT_EQ(dump(ZRValue("x")), "string x");
+}
+
+TEST(ZRValue, CutsALongToItsLowBits) {
+    EXPECT_EQ(ZRValue(0x1'0000'0005L).getIntegerValue(), 5);
+}
+
+TEST(ZRValue, CopiesOfAStringAreIndependent) {
+    ZRValue first(u"a text that does not lie inside the string object itself", ZRValueUnitUri);
+    ZRValue second(first);
+    first = ZRValue(5);
+    EXPECT_EQ(utf8(second.getStringValue()),
+              "a text that does not lie inside the string object itself");
+    second = *&second;
+    EXPECT_TRUE(second.isUriString());
+}
+
+TEST(ZRValue, SharesAndCountsObjects) {
+    int living = 0;
+    const ZRPtr<Probe> probe(new Probe(living));
+    {
+        const ZRValue first(probe.get());
+        ZRValue second(first);
+        EXPECT_EQ(probe->getRefCount(), 3);
+        second = ZRValue(1);
+        EXPECT_EQ(probe->getRefCount(), 2);
+        second = first;
+        EXPECT_EQ(second.getRCObject(), probe.get());
+        EXPECT_EQ(second.getNamedValueMap(), nullptr);
+    }
+    EXPECT_EQ(probe->getRefCount(), 1);
+    EXPECT_EQ(living, 1);
+}
+
+TEST(ZRValue, AMapIsSharedByItsCopies) {
+    ZRValue value = mapOf(ZRN_length, 1);
+    const ZRValue copy(value);
+    value.setNamedItem(ZRN_length, 2);
+    EXPECT_EQ(copy.getNamedItem(ZRN_length), ZRValue(2));
+    EXPECT_EQ(copy.getRCObject(), value.getNamedValueMap());
+}
+
+TEST(ZRValue, TakesAnItemOutOfItsOwnMap) {
+    ZRValue value = mapOf(ZRN_length, ZRValue(u"inner"));
+    value = *value.getNamedValueMap()->findNamedItem(ZRN_length);
+    EXPECT_EQ(dump(value), "string inner");
+}
+
+TEST(ZRValue, ReplacesTypeAndUnitWithoutConverting) {
+    ZRValue value(1065353216);  // the bits of 1.0F
+    value.setValueType(ZRValueTypeReal);
+    value.setUnitType(ZRValueUnitCm);
+    EXPECT_EQ(dump(value), "real 1cm");
+}
+
+TEST(ZRValue, APayloadOfAnotherKindReadsAsNothing) {
+    ZRValue text(u"text");
+    text.setValueType(ZRValueTypeInteger);
+    EXPECT_EQ(text.getIntegerValue(), 0);
+    text.setValueType(ZRValueTypeMap);
+    EXPECT_EQ(text.getNamedValueMap(), nullptr);
+    EXPECT_EQ(utf8(text.toString()), "");
+    ZRValue number(5);
+    for (const ZRValueType type : {ZRValueTypeString, ZRValueTypeRCObject, ZRValueTypeMap}) {
+        number.setValueType(type);
+        EXPECT_EQ(utf8(ZRValue(number).toString()), "");
+    }
+}
+
+TEST(ZRValue, AnObjectThatIsAMapMayBeCalledOne) {
+    const ZRValue map = mapOf(ZRN_length, 1);
+    ZRValue value(map.getRCObject());
+    EXPECT_EQ(value.getNamedValueMap(), nullptr);
+    value.setValueType(ZRValueTypeMap);
+    EXPECT_EQ(value, map);
+}
+
+TEST(ZRValue, RoundsRealsHalfUpIntoTheRangeOfIntegers) {
+    const struct {
+        float number;
+        int expected;
+    } cases[] = {
+        {1.5F, 2},
+        {-1.5F, -1},
+        {0.49999997F, 0},
+        {8388609.0F, 8388609},
+        {3e9F, std::numeric_limits<int>::max()},
+        {-3e9F, std::numeric_limits<int>::min()},
+        {kInfinity, std::numeric_limits<int>::max()},
+        {kNaN, 0},
+    };
+    for (const auto& [number, expected] : cases) {
+        EXPECT_EQ(real(number, ZRValueUnitNumber).getIntegerValue(), expected) << number;
+    }
+    EXPECT_EQ(ZRValue(ZRN_auto).getIntegerValue(), 0);
+    EXPECT_EQ(ZRValue(u"5").getIntegerValue(), 0);
+}
+
+TEST(ZRValue, ConvertsWithinADimension) {
+    const struct {
+        float number;
+        ZRValueUnitType from;
+        ZRValueUnitType to;
+        float expected;
+    } cases[] = {
+        {50, ZRValueUnitPercent, ZRValueUnitNumber, 0.5F},
+        {0.5F, ZRValueUnitNumber, ZRValueUnitPercent, 50},
+        {1, ZRValueUnitIn, ZRValueUnitPc, 6},
+        {1, ZRValueUnitRad, ZRValueUnitDeg, 57.295776F},
+        {100, ZRValueUnitGrad, ZRValueUnitDeg, 90},
+        {180, ZRValueUnitDeg, ZRValueUnitRad, 3.1415926F},
+        {200, ZRValueUnitGrad, ZRValueUnitRad, 3.1415927F},
+        {1, ZRValueUnitRad, ZRValueUnitGrad, 63.661976F},
+        {2, ZRValueUnitS, ZRValueUnitMs, 2000},
+        {500, ZRValueUnitMs, ZRValueUnitS, 0.5F},
+        {2, ZRValueUnitKHz, ZRValueUnitHz, 2000},
+        {500, ZRValueUnitHz, ZRValueUnitKHz, 0.5F},
+        {7, ZRValueUnitEm, ZRValueUnitEm, 7},
+        {7, ZRValueUnitEm, ZRValueUnitNone, 7},
+    };
+    for (const auto& [number, from, to, expected] : cases) {
+        EXPECT_FLOAT_EQ(real(number, from).getRealValue(to), expected) << from << " to " << to;
+    }
+}
+
+// On purpose: the factor from degrees to grads is the one to radians.
+TEST(ZRValue, DegreesToGradsHaveTheFactorOfRadians) {
+    EXPECT_EQ(real(100, ZRValueUnitDeg).getRealValue(ZRValueUnitGrad), 1.7453292F);
+}
+
+TEST(ZRValue, HasNoNumberInAnotherDimension) {
+    EXPECT_TRUE(std::isnan(ZRValue(ZRLength(1)).getRealValue(ZRValueUnitPercent)));
+    EXPECT_TRUE(std::isnan(real(1, ZRValueUnitEm).getRealValue(ZRValueUnitPt)));
+    EXPECT_TRUE(std::isnan(ZRValue(1).getRealValue(ZRValueUnitPt)));
+    EXPECT_TRUE(std::isnan(ZRValue(ZRN_auto).getRealValue(ZRValueUnitNone)));
+    EXPECT_TRUE(std::isnan(ZRValue().getRealValue(ZRValueUnitNumber)));
+}
+
+TEST(ZRValue, OnlyAbsoluteLengthsHaveALength) {
+    EXPECT_EQ(integer(2, ZRValueUnitPt).getLengthValue(), ZRLength(2));
+    EXPECT_EQ(real(1, ZRValueUnitIn).getLengthValue(), ZRLength(72));
+    for (const ZRValue& value : {ZRValue(0), real(1, ZRValueUnitPercent), ZRValue(ZRN_auto),
+                                 real(1, static_cast<ZRValueUnitType>(11)), ZRValue(u"1pt")}) {
+        EXPECT_TRUE(value.getLengthValue().isAuto()) << "for: " << dump(value);
+    }
+}
+
+TEST(ZRValue, TheLengthOfAMapIsItsLengthOrElseItsDefaultItem) {
+    ZRValue value = mapOf(ZRN_EMPTY, ZRValue(ZRLength(5)));
+    EXPECT_EQ(value.getLengthValue(), ZRLength(5));
+    value.setNamedItem(ZRN_length, ZRValue());
+    EXPECT_EQ(value.getLengthValue(), ZRLength(5));
+    value.setNamedItem(ZRN_length, mapOf(ZRN_length, ZRValue(ZRLength(7))));
+    EXPECT_EQ(value.getLengthValue(), ZRLength(7));
+    value.setNamedItem(ZRN_length, ZRValue(0));
+    EXPECT_TRUE(value.getLengthValue().isAuto());
+}
+
+TEST(ZRValue, AMapThatHoldsItselfHasNoLength) {
+    ZRValue inner = mapOf(ZRN_length, 1);
+    ZRValue outer = mapOf(ZRN_length, mapOf(ZRN_EMPTY, inner));
+    inner.setNamedItem(ZRN_length, inner);
+    EXPECT_TRUE(inner.getLengthValue().isAuto());
+    EXPECT_TRUE(outer.getLengthValue().isAuto());
+    inner.removeNamedItem(ZRN_length);  // opens the circle, which would never die
+}
+
+TEST(ZRValue, NormalizesToTheCanonicalUnit) {
+    const struct {
+        ZRValue value;
+        const char* normal;
+    } cases[] = {
+        {integer(1, ZRValueUnitIn), "real 72pt"},
+        {integer(1, ZRValueUnitPt), "integer 1pt"},
+        {real(20, ZRValueUnitTwip), "real 1pt"},
+        {integer(1, ZRValueUnitRad), "real 57.2958deg"},
+        {integer(100, ZRValueUnitGrad), "real 90deg"},
+        {integer(2, ZRValueUnitS), "real 2000ms"},
+        {integer(2, ZRValueUnitKHz), "real 2000Hz"},
+        {integer(2, ZRValueUnitEm), "integer 2em"},
+        {real(2, static_cast<ZRValueUnitType>(11)), "real 2"},
+        {ZRValue(u"x"), "string x"},
+    };
+    for (const auto& [value, normal] : cases) {
+        ZRValue normalized(value);
+        normalized.normalizeUnit();
+        EXPECT_EQ(dump(normalized), normal) << "for: " << dump(value);
+    }
+}
+
+TEST(ZRValue, NamesComeFromNameValuesAndFromTheTextOfOthers) {
+    EXPECT_EQ(ZRValue(ZRN_auto).getNameValue(), ZRN_auto);
+    EXPECT_EQ(ZRValue(u"auto").getNameValue(), ZRN_EMPTY);
+    EXPECT_EQ(ZRValue(u"auto").toZRName(), ZRN_auto);
+    EXPECT_EQ(utf8(ZRName(ZRValue(ZRLength(12))).toString()), "12pt");
+    EXPECT_EQ(utf8(ZRValue(ZRN_auto).getStringValue()), "auto");
+    EXPECT_EQ(utf8(ZRValue(5).getStringValue()), "");
+}
+
+}  // namespace
+}  // namespace ZroCommon
