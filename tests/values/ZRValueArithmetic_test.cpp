@@ -137,7 +137,7 @@ TEST(ZRValueArithmetic, AValueMayBeItsOwnOperand) {
     ZRValue value = integer(3, kCm);
     value += value;
     EXPECT_EQ(dump(value), "integer 6cm");
-    value /= value;
+    value /= *&value;
     EXPECT_EQ(dump(value), "real 1");
 }
 

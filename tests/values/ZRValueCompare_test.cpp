@@ -66,8 +66,9 @@ TEST(ZRValueCompare, ComparesByKindUnitAndMagnitude) {
 TEST(ZRValueCompare, MapsAndObjectsAreEqualOnlyToThemselves) {
     const ZRValue map = mapOf(ZRN_EMPTY, 5);
     EXPECT_EQ(map, ZRValue(map));
-    EXPECT_NE(map, mapOf(ZRN_EMPTY, 5));
-    EXPECT_NE(map<mapOf(ZRN_EMPTY, 5), map> mapOf(ZRN_EMPTY, 5));
+    const ZRValue other = mapOf(ZRN_EMPTY, 5);
+    EXPECT_NE(map, other);
+    EXPECT_NE(map < other, other < map);
     EXPECT_EQ(ZRValue(map.getRCObject()), ZRValue(map.getRCObject()));
     EXPECT_NE(ZRValue(map.getRCObject()), map);
 }

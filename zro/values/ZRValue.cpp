@@ -9,10 +9,10 @@ constinit const ZRValue ZRValue::NULL_VALUE;
 constinit const ZRNamedValue ZRNamedValue::NULL_VALUE;
 
 ZRValue::ZRValue(const UnicodeString& text, ZRValueUnitType unit)
-    : ZRValue(ZRValueTypeString, unit, 0) {
-    m_payload.string = new UnicodeString(text);
-    m_holding = Holding::String;
-}
+    : m_payload{.string = new UnicodeString(text)},
+      m_type(ZRValueTypeString),
+      m_unit(static_cast<std::uint8_t>(unit & 31)),
+      m_holding(Holding::String) {}
 
 ZRValue::ZRValue(ZRRCObject* object) {
     if (object != nullptr) {

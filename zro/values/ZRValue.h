@@ -35,7 +35,7 @@ enum ZRValueType : std::int32_t {
 /// One thread at a time.
 class ZRO_API ZRValue {
 public:
-    constexpr ZRValue() noexcept {}
+    constexpr ZRValue() noexcept = default;
     /// An integer without a unit (`ZRValueUnitNumber`).
     ZRValue(int number) : ZRValue(ZRValueTypeInteger, ZRValueUnitNumber, wordOf(number)) {}
     /// The same; of the number its low 32 bits.

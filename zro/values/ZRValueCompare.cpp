@@ -70,7 +70,7 @@ bool ZRValue::lessAlike(const ZRValue& other) const {
     case ZRValueTypeReal: return real() < other.real();
     case ZRValueTypeString: return text() < other.text();
     case ZRValueTypeRCObject:
-    case ZRValueTypeMap: return std::less<const ZRRCObject*>()(object(), other.object());
+    case ZRValueTypeMap: return std::less<>()(object(), other.object());
     default: return integer() < other.integer();
     }
 }

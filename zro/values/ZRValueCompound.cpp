@@ -33,9 +33,10 @@ void ZRValue::setNamedItem(const ZRNamedValue& item) {
         map()->setNamedItem(item);
         return;
     }
-    const ZRNamedValue copy(item);  // before `item`, which may be this value, becomes the map
+    const ZRName name = item.getName();  // ahead of the change, since `item` may be this value
+    const ZRValue value = item.getValue();
     makeCompound();
-    map()->setNamedItem(copy);
+    map()->setNamedItem(name, value);
 }
 
 ZRValue ZRValue::getNamedItem(ZRName name) const {
