@@ -1,0 +1,7 @@
+#include "zro/text/ZRLang.h"
+
+namespace ZroCommon {
+
+void ZRLang::cleanup() {}
+
+}  // namespace ZroCommon

@@ -1,0 +1,9 @@
+#include "zro/text/ZRUtil.h"
+
+namespace ZroCommon {
+
+void ZRUtil::cleanup() {}
+
+void ZRUtil::checkLink() {}
+
+}  // namespace ZroCommon
