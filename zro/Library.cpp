@@ -1,0 +1,26 @@
+#include "zro/Library.h"
+
+#include <unicode/uclean.h>
+
+#include "zro/text/ZRLang.h"
+#include "zro/text/ZRUtil.h"
+#include "zro/vocabulary/MathMLName.h"
+#include "zro/vocabulary/SVGName.h"
+#include "zro/vocabulary/ZRNameTable.h"
+
+namespace ZroCommon {
+
+int getLibVersion() {
+    return 403;
+}
+
+void cleanup() {
+    ZRNameTable::cleanup();
+    ZRUtil::cleanup();
+    ZRLang::cleanup();
+    MathMLName::cleanup();
+    SVGName::cleanup();
+    u_cleanup();
+}
+
+}  // namespace ZroCommon

@@ -1,0 +1,7 @@
+#include "zro/vocabulary/MathMLName.h"
+
+namespace ZroCommon {
+
+void MathMLName::cleanup() {}
+
+}  // namespace ZroCommon

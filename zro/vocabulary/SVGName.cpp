@@ -1,0 +1,7 @@
+#include "zro/vocabulary/SVGName.h"
+
+namespace ZroCommon {
+
+void SVGName::cleanup() {}
+
+}  // namespace ZroCommon
