@@ -94,12 +94,14 @@ bool NamespaceManager::declare(ZRName prefix, ZRName namespaceUri) {
         return false;
     }
     Binding& binding = touch(prefix);
-    addDeclaration(prefix, namespaceUri);
+    const std::size_t added = addDeclaration(prefix, namespaceUri);
     Scope& scope = m_scopes.back();
-    if (binding.declaredScope != top()) {
-        binding.declaredScope = top();
+    if (binding.declaration != kNone && m_declarations[binding.declaration].scope == top()) {
+        m_declarations[binding.declaration].isReplaced = true;
+    } else {
         ++scope.declared;
     }
+    binding.declaration = added;
     if (prefix == scope.prefix && scope.namespaceUri != ZRN_EMPTY) {
         return true;  // the element's own prefix goes before its declarations
     }
@@ -120,11 +122,12 @@ NamespaceManager::Binding& NamespaceManager::touch(ZRNameEnum prefix) {
     return binding;
 }
 
-void NamespaceManager::addDeclaration(ZRNameEnum prefix, ZRNameEnum namespaceUri) {
+std::size_t NamespaceManager::addDeclaration(ZRNameEnum prefix, ZRNameEnum namespaceUri) {
     std::size_t& last = m_lastOfUri.at(namespaceUri);
-    m_declarations.push_back({prefix, namespaceUri, top(), last - 1});
+    m_declarations.push_back({prefix, namespaceUri, top(), false, last - 1});
     last = m_declarations.size();
     forgetSorted();
+    return last - 1;
 }
 
 void NamespaceManager::undoBindings() {
@@ -132,7 +135,7 @@ void NamespaceManager::undoBindings() {
     for (std::size_t i = m_undo.size(); i > first; --i) {
         m_bindings.at(m_undo[i - 1].prefix) = m_undo[i - 1].binding;
     }
-    m_undo.resize(first);
+    m_undo.erase(m_undo.begin() + static_cast<std::ptrdiff_t>(first), m_undo.end());
 }
 
 void NamespaceManager::dropDeclarations() {
@@ -140,7 +143,8 @@ void NamespaceManager::dropDeclarations() {
     for (std::size_t i = m_declarations.size(); i > first; --i) {
         m_lastOfUri.at(m_declarations[i - 1].uri) = m_declarations[i - 1].previous + 1;
     }
-    m_declarations.resize(first);
+    m_declarations.erase(m_declarations.begin() + static_cast<std::ptrdiff_t>(first),
+                         m_declarations.end());
     forgetSorted();
 }
 
@@ -156,7 +160,7 @@ ZRName NamespaceManager::findPrefix(ZRName namespaceUri) const {
             break;
         }
         const bool isLower = found == nullptr || candidate.prefix < found->prefix;
-        if (isLower && lookup(candidate.prefix) == namespaceUri) {
+        if (isLower && !candidate.isReplaced && lookup(candidate.prefix) == namespaceUri) {
             found = &candidate;
         }
     }
@@ -181,14 +185,12 @@ NamespaceMap NamespaceManager::declarations() const {
 
 void NamespaceManager::sortDeclarations(std::size_t first) const {
     m_sorted.clear();
-    for (std::size_t i = m_declarations.size(); i > first; --i) {  // the latest of a prefix first
-        m_sorted.push_back({m_declarations[i - 1].prefix, m_declarations[i - 1].uri});
+    for (std::size_t i = first; i < m_declarations.size(); ++i) {
+        if (!m_declarations[i].isReplaced) {
+            m_sorted.push_back({m_declarations[i].prefix, m_declarations[i].uri});
+        }
     }
-    std::stable_sort(m_sorted.begin(), m_sorted.end(), byPrefix);
-    const auto samePrefix = [](const auto& left, const auto& right) {
-        return left.prefix == right.prefix;
-    };
-    m_sorted.erase(std::unique(m_sorted.begin(), m_sorted.end(), samePrefix), m_sorted.end());
+    std::sort(m_sorted.begin(), m_sorted.end(), byPrefix);
     m_sortedFrom = first;
 }
 

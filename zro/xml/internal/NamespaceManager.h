@@ -137,9 +137,9 @@ private:
     /// What one prefix means, and how it came to that.
     struct Binding {
         ZRNameEnum uri = ZRN_EMPTY;
-        ZRNameEnum outerUri = ZRN_EMPTY;         // what it meant outside of the scope `scope`
-        std::uint32_t scope = kNoScope;          // the innermost scope that touched it
-        std::uint32_t declaredScope = kNoScope;  // the innermost scope that declares it
+        ZRNameEnum outerUri = ZRN_EMPTY;  // what it meant outside of the scope `scope`
+        std::uint32_t scope = kNoScope;   // the innermost scope that touched it
+        std::size_t declaration = kNone;  // the last declaration of it
     };
 
     struct Undo {
@@ -151,11 +151,12 @@ private:
         ZRNameEnum prefix;
         ZRNameEnum uri;
         std::uint32_t scope;
+        bool isReplaced;       // by a later one of its scope
         std::size_t previous;  // the declaration before this one with the same URI, or kNone
     };
 
     Binding& touch(ZRNameEnum prefix);
-    void addDeclaration(ZRNameEnum prefix, ZRNameEnum namespaceUri);
+    std::size_t addDeclaration(ZRNameEnum prefix, ZRNameEnum namespaceUri);
     void undoBindings();
     void dropDeclarations();
     void giveMemoryBack();
@@ -165,7 +166,7 @@ private:
     std::uint32_t top() const { return static_cast<std::uint32_t>(m_scopes.size() - 1); }
 
     std::vector<Scope> m_scopes;
-    std::vector<Declaration> m_declarations;  // of all scopes, in order; repeated ones included
+    std::vector<Declaration> m_declarations;  // of all scopes, in order, replaced ones included
     std::vector<Undo> m_undo;                 // bindings as they were before a scope touched them
     NameHashMap<Binding> m_bindings;          // by prefix
     NameHashMap<std::size_t> m_lastOfUri;     // the last declaration of each URI, plus 1
