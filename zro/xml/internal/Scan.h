@@ -1,0 +1,191 @@
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+// Searches over UTF-16 units, eight a step where the processor has SSE2. Each has a scalar twin of
+// the same meaning in namespace `scalar`; the two are compared by a test.
+
+namespace ZroCommon::internal {
+
+/// True for what XML calls white space: blank, tab, line feed, carriage return.
+constexpr bool isXmlSpace(char32_t c) {
+    return c == u' ' || c == u'\n' || c == u'\t' || c == u'\r';
+}
+
+/// True for the ASCII characters that may stand inside a name.
+constexpr bool isAsciiNameUnit(char16_t c) {
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9')
+           || c == u'_' || c == u'-' || c == u'.';
+}
+
+namespace scalar {
+
+/// The first of the given units in [at, end), or `end`.
+template <char16_t... Stops>
+inline const char16_t* findAny(const char16_t* at, const char16_t* end) {
+    while (at != end && ((*at != Stops) && ...)) {
+        ++at;
+    }
+    return at;
+}
+
+/// The first unit that is one of the fixed ones or `stop`.
+template <char16_t... Stops>
+inline const char16_t* findAnyOr(const char16_t* at, const char16_t* end, char16_t stop) {
+    while (at != end && *at != stop && ((*at != Stops) && ...)) {
+        ++at;
+    }
+    return at;
+}
+
+/// The first unit that is no ASCII name unit and no colon.
+inline const char16_t* findQNameEnd(const char16_t* at, const char16_t* end) {
+    while (at != end && (isAsciiNameUnit(*at) || *at == u':')) {
+        ++at;
+    }
+    return at;
+}
+
+/// Counts the units that are `unit`.
+inline std::size_t countOf(const char16_t* at, const char16_t* end, char16_t unit) {
+    std::size_t count = 0;
+    for (; at != end; ++at) {
+        count += *at == unit ? 1U : 0U;
+    }
+    return count;
+}
+
+/// Counts the lead surrogates.
+inline std::size_t countLeads(const char16_t* at, const char16_t* end) {
+    std::size_t count = 0;
+    for (; at != end; ++at) {
+        count += (*at & 0xFC00U) == 0xD800U ? 1U : 0U;
+    }
+    return count;
+}
+
+}  // namespace scalar
+
+#if defined(__SSE2__)
+
+namespace simd {
+
+constexpr std::ptrdiff_t kStep = 8;
+
+inline __m128i load(const char16_t* at) {
+    __m128i units;
+    std::memcpy(&units, at, sizeof units);
+    return units;
+}
+
+inline __m128i all(char16_t unit) {
+    return _mm_set1_epi16(static_cast<short>(unit));
+}
+
+/// Two bits a unit.
+inline unsigned maskOf(__m128i matches) {
+    return static_cast<unsigned>(_mm_movemask_epi8(matches));
+}
+
+inline int firstOf(unsigned mask) {
+    return std::countr_zero(mask) / 2;
+}
+
+template <char16_t... Stops>
+inline __m128i matchAny(__m128i units) {
+    __m128i found = _mm_setzero_si128();
+    ((found = _mm_or_si128(found, _mm_cmpeq_epi16(units, all(Stops)))), ...);
+    return found;
+}
+
+/// All ones where the unit lies between the two bounds, both included.
+inline __m128i inRange(__m128i units, char16_t low, char16_t high) {
+    const __m128i offset = _mm_sub_epi16(units, all(low));
+    const __m128i over = _mm_subs_epu16(offset, all(static_cast<char16_t>(high - low)));
+    return _mm_cmpeq_epi16(over, _mm_setzero_si128());
+}
+
+/// All ones where the unit is no ASCII name unit and no colon. '-', '.' and the digits with ':'
+/// are the range from '-' to ':' without '/'.
+inline __m128i outsideQName(__m128i units) {
+    const __m128i letter = inRange(_mm_or_si128(units, all(0x20)), u'a', u'z');
+    const __m128i other = _mm_andnot_si128(_mm_cmpeq_epi16(units, all(u'/')),
+                                           inRange(units, u'-', u':'));
+    const __m128i name =
+        _mm_or_si128(_mm_or_si128(letter, other), _mm_cmpeq_epi16(units, all(u'_')));
+    return _mm_cmpeq_epi16(name, _mm_setzero_si128());
+}
+
+}  // namespace simd
+
+template <char16_t... Stops>
+inline const char16_t* findAny(const char16_t* at, const char16_t* end) {
+    for (; end - at >= simd::kStep; at += simd::kStep) {
+        if (const unsigned mask = simd::maskOf(simd::matchAny<Stops...>(simd::load(at)))) {
+            return at + simd::firstOf(mask);
+        }
+    }
+    return scalar::findAny<Stops...>(at, end);
+}
+
+template <char16_t... Stops>
+inline const char16_t* findAnyOr(const char16_t* at, const char16_t* end, char16_t stop) {
+    const __m128i stops = simd::all(stop);
+    for (; end - at >= simd::kStep; at += simd::kStep) {
+        const __m128i units = simd::load(at);
+        const __m128i found =
+            _mm_or_si128(simd::matchAny<Stops...>(units), _mm_cmpeq_epi16(units, stops));
+        if (const unsigned mask = simd::maskOf(found)) {
+            return at + simd::firstOf(mask);
+        }
+    }
+    return scalar::findAnyOr<Stops...>(at, end, stop);
+}
+
+inline const char16_t* findQNameEnd(const char16_t* at, const char16_t* end) {
+    for (; end - at >= simd::kStep; at += simd::kStep) {
+        if (const unsigned mask = simd::maskOf(simd::outsideQName(simd::load(at)))) {
+            return at + simd::firstOf(mask);
+        }
+    }
+    return scalar::findQNameEnd(at, end);
+}
+
+inline std::size_t countOf(const char16_t* at, const char16_t* end, char16_t unit) {
+    const __m128i wanted = simd::all(unit);
+    std::size_t bits = 0;
+    for (; end - at >= simd::kStep; at += simd::kStep) {
+        bits += static_cast<std::size_t>(
+            std::popcount(simd::maskOf(_mm_cmpeq_epi16(simd::load(at), wanted))));
+    }
+    return bits / 2 + scalar::countOf(at, end, unit);
+}
+
+inline std::size_t countLeads(const char16_t* at, const char16_t* end) {
+    std::size_t bits = 0;
+    for (; end - at >= simd::kStep; at += simd::kStep) {
+        const __m128i kind = _mm_and_si128(simd::load(at), simd::all(0xFC00));
+        bits += static_cast<std::size_t>(
+            std::popcount(simd::maskOf(_mm_cmpeq_epi16(kind, simd::all(0xD800)))));
+    }
+    return bits / 2 + scalar::countLeads(at, end);
+}
+
+#else
+
+using scalar::countLeads;
+using scalar::countOf;
+using scalar::findAny;
+using scalar::findAnyOr;
+using scalar::findQNameEnd;
+
+#endif
+
+}  // namespace ZroCommon::internal

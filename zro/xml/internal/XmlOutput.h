@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <ostream>
+#include <string_view>
+
+#include "zro/foundation/Text.h"
+#include "zro/platform/internal/CharEncoder.h"
+#include "zro/xml/internal/PlainRun.h"
+
+namespace ZroCommon::internal {
+
+/// The bytes of a document on their way to a stream: escapes and encodes, and collects what one
+/// operation writes in a block.
+///
+/// Nothing stays here between operations: each ends with `commit`, which hands the block over and
+/// puts the stream into the failed state when its buffer did not take all.
+class XmlOutput {
+public:
+    XmlOutput();
+
+    void open(std::ostream& stream) { m_stream = &stream; }
+    /// \param isShiftJis  otherwise the encoding is UTF-8
+    void setShiftJis(bool isShiftJis);
+
+    void put(char byte) {
+        if (m_used == kBlockSize) {
+            drain();
+        }
+        m_block[m_used++] = byte;
+    }
+
+    /// A few ASCII characters, at most a block of them.
+    void put(std::string_view text);
+
+    /// A character that the encoding lacks becomes a numeric reference whatever the escape.
+    void put(const UnicodeString& text, Escape escape) { put(viewOf(text), escape); }
+    void put(std::u16string_view text, Escape escape);
+
+    void commit();
+
+private:
+    static constexpr std::size_t kBlockSize = 16384;
+    static constexpr std::size_t kReserve = 16;  // room for the longest piece of one character
+
+    static std::u16string_view viewOf(const UnicodeString& text) {
+        return {text.getBuffer(), static_cast<std::size_t>(text.length())};
+    }
+
+    template <Escape kEscape>
+    void putEscaped(std::u16string_view text);
+    void putAsciiEntity(char16_t unit);
+    std::size_t putUtf8Run(std::u16string_view text);
+    std::size_t putEncoded(std::u16string_view text);
+    void putReference(char32_t character);
+    void drain();
+
+    std::ostream* m_stream = nullptr;
+    bool m_hasFailed = false;  // in this operation
+    bool m_isShiftJis = false;
+    std::unique_ptr<CharEncoder> m_encoder;  // of Shift_JIS; made when first needed
+    std::size_t m_used = 0;
+    std::unique_ptr<char[]> m_block;
+};
+
+}  // namespace ZroCommon::internal
