@@ -1,0 +1,112 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <sstream>
+#include <stdexcept>
+#include <streambuf>
+#include <string>
+#include <utility>
+
+namespace ZroCommon::testing {
+
+/// A buffer that cannot seek and refills `step` bytes at a time; the base of the others.
+class PiecewiseBuf : public std::streambuf {
+public:
+    explicit PiecewiseBuf(std::string bytes, std::size_t step = std::string::npos)
+        : m_bytes(std::move(bytes)), m_step(step) {}
+
+    /// How often a reader has asked for more, the question at the end included.
+    std::size_t refills() const { return m_refills; }
+
+protected:
+    int_type underflow() override {
+        if (gptr() < egptr()) {
+            return traits_type::to_int_type(*gptr());
+        }
+        ++m_refills;
+        const std::size_t count = std::min(m_step, m_bytes.size() - m_next);
+        if (count == 0) {
+            return atEnd();
+        }
+        setg(m_bytes.data() + m_next, m_bytes.data() + m_next, m_bytes.data() + m_next + count);
+        m_next += count;
+        return traits_type::to_int_type(*gptr());
+    }
+
+    /// What happens behind the last byte.
+    virtual int_type atEnd() { return traits_type::eof(); }
+
+    void rewind() { m_next = 0; }
+
+private:
+    std::string m_bytes;
+    std::size_t m_step;
+    std::size_t m_next = 0;
+    std::size_t m_refills = 0;
+};
+
+/// A sound stream that refills a few bytes at a time, so that every boundary falls everywhere.
+class ShortReadBuf : public PiecewiseBuf {
+public:
+    explicit ShortReadBuf(std::string bytes, std::size_t step = 1)
+        : PiecewiseBuf(std::move(bytes), step) {}
+};
+
+/// Gives all at once, and cannot seek.
+class NoSeekBuf : public PiecewiseBuf {
+public:
+    explicit NoSeekBuf(std::string bytes) : PiecewiseBuf(std::move(bytes)) {}
+};
+
+/// Ends at byte `at`, for good.
+class FailAtBuf : public PiecewiseBuf {
+public:
+    FailAtBuf(const std::string& bytes, std::size_t at) : PiecewiseBuf(bytes.substr(0, at)) {}
+};
+
+/// Throws `std::runtime_error` when byte `at` is asked for.
+class ThrowAtBuf : public PiecewiseBuf {
+public:
+    ThrowAtBuf(const std::string& bytes, std::size_t at) : PiecewiseBuf(bytes.substr(0, at)) {}
+
+protected:
+    int_type atEnd() override { throw std::runtime_error("ThrowAtBuf"); }
+};
+
+/// Repeats its bytes for ever.
+class EndlessBuf : public PiecewiseBuf {
+public:
+    explicit EndlessBuf(std::string bytes) : PiecewiseBuf(std::move(bytes)) {}
+
+protected:
+    int_type atEnd() override {
+        rewind();
+        return underflow();
+    }
+};
+
+/// Delivers in pieces, and never says that more is ready: whoever waits for more than the next
+/// piece shows in `refills()`.
+class SlowSourceBuf : public PiecewiseBuf {
+public:
+    SlowSourceBuf(std::string bytes, std::size_t step) : PiecewiseBuf(std::move(bytes), step) {}
+
+protected:
+    std::streamsize showmanyc() override { return 0; }
+};
+
+/// A stream that tells when it dies.
+class WatchedStream : public std::istringstream {
+public:
+    WatchedStream(const std::string& bytes, bool& isGone)
+        : std::istringstream(bytes), m_isGone(&isGone) {}
+    WatchedStream(const WatchedStream&) = delete;
+    WatchedStream& operator=(const WatchedStream&) = delete;
+    ~WatchedStream() override { *m_isGone = true; }
+
+private:
+    bool* m_isGone;
+};
+
+}  // namespace ZroCommon::testing
