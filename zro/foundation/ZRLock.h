@@ -18,9 +18,8 @@ public:
     ~ZRLock() = default;
 
     /// Copies nothing: each lock stays what it is.
-    ZRLock& operator=(const ZRLock&) {
-        return *this;
-    }  // NOLINT(bugprone-unhandled-self-assignment)
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
+    ZRLock& operator=(const ZRLock&) { return *this; }
 
 private:
     friend class ZRMutex;

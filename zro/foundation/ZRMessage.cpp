@@ -13,8 +13,8 @@ ZRMessage::ZRMessage(const UnicodeString& pattern, const UnicodeString& arg0,
     const std::array<icu::Formattable, 4> arguments = {
         icu::Formattable(arg0), icu::Formattable(arg1), icu::Formattable(arg2),
         icu::Formattable(arg3)};
-    UErrorCode status =
-        U_ZERO_ERROR;  // a failure leaves the text as it is, which is what callers get
+    // A failure leaves the text as ICU left it, which is what callers get.
+    UErrorCode status = U_ZERO_ERROR;
     icu::MessageFormat::format(pattern, arguments.data(), static_cast<int32_t>(arguments.size()),
                                m_text, status);
 }

@@ -1,0 +1,152 @@
+#include "zro/foundation/ZRRCObject.h"
+
+#include <thread>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/Text.h"
+#include "zro/foundation/ZRPtr.h"
+
+namespace ZroCommon {
+namespace {
+
+using testing::utf8;
+
+constexpr unsigned kProbeId = 0x12345678U;
+
+class Probe : public ZRRCObject {
+public:
+    explicit Probe(int& living) : m_living(living) { ++m_living; }
+    ~Probe() override { --m_living; }
+    unsigned int getTypeID() const override { return kProbeId; }
+    UnicodeString getTypeName() const override { return u"Probe"; }
+
+    using ZRRCObject::clearRefCount;
+    using ZRRCObject::decrementRefCount;
+
+private:
+    int& m_living;
+};
+
+class DerivedProbe : public Probe {
+    using Probe::Probe;
+};
+
+TEST(ZRRCObject, StartsUnownedAndDiesWithTheLastRelease) {
+    int living = 0;
+    const auto* probe = new Probe(living);
+    EXPECT_EQ(probe->getRefCount(), 0);
+    EXPECT_EQ(probe->addRef(), 1);
+    EXPECT_EQ(probe->addRef(), 2);
+    EXPECT_EQ(probe->release(), 1);
+    EXPECT_EQ(living, 1);
+    EXPECT_EQ(probe->release(), 0);
+    EXPECT_EQ(living, 0);
+}
+
+TEST(ZRRCObject, AReleaseOfANeverOwnedObjectDeletesIt) {
+    int living = 0;
+    EXPECT_EQ((new Probe(living))->release(), -1);
+    EXPECT_EQ(living, 0);
+}
+
+TEST(ZRRCObject, RemoveRefNeverDeletes) {
+    int living = 0;
+    const auto* probe = new Probe(living);
+    probe->addRef();
+    EXPECT_EQ(probe->removeRef(), 0);
+    EXPECT_EQ(living, 1);
+    probe->release();
+}
+
+TEST(ZRRCObject, TheOwningThreadMayTurnTheCountBack) {
+    int living = 0;
+    const auto* probe = new Probe(living);
+    probe->addRef();
+    probe->addRef();
+    EXPECT_EQ(probe->decrementRefCount(), 1);
+    EXPECT_EQ(probe->decrementRefCount(), 0);
+    EXPECT_EQ(living, 1);
+    probe->addRef();
+    probe->clearRefCount();
+    EXPECT_EQ(probe->getRefCount(), 0);
+    probe->release();
+}
+
+TEST(ZRRCObject, CountsFromManyThreads) {
+    int living = 0;
+    const ZRPtr<Probe> probe(new Probe(living));
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 8; ++i) {
+        threads.emplace_back([&probe] {
+            for (int round = 0; round < 2000; ++round) {
+                const ZRPtr<Probe> copy(probe);
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(probe->getRefCount(), 1);
+}
+
+TEST(ZRRCObject, AnswersForItsOwnAndTheListedTypes) {
+    int living = 0;
+    const ZRPtr<DerivedProbe> probe(new DerivedProbe(living));
+    EXPECT_TRUE(probe->isA(0x90AF0240U));
+    EXPECT_TRUE(probe->isA(0xA4EBD8C4U));
+    EXPECT_FALSE(probe->isA(kProbeId)) << "a class without an isA of its own inherits the list";
+    EXPECT_FALSE(probe->isA(0));
+    EXPECT_EQ(probe->getTypeID(), kProbeId);
+    EXPECT_EQ(utf8(probe->getTypeName()), "Probe");
+    EXPECT_EQ(ZRObjectBase::getStaticTypeID(), 0xA4EBD8C4U);
+}
+
+TEST(ZRRCObject, DebugPrintsDoNothing) {
+    ZRRCObject::DebugPrintInstanceCount(nullptr);
+    ZRRCObject::DebugPrintInstanceId(nullptr, 1);
+}
+
+TEST(ZRPtr, HoldsOneReference) {
+    int living = 0;
+    ZRPtr<Probe> first(new Probe(living));
+    EXPECT_EQ(first->getRefCount(), 1);
+    ZRPtr<Probe> second(first);
+    EXPECT_EQ(first->getRefCount(), 2);
+    const ZRPtr<Probe> third(std::move(second));
+    EXPECT_EQ(first->getRefCount(), 2);
+    first = nullptr;
+    EXPECT_EQ(third->getRefCount(), 1);
+    first = third;
+    first = *&first;
+    EXPECT_EQ(third->getRefCount(), 2);
+}
+
+TEST(ZRPtr, MayBeNull) {
+    const ZRPtr<Probe> none;
+    const ZRPtr<Probe> copy(none);
+    EXPECT_EQ(copy, nullptr);
+    EXPECT_EQ(ZRPtr<Probe>(static_cast<Probe*>(nullptr)).get(), nullptr);
+}
+
+TEST(ZRPtr, ConvertsToTheBasesOfItsClassOnly) {
+    static_assert(std::is_convertible_v<ZRPtr<DerivedProbe>, ZRPtr<ZRRCObject>>);
+    static_assert(!std::is_constructible_v<ZRPtr<DerivedProbe>, const ZRPtr<Probe>&>);
+    static_assert(sizeof(ZRPtr<Probe>) == sizeof(Probe*));
+}
+
+TEST(ZRPtr, HandsReferencesOver) {
+    int living = 0;
+    ZRPtr<Probe> owner(new Probe(living));
+    Probe* raw = owner.detach();
+    EXPECT_EQ(owner.get(), nullptr);
+    EXPECT_EQ(raw->getRefCount(), 1);
+    owner = ZRPtr<Probe>::adopt(raw);
+    EXPECT_EQ(raw->getRefCount(), 1);
+}
+
+}  // namespace
+}  // namespace ZroCommon
