@@ -1,0 +1,282 @@
+#include "zro/xml/internal/NamespaceManager.h"
+
+#include <array>
+#include <map>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/Text.h"
+#include "zro/foundation/ZRPtr.h"
+#include "zro/vocabulary/ZRNameTable.h"
+
+namespace ZroCommon::internal {
+namespace {
+
+using testing::utf8;
+
+ZRName name(const char16_t* text) {
+    return {UnicodeString(text)};
+}
+
+// "p=u q=v", in the order in which the declarations are told.
+std::string dump(const NamespaceMap& map) {
+    std::string all;
+    for (int i = 0; i < static_cast<int>(map.size()); ++i) {
+        all += (all.empty() ? "" : " ") + utf8(map.prefix(i)) + "=" + utf8(map.uri(i));
+    }
+    return all;
+}
+
+class NamespaceScopes : public ::testing::Test {
+protected:
+    void declare(const char16_t* prefix, const char16_t* uri) {
+        m_manager->declare(name(prefix), name(uri));
+    }
+    std::string meaningOf(const char16_t* prefix) { return utf8(m_manager->lookup(name(prefix))); }
+
+    ZRPtr<NamespaceManager> m_manager{new NamespaceManager};
+};
+
+TEST_F(NamespaceScopes, BaseBindsThePrefixesOfXmlItself) {
+    EXPECT_EQ(m_manager->lookup(ZRN_xml), ZRN_ns_xml);
+    EXPECT_EQ(m_manager->lookup(ZRN_xmlns), ZRN_ns_xmlns);
+    EXPECT_EQ(m_manager->findPrefix(ZRN_ns_xml), ZRN_xml);
+    EXPECT_EQ(m_manager->declarationCount(0), 2);
+    EXPECT_EQ(m_manager->declarationCount(1), 0);
+    EXPECT_EQ(m_manager->declarationCount(-1), 0);
+}
+
+TEST_F(NamespaceScopes, AScopeEndsWithItsDeclarations) {
+    m_manager->pushScope();
+    declare(u"p", u"outer");
+    m_manager->pushScope();
+    declare(u"p", u"inner");
+    declare(u"", u"default");
+    EXPECT_EQ(meaningOf(u"p"), "inner");
+    m_manager->popScope();
+    EXPECT_EQ(meaningOf(u"p"), "outer");
+    EXPECT_EQ(meaningOf(u""), "");
+    EXPECT_EQ(dump(m_manager->declarations()), "p=outer");
+}
+
+TEST_F(NamespaceScopes, TheElementsOwnPrefixAnswersBeforeItsDeclarations) {
+    m_manager->pushScope();
+    m_manager->setElement(name(u"p"), name(u"own"), name(u"a"));
+    declare(u"p", u"declared");
+    EXPECT_EQ(meaningOf(u"p"), "own");
+    EXPECT_EQ(dump(m_manager->declarations()), "p=declared");
+    m_manager->pushScope();
+    EXPECT_EQ(meaningOf(u"p"), "own");
+}
+
+TEST_F(NamespaceScopes, ADeclarationOfWhatHoldsAlreadyIsNotRecorded) {
+    m_manager->pushScope();
+    declare(u"p", u"u");
+    m_manager->pushScope();
+    EXPECT_FALSE(m_manager->declare(name(u"p"), name(u"u")));
+    EXPECT_FALSE(m_manager->declare(ZRN_EMPTY, ZRN_EMPTY));
+    EXPECT_EQ(m_manager->declarationCount(2), 0);
+}
+
+// On purpose: the declaration is told to callers, yet the prefix keeps its meaning.
+TEST_F(NamespaceScopes, AnEmptyUriUndeclaresTheDefaultNamespaceAlone) {
+    m_manager->pushScope();
+    declare(u"p", u"u");
+    declare(u"", u"default");
+    m_manager->pushScope();
+    declare(u"p", u"");
+    declare(u"", u"");
+    EXPECT_EQ(dump(m_manager->declarations()), "= p=");
+    EXPECT_EQ(meaningOf(u"p"), "u");
+    EXPECT_EQ(meaningOf(u""), "");
+}
+
+TEST_F(NamespaceScopes, TheLaterOfTwoDeclarationsInAScopeCounts) {
+    const ZRName z = name(u"z-that-came-first");
+    const ZRName a = name(u"a-that-came-second");
+    m_manager->pushScope();
+    m_manager->declare(a, name(u"1"));
+    m_manager->declare(z, name(u"1"));
+    m_manager->declare(a, name(u"2"));
+    EXPECT_EQ(dump(m_manager->declarations()), "z-that-came-first=1 a-that-came-second=2")
+        << "in order of the numbers";
+    EXPECT_EQ(m_manager->declarationCount(1), 2);
+    EXPECT_EQ(m_manager->findPrefix(name(u"1")), z);
+}
+
+TEST_F(NamespaceScopes, FindsTheInnermostPrefixThatStillHasTheUri) {
+    const ZRName low = name(u"low-prefix");
+    const ZRName high = name(u"high-prefix");
+    m_manager->pushScope();
+    m_manager->declare(high, name(u"u"));
+    m_manager->declare(low, name(u"u"));
+    EXPECT_EQ(m_manager->findPrefix(name(u"u")), low) << "the lower number in one scope";
+    m_manager->pushScope();
+    m_manager->declare(low, name(u"other"));
+    EXPECT_EQ(m_manager->findPrefix(name(u"u")), high) << "the lower one is bound otherwise";
+    m_manager->pushScope();
+    m_manager->declare(name(u"third-prefix"), name(u"u"));
+    EXPECT_EQ(m_manager->findPrefix(name(u"u")), name(u"third-prefix"));
+    EXPECT_EQ(m_manager->findPrefix(name(u"unknown")), ZRN_EMPTY);
+}
+
+TEST_F(NamespaceScopes, ResetKeepsWhatTheBaseScopeDeclares) {
+    declare(u"", u"svg");
+    m_manager->pushScope();
+    declare(u"p", u"u");
+    m_manager->reset();
+    EXPECT_EQ(m_manager->depth(), 0);
+    EXPECT_EQ(meaningOf(u""), "svg");
+    EXPECT_EQ(meaningOf(u"p"), "");
+    m_manager->popScope();
+    EXPECT_EQ(meaningOf(u"xml"), utf8(ZRName(ZRN_ns_xml))) << "the base scope never ends";
+}
+
+TEST_F(NamespaceScopes, ResetAfterAHugeDocumentKeepsTheBaseToo) {
+    declare(u"", u"svg");
+    for (int i = 0; i < 3000; ++i) {
+        m_manager->pushScope();
+        m_manager->declare(ZRName::generateID(u"prefix"), name(u"u"));
+    }
+    m_manager->reset();
+    EXPECT_EQ(meaningOf(u""), "svg");
+    EXPECT_EQ(m_manager->declarationCount(0), 3);
+    EXPECT_EQ(m_manager->findPrefix(ZRN_ns_xml), ZRN_xml);
+    EXPECT_EQ(m_manager->findPrefix(name(u"u")), ZRN_EMPTY);
+}
+
+TEST_F(NamespaceScopes, HoldAReferenceOnTheSharedNameTable) {
+    const int before = ZRNameTable::getSharedNameTable()->getRefCount();
+    {
+        const ZRPtr<NamespaceManager> other(new NamespaceManager);
+        EXPECT_EQ(ZRNameTable::getSharedNameTable()->getRefCount(), before + 1);
+    }
+    EXPECT_EQ(ZRNameTable::getSharedNameTable()->getRefCount(), before);
+}
+
+// Each level asks for a prefix that nothing binds, which a walk would seek through all scopes.
+TEST_F(NamespaceScopes, DepthCostsNothing) {
+    constexpr int kDepth = 200000;
+    for (const bool declares : {false, true}) {
+        const std::array<ZRName, 2> uris = {name(u"even"), name(u"odd")};
+        for (int i = 0; i < kDepth; ++i) {
+            m_manager->pushScope();
+            if (declares) {
+                m_manager->declare(ZRN_EMPTY, uris[static_cast<std::size_t>(i) % 2]);
+            }
+            m_manager->setElement(ZRN_EMPTY, m_manager->lookup(ZRN_EMPTY), ZRN_block);
+            ASSERT_EQ(m_manager->lookup(ZRN_fo), ZRN_EMPTY);
+        }
+        EXPECT_EQ(m_manager->depth(), kDepth);
+        m_manager->reset();
+    }
+}
+
+// The rule as it is told: a walk from the innermost scope outwards.
+class Walk {
+public:
+    void push() { m_scopes.emplace_back(); }
+    void pop() { m_scopes.pop_back(); }
+    std::size_t size() const { return m_scopes.size(); }
+
+    void setElement(int prefix, int uri) {
+        m_scopes.back().prefix = prefix;
+        m_scopes.back().uri = uri;
+        m_scopes.back().hasElement = true;
+    }
+    bool hasElement() const { return m_scopes.back().hasElement; }
+    const std::map<int, int>& declarations() const { return m_scopes.back().declarations; }
+
+    void declare(int prefix, int uri) {
+        if (lookup(prefix) != uri) {
+            m_scopes.back().declarations[prefix] = uri;
+        }
+    }
+
+    int lookup(int prefix) const {
+        for (auto scope = m_scopes.rbegin(); scope != m_scopes.rend(); ++scope) {
+            if (scope->prefix == prefix && scope->uri != 0) {
+                return scope->uri;
+            }
+            const auto found = scope->declarations.find(prefix);
+            if (found != scope->declarations.end() && (found->second != 0 || prefix == 0)) {
+                return found->second;
+            }
+        }
+        return 0;
+    }
+
+    int findPrefix(int uri) const {
+        for (auto scope = m_scopes.rbegin(); scope != m_scopes.rend(); ++scope) {
+            for (const auto& [prefix, value] : scope->declarations) {
+                if (uri != 0 && value == uri && lookup(prefix) == uri) {
+                    return prefix;
+                }
+            }
+        }
+        return 0;
+    }
+
+private:
+    struct Scope {
+        bool hasElement = false;
+        int prefix = 0;
+        int uri = 0;
+        std::map<int, int> declarations;
+    };
+    std::vector<Scope> m_scopes{1};
+};
+
+// Names are plain numbers here: 0 to 3 as prefixes, 0 and 11 to 13 as URIs.
+ZRNameEnum number(int value) {
+    return static_cast<ZRNameEnum>(value);
+}
+
+void expectAgreement(const NamespaceManager& manager, const Walk& walk) {
+    for (int prefix = 0; prefix < 4; ++prefix) {
+        ASSERT_EQ(manager.lookup(number(prefix)), number(walk.lookup(prefix))) << prefix;
+    }
+    for (const int uri : {0, 11, 12, 13}) {
+        ASSERT_EQ(manager.findPrefix(number(uri)), number(walk.findPrefix(uri))) << uri;
+    }
+    const NamespaceMap declared = manager.declarations();
+    const auto& expected = walk.declarations();
+    const int inherited = walk.size() == 1 ? 2 : 0;  // the base has two that the walk does not know
+    ASSERT_EQ(declared.size(), expected.size() + static_cast<std::size_t>(inherited));
+    ASSERT_EQ(manager.declarationCount(manager.depth()), static_cast<int>(declared.size()));
+    for (const auto& [prefix, uri] : expected) {
+        ASSERT_TRUE(declared.contains(number(prefix))) << prefix;
+        ASSERT_EQ(declared.lookup(number(prefix)), number(uri)) << prefix;
+    }
+}
+
+TEST_F(NamespaceScopes, AgreeWithTheWalkOnRandomNestings) {
+    std::mt19937 random(20240611);  // NOLINT(cert-msc51-cpp): the same on every run
+    Walk walk;
+    for (int step = 0; step < 20000; ++step) {
+        const auto choice = random() % 8;
+        const int prefix = static_cast<int>(random() % 4);
+        const int uri = random() % 4 == 0 ? 0 : static_cast<int>(11 + random() % 3);
+        if (choice < 2 && walk.size() < 12) {
+            walk.push();
+            m_manager->pushScope();
+        } else if (choice == 2 && walk.size() > 1) {
+            walk.pop();
+            m_manager->popScope();
+        } else if (choice == 3 && walk.size() > 1 && !walk.hasElement()) {
+            walk.setElement(prefix, uri);
+            m_manager->setElement(number(prefix), number(uri), ZRN_block);
+        } else {
+            walk.declare(prefix, uri);
+            m_manager->declare(number(prefix), number(uri));
+        }
+        expectAgreement(*m_manager, walk);
+        ASSERT_FALSE(HasFatalFailure()) << "at step " << step;
+    }
+}
+
+}  // namespace
+}  // namespace ZroCommon::internal

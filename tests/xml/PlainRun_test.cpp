@@ -1,0 +1,56 @@
+#include "zro/xml/internal/PlainRun.h"
+
+#include <random>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace ZroCommon::internal {
+namespace {
+
+std::u16string randomText(std::mt19937& random, std::size_t length) {
+    constexpr char16_t kRare[] = {u'&', u'<', u'>',   u'"',   u'\'', 0x7F,
+                                  0x80, 0xFF, 0x3042, 0xFFFF, 0};
+    std::u16string text;
+    while (text.size() < length) {
+        const bool isRare = random() % 24 == 0;
+        text += isRare ? kRare[random() % std::size(kRare)]
+                       : static_cast<char16_t>(u' ' + random() % 64);
+    }
+    return text;
+}
+
+template <Escape kEscape>
+void expectTwinsAgree(const std::u16string& text) {
+    std::string vector(text.size(), '?');
+    std::string plain(text.size(), '?');
+    const std::size_t length = copyPlainRun<kEscape>(text.data(), text.size(), vector.data());
+    ASSERT_EQ(length, scalar::copyPlainRun<kEscape>(text.data(), text.size(), plain.data()));
+    ASSERT_EQ(vector.substr(0, length), plain.substr(0, length));
+    ASSERT_TRUE(length == text.size() || !isPlain<kEscape>(text[length]));
+}
+
+TEST(PlainRun, TheVectorFormAgreesWithItsScalarTwin) {
+    std::mt19937 random(7);  // NOLINT(cert-msc51-cpp): the same on every run
+    for (int round = 0; round < 4000; ++round) {
+        const std::u16string text = randomText(random, random() % 40);
+        expectTwinsAgree<Escape::None>(text);
+        expectTwinsAgree<Escape::Text>(text);
+        expectTwinsAgree<Escape::Attribute>(text);
+        ASSERT_FALSE(::testing::Test::HasFatalFailure()) << "in round " << round;
+    }
+}
+
+TEST(PlainRun, StopsAtEachUnitThatIsNotPlain) {
+    for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
+        std::u16string text(11, u'a');
+        text[9] = text[3] = static_cast<char16_t>(unit);
+        expectTwinsAgree<Escape::None>(text);
+        expectTwinsAgree<Escape::Text>(text);
+        expectTwinsAgree<Escape::Attribute>(text);
+        ASSERT_FALSE(::testing::Test::HasFatalFailure()) << "at unit " << unit;
+    }
+}
+
+}  // namespace
+}  // namespace ZroCommon::internal
