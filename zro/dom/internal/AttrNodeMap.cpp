@@ -1,0 +1,217 @@
+#include "zro/dom/internal/AttrNodeMap.h"
+
+#include <utility>
+
+#include "zro/dom/internal/NodeSlab.h"
+
+namespace ZroCommon::internal {
+namespace {
+
+// Up to here a walk is faster than a search.
+constexpr int kIndexAbove = 16;
+
+}  // namespace
+
+AttrNodeMap::~AttrNodeMap() {
+    close();
+}
+
+void* AttrNodeMap::operator new(std::size_t size) {
+    return allocateNodeMemory(size);
+}
+
+void AttrNodeMap::operator delete(void* memory, std::size_t size) {
+    freeNodeMemory(memory, size);
+}
+
+void AttrNodeMap::close() {
+    m_index.reset();
+    m_count = 0;
+    m_last = nullptr;
+    m_owner = nullptr;
+    ZRAttr* attr = std::exchange(m_first, nullptr);
+    while (attr != nullptr) {
+        ZRAttr* next = std::exchange(attr->m_nextAttribute, nullptr);
+        attr->m_previousAttribute = nullptr;
+        attr->m_parent = nullptr;
+        attr->forgetDyingDocument();
+        attr->release();
+        attr = next;
+    }
+}
+
+ZRNode* AttrNodeMap::getNextNode(ZRNode* node) {
+    return node != nullptr && node->isA(ZRAttr::getStaticTypeID())
+               ? static_cast<ZRAttr*>(node)->m_nextAttribute
+               : nullptr;
+}
+
+ZRNode* AttrNodeMap::getPreviousNode(ZRNode* node) {
+    return node != nullptr && node->isA(ZRAttr::getStaticTypeID())
+               ? static_cast<ZRAttr*>(node)->m_previousAttribute
+               : nullptr;
+}
+
+ZRNode* AttrNodeMap::item(int index) {
+    if (index < 0 || index >= m_count) {
+        return nullptr;
+    }
+    ZRAttr* attr = m_first;
+    for (; index > 0; --index) {
+        attr = attr->m_nextAttribute;
+    }
+    return attr;
+}
+
+ZRAttr* AttrNodeMap::find(ZRName localName) const {
+    if (m_index) {
+        return m_index->find(localName);
+    }
+    ZRAttr* attr = m_first;
+    while (attr != nullptr && attr->m_localName != localName) {
+        attr = attr->m_nextAttribute;
+    }
+    return attr;
+}
+
+ZRAttr* AttrNodeMap::find(ZRName namespaceUri, ZRName localName) const {
+    if (m_index) {
+        return m_index->find(namespaceUri, localName);
+    }
+    ZRAttr* attr = m_first;
+    while (attr != nullptr
+           && (attr->m_localName != localName || attr->m_namespaceUri != namespaceUri)) {
+        attr = attr->m_nextAttribute;
+    }
+    return attr;
+}
+
+bool AttrNodeMap::holds(const ZRAttr& attr) const {
+    return attr.m_parent == m_owner && m_owner != nullptr
+           && (attr.m_previousAttribute != nullptr || m_first == &attr);
+}
+
+ZRAttr& AttrNodeMap::requireAddable(ZRNode* node, ErrorSite site) const {
+    if (node == nullptr) {
+        throwLibraryError(LibraryError::NullArgument, site);
+    }
+    if (m_owner == nullptr || node->m_ownerDocument != m_owner->m_ownerDocument) {
+        throwLibraryError(LibraryError::WrongDocument, site);
+    }
+    if (!node->isA(ZRAttr::getStaticTypeID())) {
+        throwLibraryError(LibraryError::NotAnAttribute, site);
+    }
+    if (node->m_parent != nullptr && node->m_parent != m_owner) {
+        throwLibraryError(LibraryError::AttributeInUse, site);
+    }
+    return static_cast<ZRAttr&>(*node);
+}
+
+ZRPtr<ZRNode> AttrNodeMap::setNamedItem(ZRNode* node) {
+    ZRAttr& attr = requireAddable(node, ErrorSite::AttrNodeMapSetNamedItem);
+    return place(attr, find(attr.getLocalName()));
+}
+
+ZRPtr<ZRNode> AttrNodeMap::setNamedItemNS(ZRNode* node) {
+    ZRAttr& attr = requireAddable(node, ErrorSite::AttrNodeMapSetNamedItemNS);
+    return place(attr, find(attr.getNamespaceUri(), attr.getLocalName()));
+}
+
+ZRPtr<ZRNode> AttrNodeMap::place(ZRAttr& attr, ZRAttr* old) {
+    if (old == &attr) {
+        return nullptr;
+    }
+    const ZRPtr<ZRAttr> hold(&attr);
+    if (holds(attr)) {
+        remove(attr);
+    } else if (attr.m_parent != nullptr) {
+        m_owner->removeChild(&attr);
+    }
+    if (old != nullptr) {
+        return replace(attr, *old);
+    }
+    append(hold);
+    return nullptr;
+}
+
+ZRPtr<ZRNode> AttrNodeMap::replace(ZRAttr& attr, ZRAttr& old) {
+    noteNames(attr);
+    if (m_index) {
+        m_index->replace(old, attr);
+    }
+    attr.addRef();
+    attr.m_parent = m_owner;
+    attr.m_nextAttribute = std::exchange(old.m_nextAttribute, nullptr);
+    attr.m_previousAttribute = std::exchange(old.m_previousAttribute, nullptr);
+    (attr.m_nextAttribute != nullptr ? attr.m_nextAttribute->m_previousAttribute : m_last) = &attr;
+    (attr.m_previousAttribute != nullptr ? attr.m_previousAttribute->m_nextAttribute : m_first) =
+        &attr;
+    old.m_parent = nullptr;
+    return ZRPtr<ZRNode>::adopt(&old);
+}
+
+void AttrNodeMap::append(ZRPtr<ZRAttr> attr) {
+    noteNames(*attr);
+    addToIndex(*attr);
+    linkLast(*attr.detach());
+}
+
+void AttrNodeMap::noteNames(ZRAttr& attr) {
+    attr.m_localName = attr.getLocalName();
+    attr.m_namespaceUri = attr.getNamespaceUri();
+}
+
+void AttrNodeMap::addToIndex(ZRAttr& attr) {
+    if (m_count < kIndexAbove) {
+        return;
+    }
+    try {
+        if (!m_index) {
+            m_index = std::make_unique<AttrIndex>();
+            for (ZRAttr* known = m_first; known != nullptr; known = known->m_nextAttribute) {
+                m_index->append(*known);
+            }
+        }
+        m_index->append(attr);
+    } catch (...) {
+        m_index.reset();  // walks find everything, too
+        throw;
+    }
+}
+
+void AttrNodeMap::linkLast(ZRAttr& attr) {
+    attr.m_parent = m_owner;
+    attr.m_previousAttribute = m_last;
+    (m_last != nullptr ? m_last->m_nextAttribute : m_first) = &attr;
+    m_last = &attr;
+    ++m_count;
+}
+
+void AttrNodeMap::unlink(ZRAttr& attr) {
+    ZRAttr* next = std::exchange(attr.m_nextAttribute, nullptr);
+    ZRAttr* previous = std::exchange(attr.m_previousAttribute, nullptr);
+    (next != nullptr ? next->m_previousAttribute : m_last) = previous;
+    (previous != nullptr ? previous->m_nextAttribute : m_first) = next;
+    attr.m_parent = nullptr;
+    --m_count;
+}
+
+ZRPtr<ZRAttr> AttrNodeMap::remove(ZRAttr& attr) {
+    if (m_index) {
+        m_index->remove(attr);
+    }
+    unlink(attr);
+    return ZRPtr<ZRAttr>::adopt(&attr);
+}
+
+ZRPtr<ZRNode> AttrNodeMap::removeNamedItem(ZRName name) {
+    ZRAttr* attr = find(name);
+    return attr != nullptr ? remove(*attr) : nullptr;
+}
+
+ZRPtr<ZRNode> AttrNodeMap::removeNamedItemNS(ZRName namespaceUri, ZRName name) {
+    ZRAttr* attr = find(namespaceUri, name);
+    return attr != nullptr ? remove(*attr) : nullptr;
+}
+
+}  // namespace ZroCommon::internal

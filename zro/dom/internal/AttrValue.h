@@ -1,0 +1,58 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "zro/values/ZRValue.h"
+
+namespace ZroCommon::internal {
+
+/// The value of an attribute, in half the room of a cache line.
+///
+/// Nearly all values are short texts, which a `ZRValue` would keep in an object of its own on the
+/// heap. Here texts lie inside or in a block of their length, and the `ZRValue` is made when asked
+/// for. Values of all other kinds are kept as they are.
+class AttrValue {
+public:
+    AttrValue() = default;
+    AttrValue(const AttrValue&) = delete;
+    AttrValue& operator=(const AttrValue&) = delete;
+    ~AttrValue() { clear(); }
+
+    void set(const ZRValue& value);
+    void set(const UnicodeString& text, ZRValueUnitType unit);
+
+    ZRValue get() const;
+    /// The value's string form.
+    UnicodeString text() const;
+    /// Whether it is a string value.
+    bool isText() const { return m_kind != Kind::Value; }
+
+private:
+    enum class Kind : std::uint8_t { Value, InlineText, BlockText };
+
+    static constexpr std::size_t kInlineUnits = 8;
+
+    struct BlockText {
+        char16_t* units;
+        std::size_t length;
+    };
+    union Storage {
+        Storage() : value() {}
+        ~Storage() {}
+
+        ZRValue value;
+        std::array<char16_t, kInlineUnits> units;
+        BlockText block;
+    };
+
+    void clear() noexcept;
+
+    Storage m_storage;
+    Kind m_kind = Kind::Value;
+    std::uint8_t m_unit = ZRValueUnitNone;  // of a text
+    std::uint8_t m_inlineLength = 0;
+};
+
+}  // namespace ZroCommon::internal

@@ -1,0 +1,86 @@
+#include "zro/dom/internal/Element.h"
+
+#include <utility>
+
+#include "zro/dom/internal/Attr.h"
+#include "zro/dom/internal/AttrNodeMap.h"
+
+namespace ZroCommon::internal {
+namespace {
+
+/// The same as setting a string value, without making one for an attribute of ours.
+void setTextValue(ZRAttr& attr, const UnicodeString& text) {
+    if (Attr* plain = asPlainAttr(attr)) {
+        plain->setText(text);
+    } else {
+        attr.setValue(ZRValue(text));
+    }
+}
+
+}  // namespace
+
+Element::Element(ZRDocument* ownerDocument, ZRName prefix, ZRName localName)
+    : ZRElement(ownerDocument), m_localName(localName), m_prefix(prefix) {}
+
+Element::~Element() = default;
+
+unsigned int Element::getTypeID() const {
+    return getStaticTypeID();
+}
+
+bool Element::isA(unsigned int typeID) const {
+    return typeID == getStaticTypeID() || ZRElement::isA(typeID);
+}
+
+UnicodeString Element::getTypeName() const {
+    return u"Element";
+}
+
+ZRName Element::getNamespaceUri() const {
+    return const_cast<Element*>(this)->lookupNamespaceUri(m_prefix);  // an element never loads here
+}
+
+ZRPtr<ZRNode> Element::cloneNode(bool deep) {
+    return finishClone(new Element(getOwnerDocument(), m_prefix, m_localName), deep);
+}
+
+void Element::setAttributeEx(ZRName namespaceUri, ZRName prefix, ZRName name,
+                             const UnicodeString& text) {
+    AttrNodeMap& map = ensureAttributes();
+    if (ZRAttr* known = map.find(namespaceUri, name)) {
+        setTextValue(*known, text);
+        known->setPrefix(prefix);
+        return;
+    }
+    ZRPtr<ZRAttr> attr = makeAttribute(namespaceUri, prefix, name);
+    if (attr.get() == nullptr) {
+        return;
+    }
+    setTextValue(*attr, text);
+    if (asPlainAttr(*attr) != nullptr && attr->getParentNodeFast() == nullptr) {
+        map.append(std::move(attr));
+    } else {
+        map.setNamedItemNS(attr);
+    }
+}
+
+unsigned int ElementNS::getTypeID() const {
+    return getStaticTypeID();
+}
+
+bool ElementNS::isA(unsigned int typeID) const {
+    return typeID == getStaticTypeID() || Element::isA(typeID);
+}
+
+UnicodeString ElementNS::getTypeName() const {
+    return u"ElementNS";
+}
+
+ElementNS::~ElementNS() = default;
+
+ZRPtr<ZRNode> ElementNS::cloneNode(bool deep) {
+    return finishClone(
+        new ElementNS(getOwnerDocument(), m_namespaceUri, getPrefix(), getLocalName()), deep);
+}
+
+}  // namespace ZroCommon::internal
