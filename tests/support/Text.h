@@ -29,8 +29,8 @@ inline UnicodeString text(std::string_view bytes) {
 
 U_NAMESPACE_BEGIN
 /// Lets GoogleTest print texts.
-inline void PrintTo(const UnicodeString& text,
-                    std::ostream* out) {  // NOLINT(readability-identifier-naming)
+// NOLINTNEXTLINE(readability-identifier-naming): the name GoogleTest looks for
+inline void PrintTo(const UnicodeString& text, std::ostream* out) {
     *out << '"' << ZroCommon::testing::utf8(text) << '"' << (text.isBogus() ? " (bogus)" : "");
 }
 U_NAMESPACE_END
