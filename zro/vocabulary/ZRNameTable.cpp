@@ -42,10 +42,13 @@ ZRNameTable::ZRNameTable()
 ZRNameTable::ZRNameTable(internal::NameStore& sharedStore) : m_store(&sharedStore) {}
 
 ZRNameTable::~ZRNameTable() {
-    ZRNameTable* self = this;
-    if (s_sharedNameTable.compare_exchange_strong(self, nullptr)) {
-        m_store->restart();
+    if (m_ownStore != nullptr) {
+        return;
     }
+    // Taken here as well, since the last reference may go by the table's own `release`.
+    const ZRMutex guard(s_sharedNameTableLock);
+    s_sharedNameTable.store(nullptr, std::memory_order_release);
+    m_store->restart();
 }
 
 unsigned int ZRNameTable::getTypeID() const {

@@ -8,13 +8,8 @@
 namespace ZroCommon::internal {
 namespace {
 
-struct SipKey {
-    std::uint64_t first;
-    std::uint64_t second;
-};
-
-SipKey drawKey() {
-    SipKey key{};
+HashKey drawKey() {
+    HashKey key{};
     fillWithRandomBytes(std::as_writable_bytes(std::span(&key, 1)));
     return key;
 }
@@ -47,18 +42,17 @@ struct SipState {
 
 }  // namespace
 
-std::uint64_t keyedNameHash(std::u16string_view name) {
-    static const SipKey s_key = drawKey();
-    SipState state{s_key.first ^ 0x736F6D6570736575U, s_key.second ^ 0x646F72616E646F6DU,
-                   s_key.first ^ 0x6C7967656E657261U, s_key.second ^ 0x7465646279746573U};
-    const char16_t* text = name.data();
-    std::size_t left = name.size();
-    for (; left >= 4; left -= 4, text += 4) {
-        state.absorb(loadFourUnits(text));
+std::uint64_t sipHash(std::u16string_view text, HashKey key) {
+    SipState state{key.first ^ 0x736F6D6570736575U, key.second ^ 0x646F72616E646F6DU,
+                   key.first ^ 0x6C7967656E657261U, key.second ^ 0x7465646279746573U};
+    const char16_t* units = text.data();
+    std::size_t left = text.size();
+    for (; left >= 4; left -= 4, units += 4) {
+        state.absorb(loadFourUnits(units));
     }
-    std::uint64_t tail = static_cast<std::uint64_t>(name.size() * 2) << 56U;
+    std::uint64_t tail = static_cast<std::uint64_t>(text.size() * 2) << 56U;
     for (std::size_t i = 0; i < left; ++i) {
-        tail |= static_cast<std::uint64_t>(text[i]) << (16U * i);
+        tail |= static_cast<std::uint64_t>(units[i]) << (16U * i);
     }
     state.absorb(tail);
     state.v2 ^= 0xFFU;
@@ -66,6 +60,11 @@ std::uint64_t keyedNameHash(std::u16string_view name) {
     state.round();
     state.round();
     return state.v0 ^ state.v1 ^ state.v2 ^ state.v3;
+}
+
+std::uint64_t keyedNameHash(std::u16string_view name) {
+    static const HashKey s_key = drawKey();
+    return sipHash(name, s_key);
 }
 
 }  // namespace ZroCommon::internal

@@ -39,8 +39,16 @@ constexpr std::uint32_t builtinNameHash(std::u16string_view name) {
     return static_cast<std::uint32_t>(hash ^ (hash >> 32U));
 }
 
-/// SipHash-1-3 of a text under a key that the process draws at random, for every table that input
-/// can fill: colliding names cannot be made without the key.
+struct HashKey {
+    std::uint64_t first;
+    std::uint64_t second;
+};
+
+/// SipHash-1-3 of a text, taken as little-endian bytes.
+std::uint64_t sipHash(std::u16string_view text, HashKey key);
+
+/// The same under a key that the process draws at random, for every table that input can fill:
+/// colliding names cannot be made without the key.
 std::uint64_t keyedNameHash(std::u16string_view name);
 
 }  // namespace ZroCommon::internal

@@ -1,0 +1,172 @@
+#include "zro/vocabulary/ZRNameTable.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/Text.h"
+#include "zro/foundation/ZRPtr.h"
+#include "zro/foundation/internal/AppendNumber.h"
+
+namespace ZroCommon {
+namespace {
+
+using testing::text;
+using testing::utf8;
+
+UnicodeString numbered(const char16_t* prefix, int number) {
+    UnicodeString result(prefix);
+    return internal::appendNumber(result, number);
+}
+
+// Drops the shared table if nobody holds it: the next one numbers from 1583.
+void restartSharedTable() {
+    ZRNameTable::addRefSharedNameTable();
+    ZRNameTable::releaseSharedNameTable();
+}
+
+ZRNameEnum enumOf(int number) {
+    return static_cast<ZRNameEnum>(number);
+}
+
+TEST(ZRNameTable, FindsEveryBuiltinNameBothWays) {
+    for (int number = 1; number <= ZRN_LAST_BUILTIN; ++number) {
+        const UnicodeString& name = ZRNameTable::getBuiltinNameString(enumOf(number));
+        ASSERT_FALSE(name.isEmpty()) << number;
+        ASSERT_EQ(int{ZRNameTable::getBuiltinNameEnum(name)}, number) << utf8(name);
+        ASSERT_EQ(int{ZRNameTable::getBuiltinNameEnum(UnicodeString(name).append(u'_'))}, 0);
+    }
+}
+
+TEST(ZRNameTable, BuiltinNamesAreTheRowsOfTheVocabulary) {
+    std::ifstream rows(ZRO_TEST_DATA_DIR "/builtin-names.tsv");
+    if (!rows) {
+        GTEST_SKIP() << "no builtin-names.tsv in " ZRO_TEST_DATA_DIR;
+    }
+    int count = 0;
+    for (std::string row; std::getline(rows, row); ++count) {
+        const std::size_t tab = row.find('\t');
+        const ZRNameEnum number = enumOf(std::stoi(row.substr(0, tab)));
+        EXPECT_EQ(utf8(ZRNameTable::getBuiltinNameString(number)), row.substr(tab + 1));
+    }
+    EXPECT_EQ(count, int{ZRN_LAST_BUILTIN});
+}
+
+TEST(ZRNameTable, OutsideTheBuiltinRowsTheTextIsEmpty) {
+    for (const int number : {-1, 0, 1583, 0x7FFFFFFF}) {
+        EXPECT_EQ(utf8(ZRNameTable::getBuiltinNameString(enumOf(number))), "") << number;
+    }
+    EXPECT_EQ(ZRNameTable::getBuiltinNameEnum(u""), ZRN_EMPTY);
+    EXPECT_EQ(ZRNameTable::getBuiltinNameEnum(u"no row of the table"), ZRN_EMPTY);
+}
+
+TEST(ZRNameTable, NumbersNewNamesInTheOrderOfFirstUse) {
+    restartSharedTable();
+    EXPECT_EQ(int{ZRNameTable::getSharedNameEnum(u"one more")}, 1583);
+    EXPECT_EQ(int{ZRNameTable::getSharedNameEnum(u"and another")}, 1584);
+    EXPECT_EQ(int{ZRNameTable::getSharedNameEnum(u"one more")}, 1583);
+    EXPECT_EQ(utf8(ZRNameTable::getSharedNameString(enumOf(1584))), "and another");
+    EXPECT_EQ(utf8(ZRNameTable::getSharedNameString(enumOf(1585))), "");
+    EXPECT_EQ(int{ZRNameTable::getSharedNameTable()->getNameLast()}, 1584);
+}
+
+TEST(ZRNameTable, AnewTableNumbersAnewAndOldTextsStay) {
+    restartSharedTable();
+    ZRNameTable::getSharedNameEnum(u"early");
+    const UnicodeString& held = ZRNameTable::getSharedNameString(enumOf(1583));
+    restartSharedTable();
+    EXPECT_EQ(utf8(ZRNameTable::getSharedNameString(enumOf(1583))), "");
+    EXPECT_EQ(ZRNameTable::getSharedNameTable()->lookupName(u"early"), ZRN_EMPTY);
+    EXPECT_EQ(int{ZRNameTable::getSharedNameEnum(u"late")}, 1583);
+    EXPECT_EQ(int{ZRNameTable::getSharedNameEnum(u"early")}, 1584);
+    EXPECT_EQ(utf8(held), "early");
+}
+
+TEST(ZRNameTable, AReferenceKeepsTheNumbering) {
+    restartSharedTable();
+    ZRNameTable* table = ZRNameTable::addRefSharedNameTable();
+    EXPECT_EQ(table->getRefCount(), 1);
+    EXPECT_EQ(ZRNameTable::getSharedNameTable(), table);
+    EXPECT_EQ(table->getRefCount(), 1);
+    const ZRNameEnum number = ZRNameTable::getSharedNameEnum(u"kept");
+    restartSharedTable();
+    EXPECT_EQ(ZRNameTable::getSharedNameEnum(u"kept"), number);
+    ZRNameTable::releaseSharedNameTable();
+    ZRNameTable::releaseSharedNameTable();  // there is no table any more: nothing happens
+}
+
+TEST(ZRNameTable, LooksUpWithoutAdding) {
+    ZRNameTable table;
+    EXPECT_EQ(table.lookupName(u"unknown"), ZRN_EMPTY);
+    EXPECT_EQ(int{table.getNameLast()}, 1582);
+    const ZRNameEnum number = table.getNameEnum(u"unknown");
+    EXPECT_EQ(table.lookupName(u"unknown"), number);
+    EXPECT_EQ(table.lookupName(u"auto"), ZRN_auto);
+    EXPECT_EQ(table.lookupName(u""), ZRN_EMPTY);
+}
+
+TEST(ZRNameTable, TablesShareTheBuiltinNamesAlone) {
+    ZRNameTable one;
+    ZRNameTable other;
+    EXPECT_EQ(one.getNameEnum(u"mine"), other.getNameEnum(u"yours"));
+    EXPECT_EQ(utf8(one.getNameString(enumOf(1583))), "mine");
+    EXPECT_EQ(utf8(other.getNameString(enumOf(1583))), "yours");
+    EXPECT_EQ(one.getNameEnum(u"auto"), ZRN_auto);
+    EXPECT_EQ(one.getNameEnum(u""), ZRN_EMPTY);
+    EXPECT_EQ(int{one.getNameLast()}, 1583);
+    for (const int number : {-5, 0, 1584}) {
+        EXPECT_EQ(utf8(one.getNameString(enumOf(number))), "") << number;
+    }
+}
+
+TEST(ZRNameTable, TextsNeverMove) {
+    ZRNameTable table;
+    std::vector<const UnicodeString*> texts;
+    constexpr int kCount = 50'000;
+    for (int i = 0; i < kCount; ++i) {
+        const ZRNameEnum number = table.getNameEnum(numbered(u"name-", i));
+        ASSERT_EQ(int{number}, 1583 + i);
+        texts.push_back(&table.getNameString(number));
+    }
+    for (int i = 0; i < kCount; ++i) {
+        ASSERT_EQ(&table.getNameString(enumOf(1583 + i)), texts[static_cast<std::size_t>(i)]);
+        ASSERT_EQ(*texts[static_cast<std::size_t>(i)], numbered(u"name-", i));
+        ASSERT_EQ(int{table.lookupName(numbered(u"name-", i))}, 1583 + i);
+    }
+}
+
+TEST(ZRNameTable, TellsItsType) {
+    const ZRPtr<ZRNameTable> table(new ZRNameTable);
+    EXPECT_EQ(table->getTypeID(), 0x31FB5B85U);
+    EXPECT_EQ(utf8(table->getTypeName()), "ZRNameTable");
+    EXPECT_TRUE(table->isA(0x31FB5B85U) && table->isA(0x90AF0240U) && table->isA(0xA4EBD8C4U));
+    EXPECT_FALSE(table->isA(0xE7D947B0U));
+}
+
+// In a process of its own, which exits with the number of what went wrong.
+[[noreturn]] void cleanUpAndLook() {
+    ZRNameTable::addRefSharedNameTable();
+    ZRNameTable::getSharedNameEnum(u"a name");
+    ZRNameTable::cleanup();
+    if (ZRNameTable::getBuiltinNameEnum(u"auto") != ZRN_EMPTY) {
+        std::exit(1);
+    }
+    if (ZRNameTable::getBuiltinNameString(ZRN_auto) != UnicodeString(u"auto")) {
+        std::exit(2);
+    }
+    if (!ZRNameTable::getSharedNameString(enumOf(1583)).isEmpty()) {
+        std::exit(3);
+    }
+    ZRNameTable::cleanup();
+    std::exit(0);
+}
+
+TEST(ZRNameTableDeathTest, CleanupForgetsBuiltinNamesAndTheSharedTable) {
+    EXPECT_EXIT(cleanUpAndLook(), ::testing::ExitedWithCode(0), "");
+}
+
+}  // namespace
+}  // namespace ZroCommon
