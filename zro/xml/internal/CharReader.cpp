@@ -1,0 +1,410 @@
+#include "zro/xml/internal/CharReader.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "zro/xml/internal/Scan.h"
+#include "zro/xml/internal/TextBuffer.h"
+
+namespace ZroCommon::internal {
+namespace {
+
+constexpr char32_t kNextLine = 0x85;
+constexpr char32_t kLineSeparator = 0x2028;
+
+constexpr bool isLead(char16_t unit) {
+    return (unit & 0xFC00U) == 0xD800U;
+}
+
+constexpr bool isTrail(char16_t unit) {
+    return (unit & 0xFC00U) == 0xDC00U;
+}
+
+constexpr bool isLineEnd(char32_t c) {
+    return c == u'\n' || c == u'\r' || c == kNextLine || c == kLineSeparator;
+}
+
+// Numbers beyond 2^31 wrap.
+int plus(int number, std::size_t count) {
+    return static_cast<int>(static_cast<unsigned>(number) + static_cast<unsigned>(count));
+}
+
+}  // namespace
+
+CharReader::CharReader() {
+    reset();
+}
+
+void CharReader::reset() {
+    m_segments.clear();
+    m_frames.clear();
+    m_frames.emplace_back();
+    top().input = std::make_unique<DecodedInput>();
+    m_run = {};
+    m_high = nullptr;
+    m_replaced = 0;
+}
+
+void CharReader::close() {
+    while (m_frames.size() > 1) {
+        popFrame();
+    }
+    suspendRun();
+    updatePosition();
+    keepUnread();
+    top().window = {};
+    top().high = nullptr;
+    top().counted = nullptr;
+    resumeRun();
+    input().close();
+}
+
+void CharReader::open(std::istream& stream) {
+    input().open(stream);
+}
+
+void CharReader::open(std::unique_ptr<std::istream> stream) {
+    input().open(std::move(stream));
+}
+
+const DecodedInput& CharReader::input() const {
+    // A literal belongs to the input that it was read from, which lies right under it.
+    return top().input != nullptr ? *top().input : *m_frames[m_frames.size() - 2].input;
+}
+
+DecodedInput& CharReader::input() {
+    return const_cast<DecodedInput&>(std::as_const(*this).input());
+}
+
+bool CharReader::hasFailed() const {
+    if (top().input == nullptr) {
+        return m_run.at == m_run.end && !inSegment();
+    }
+    const Run& window = inSegment() ? top().window : m_run;
+    return !hasStream() || (input().atEnd() && window.at == window.end);
+}
+
+// Runs.
+
+void CharReader::suspendRun() {
+    if (inSegment()) {
+        Segment& segment = m_segments.back();
+        if (segment.single == kEnd) {
+            segment.position = static_cast<std::int32_t>(m_run.at - segment.text.getBuffer());
+        }
+        return;
+    }
+    top().window = m_run;
+    top().high = m_high;
+}
+
+void CharReader::resumeRun() {
+    if (!inSegment()) {
+        m_run = top().window;
+        m_high = top().high;
+        return;
+    }
+    const Segment& segment = m_segments.back();
+    if (segment.single != kEnd) {
+        m_run = {};
+    } else {
+        const char16_t* units = segment.text.getBuffer();
+        m_run = {units, units + segment.position, units + segment.text.length()};
+    }
+    m_high = m_run.at;
+}
+
+void CharReader::dropUsedSegments() {
+    while (inSegment() && m_run.at == m_run.end && m_segments.back().single == kEnd) {
+        m_segments.pop_back();
+        resumeRun();
+    }
+}
+
+void CharReader::addSegment(Segment segment) {
+    dropUsedSegments();
+    suspendRun();
+    m_segments.push_back(std::move(segment));
+    resumeRun();
+}
+
+void CharReader::pushText(const UnicodeString& text) {
+    if (!text.isEmpty()) {
+        addSegment({text, 0, kEnd});
+    }
+}
+
+void CharReader::pushReplacement(const UnicodeString& text) {
+    checkCancel();
+    m_replaced += static_cast<std::uint64_t>(text.length());
+    if (limits.entityExpansionFactor != 0 && m_replaced > limits.entityExpansionThreshold
+        && m_replaced / limits.entityExpansionFactor > m_frames.front().input->total()) {
+        throw LimitBreach{u"entity expansion"};
+    }
+    pushText(text);
+}
+
+void CharReader::pushBackSlowly(char32_t c) {
+    if (c == kEnd) {
+        return;
+    }
+    if (c >= 0x10000 && m_run.at - m_run.start >= 2
+        && m_run.at[-2] == static_cast<char16_t>(0xD7C0 + (c >> 10U))
+        && m_run.at[-1] == static_cast<char16_t>(0xDC00 + (c & 0x3FFU))) {
+        noteHigh();
+        m_run.at -= 2;
+        return;
+    }
+    pushCharacter(c);
+}
+
+void CharReader::pushCharacter(char32_t c) {
+    if (c != kEnd) {
+        addSegment({UnicodeString(), 0, c});
+    }
+}
+
+void CharReader::findRun() {
+    dropUsedSegments();
+    if (m_run.at == m_run.end && !inSegment()) {
+        refill();
+    }
+}
+
+DecodedInput::Fill CharReader::refill() {
+    if (top().input == nullptr || !hasStream()) {
+        return DecodedInput::Fill::End;
+    }
+    checkCancel();
+    updatePosition();
+    const InputTail tail = m_frames.size() > 1 ? InputTail::Nested : InputTail::Closed;
+    const DecodedInput::Fill fill = top().input->refill(m_run, tail);
+    m_high = m_run.at;
+    top().counted = m_run.at;
+    return fill;
+}
+
+void CharReader::checkCancel() const {
+    if (limits.cancelFlag != nullptr && limits.cancelFlag->load(std::memory_order_relaxed)) {
+        throw LimitBreach{u"cancelled"};
+    }
+}
+
+// Single characters.
+
+char32_t CharReader::getSlowly() {
+    char32_t c = kEnd;
+    unsigned openReturns = 0;  // inputs that ended in a CR, which takes an LF of the outer input
+    while (!takeNext(c, openReturns)) {
+    }
+    return openReturns == 0 ? c : closeReturns(c, openReturns);
+}
+
+// One step to the next character. False when the step did not give one.
+bool CharReader::takeNext(char32_t& c, unsigned& openReturns) {
+    dropUsedSegments();
+    if (m_run.at != m_run.end) {
+        c = takeCodePoint();
+        return true;
+    }
+    if (inSegment()) {
+        c = takeSingle();
+        return true;
+    }
+    switch (refill()) {
+    case DecodedInput::Fill::Filled: return false;
+    case DecodedInput::Fill::End: return atInputEnd(c);
+    case DecodedInput::Fill::Special: break;
+    }
+    c = top().input->takeSpecial();
+    if (c == u'\r') {
+        ++openReturns;
+        popFrame();
+        return false;
+    }
+    if (c != kEnd) {
+        countCharacter(c);
+    }
+    return true;
+}
+
+bool CharReader::atInputEnd(char32_t& c) {
+    if (m_frames.size() > 1 && top().input != nullptr) {
+        popFrame();
+        return false;
+    }
+    if (top().input != nullptr) {
+        top().input->bytes().setEndState();
+    }
+    c = kEnd;
+    return true;
+}
+
+// On purpose: a CR that ends an external entity takes a line feed behind the reference with it, and
+// what else follows there is read again behind all pushed-back text, and counts again.
+char32_t CharReader::closeReturns(char32_t next, unsigned count) {
+    if (next != u'\n' && next != kNextLine && next != kEnd) {
+        suspendRun();
+        const auto first = m_segments.begin() + static_cast<std::ptrdiff_t>(top().firstSegment);
+        m_segments.insert(first, {UnicodeString(), 0, next, true});
+        resumeRun();
+    }
+    for (; count != 0; --count) {
+        countCharacter(u'\n');
+    }
+    return u'\n';
+}
+
+char32_t CharReader::takeCodePoint() {
+    const char16_t unit = *m_run.at++;
+    if (!isLead(unit) || m_run.at == m_run.end || !isTrail(*m_run.at)) {
+        return unit;
+    }
+    const char16_t trail = *m_run.at++;
+    return 0x10000 + ((static_cast<char32_t>(unit) & 0x3FFU) << 10U) + (trail & 0x3FFU);
+}
+
+char32_t CharReader::takeSingle() {
+    const Segment single = m_segments.back();
+    m_segments.pop_back();
+    resumeRun();
+    if (!single.counts) {
+        return single.single;
+    }
+    countCharacter(single.single);
+    return isLineEnd(single.single) ? u'\n' : single.single;
+}
+
+// Inputs.
+
+void CharReader::push(std::unique_ptr<DecodedInput> inner) {
+    if (limits.inputNesting != 0 && m_frames.size() > limits.inputNesting) {
+        throw LimitBreach{u"input nesting"};
+    }
+    dropUsedSegments();
+    suspendRun();
+    Frame& frame = m_frames.emplace_back();
+    frame.input = std::move(inner);
+    frame.firstSegment = m_segments.size();
+    resumeRun();
+}
+
+void CharReader::pushLiteral(std::u16string_view units, int line, int column) {
+    dropUsedSegments();
+    suspendRun();
+    Frame& frame = m_frames.emplace_back();
+    frame.firstSegment = m_segments.size();
+    frame.window = {units.data(), units.data(), units.data() + units.size()};
+    frame.high = units.data();
+    frame.counted = units.data();
+    frame.line = line;
+    frame.column = column;
+    resumeRun();
+}
+
+void CharReader::popLiteral() {
+    popFrame();
+}
+
+void CharReader::popFrame() {
+    m_segments.resize(top().firstSegment);
+    m_frames.pop_back();
+    resumeRun();
+}
+
+DecodedInput& CharReader::settle() {
+    dropUsedSegments();
+    suspendRun();
+    updatePosition();
+    keepUnread();
+    top().input->settle(top().window);
+    resumeRun();
+    return *top().input;
+}
+
+// Characters of the window that were put back stay to be read, as text before the window. The run
+// is suspended.
+void CharReader::keepUnread() {
+    Frame& frame = top();
+    if (frame.window.at < frame.high) {
+        const auto count = static_cast<std::int32_t>(frame.high - frame.window.at);
+        const auto first = m_segments.begin() + static_cast<std::ptrdiff_t>(frame.firstSegment);
+        m_segments.insert(first, {UnicodeString(frame.window.at, count), 0, kEnd});
+        frame.window.at = frame.high;
+    }
+}
+
+// Positions.
+
+void CharReader::updatePosition() const {
+    Frame& frame = m_frames.back();
+    const bool current = !inSegment();
+    const char16_t* at =
+        current ? std::max(m_run.at, m_high) : std::max(frame.window.at, frame.high);
+    if (at == frame.counted) {
+        return;
+    }
+    const char16_t* lineStart = frame.counted;
+    if (const std::size_t lines = countOf(lineStart, at, u'\n')) {
+        frame.line = plus(frame.line, lines);
+        frame.column = 0;
+        for (lineStart = at; lineStart[-1] != u'\n'; --lineStart) {
+        }
+    }
+    const auto units = static_cast<std::size_t>(at - lineStart);
+    frame.column = plus(frame.column, units - countLeads(lineStart, at));
+    frame.counted = at;
+}
+
+void CharReader::setPosition(int line, int column) {
+    updatePosition();
+    top().line = line;
+    top().column = column;
+}
+
+// A character that was read past the window.
+void CharReader::countCharacter(char32_t c) {
+    const int line = this->line();
+    const int column = this->column();
+    if (isLineEnd(c)) {
+        setPosition(plus(line, 1), 0);
+    } else {
+        setPosition(line, plus(column, 1));
+    }
+}
+
+int CharReader::line() const {
+    updatePosition();
+    return top().line;
+}
+
+int CharReader::column() const {
+    updatePosition();
+    return top().column;
+}
+
+std::size_t normalizeLiteral(std::span<char16_t> units) {
+    std::size_t to = 0;
+    for (std::size_t from = 0; from < units.size(); ++from) {
+        char16_t unit = units[from];
+        const char16_t next = from + 1 < units.size() ? units[from + 1] : char16_t{0};
+        if (isLead(unit)) {
+            if (!isTrail(next)) {
+                unit = 0xFFFD;
+            } else {
+                units[to++] = unit;
+                unit = next;
+            }
+            ++from;
+        } else if (unit == u'\r') {
+            from += next == u'\n' || next == kNextLine ? 1U : 0U;
+            unit = u'\n';
+        } else if (unit == kNextLine || unit == kLineSeparator) {
+            unit = u'\n';
+        }
+        units[to++] = unit;
+    }
+    return to;
+}
+
+}  // namespace ZroCommon::internal

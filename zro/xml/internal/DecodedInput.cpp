@@ -1,0 +1,125 @@
+#include "zro/xml/internal/DecodedInput.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "zro/xml/internal/Transcoder.h"
+
+namespace ZroCommon::internal {
+namespace {
+
+constexpr std::size_t kHistory = 2;
+constexpr std::size_t kFirstWindow = 1024;
+constexpr std::size_t kLargestWindow = 32 * 1024;
+
+// How many bytes the first units of a window were made from.
+std::size_t bytesOfUnits(EncodingMode mode, const unsigned char* bytes, std::size_t count,
+                         std::size_t units) {
+    std::array<char16_t, 2> scratch{};
+    Decoding state{bytes, bytes + count, scratch.data(), scratch.data() + scratch.size()};
+    for (std::size_t made = 0; made < units;) {
+        state.units = scratch.data();
+        if (!decodeNext(mode, state)) {
+            break;
+        }
+        made += static_cast<std::size_t>(state.units - scratch.data());
+    }
+    return static_cast<std::size_t>(state.bytes - bytes);
+}
+
+}  // namespace
+
+void DecodedInput::open(std::istream& stream) {
+    m_baseStream = &stream;
+    m_source = ByteSource(&stream);
+    m_limit = kFirstWindow;
+    m_decodedBytes = 0;
+}
+
+void DecodedInput::open(std::unique_ptr<std::istream> stream) {
+    m_ownStream = std::move(stream);
+    open(*m_ownStream);
+}
+
+void DecodedInput::close() {
+    m_source = ByteSource();
+    m_transcoder.reset();
+    m_rest.reset();
+    m_baseStream = nullptr;
+    m_ownStream.reset();
+    m_decodedBytes = 0;
+}
+
+void DecodedInput::makeWindow(Run& window) {
+    std::array<char16_t, kHistory> history{};
+    const auto kept =
+        std::min<std::size_t>(kHistory, static_cast<std::size_t>(window.at - window.start));
+    std::copy_n(window.at - kept, kept, history.begin());
+    if (m_capacity < m_limit + kHistory) {
+        m_units.reset(new char16_t[m_limit + kHistory]);
+        m_capacity = m_limit + kHistory;
+    }
+    std::copy_n(history.begin(), kept, m_units.get());
+    m_history = kept;
+    window.start = m_units.get();
+    window.at = m_units.get() + kept;
+    window.end = window.at;
+}
+
+DecodedInput::Fill DecodedInput::refill(Run& window, InputTail tail) {
+    makeWindow(window);
+    m_decodedBytes = 0;
+    char16_t* const first = m_units.get() + (window.at - window.start);
+    for (;;) {
+        Decoding state{m_source.begin(), m_source.end(), first, first + m_limit};
+        const DecodeStop stop =
+            decode(encoding.mode, state, m_source.sawEnd() ? tail : InputTail::Open);
+        if (state.units != first) {
+            m_decodedBytes = static_cast<std::size_t>(state.bytes - m_source.begin());
+            m_source.take(m_decodedBytes);
+            m_limit = std::min(m_limit * 2, kLargestWindow);
+            window.end = state.units;
+            return Fill::Filled;
+        }
+        if (stop == DecodeStop::Unrepresented) {
+            return Fill::Special;
+        }
+        if (!m_source.fetch() && m_source.available() == 0) {
+            return Fill::End;
+        }
+    }
+}
+
+char32_t DecodedInput::takeSpecial() {
+    const DecodedOne one = decodeOne(encoding.mode, m_source.begin(), m_source.end(), true);
+    m_source.take(one.length);
+    return one.character;
+}
+
+void DecodedInput::settle(Run& window) {
+    if (window.at != window.end) {
+        m_source.giveBack(m_decodedBytes);
+        const auto read = static_cast<std::size_t>(window.at - m_units.get()) - m_history;
+        // The window was made from these bytes alone, so they give the same units again.
+        m_source.take(bytesOfUnits(encoding.mode, m_source.begin(), m_decodedBytes, read));
+    }
+    window.end = window.at;
+    m_decodedBytes = 0;
+    m_limit = kFirstWindow;
+}
+
+bool DecodedInput::transcode(const UnicodeString& name) {
+    auto rest = std::make_unique<RestStream>(std::move(m_source));
+    std::unique_ptr<std::istream> transcoder = openTranscoder(rest.get(), name);
+    if (transcoder == nullptr) {
+        m_source = rest->release();
+        return false;
+    }
+    m_source = ByteSource(transcoder.get());
+    m_rest = std::move(rest);
+    m_transcoder = std::move(transcoder);
+    return true;
+}
+
+}  // namespace ZroCommon::internal

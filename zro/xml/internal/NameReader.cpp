@@ -1,0 +1,219 @@
+#include "zro/xml/internal/NameReader.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "zro/vocabulary/internal/NameHash.h"
+#include "zro/vocabulary/internal/SharedNames.h"
+#include "zro/xml/internal/Scan.h"
+#include "zro/xml/internal/TextBuffer.h"
+
+namespace ZroCommon::internal {
+namespace {
+
+struct Range {
+    char32_t first;
+    char32_t last;
+};
+
+// The ranges of XML 1.0, fifth edition, but for the colon, for U+00D7 and U+00F7, which lie inside
+// the second range, and for the planes 15 and up.
+constexpr std::array kStartRanges = {
+    Range{0xC0, 0x2FF},    Range{0x370, 0x37D},   Range{0x37F, 0x1FFF},  Range{0x200C, 0x200D},
+    Range{0x2070, 0x218F}, Range{0x2C00, 0x2FEF}, Range{0x3001, 0xD7FF}, Range{0xF900, 0xEFFFF}};
+
+constexpr std::array kFurtherRanges = {Range{0xB7, 0xB7}, Range{0x300, 0x36F},
+                                       Range{0x203F, 0x2040}};
+
+template <std::size_t kCount>
+bool isIn(const std::array<Range, kCount>& ranges, char32_t c) {
+    return std::any_of(ranges.begin(), ranges.end(),
+                       [c](const Range& range) { return c >= range.first && c <= range.last; });
+}
+
+constexpr bool isAsciiNameStart(char32_t c) {
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_';
+}
+
+// Texts of the same length, four units a step, the last step overlapping the one before.
+bool sameUnits(const char16_t* left, const char16_t* right, std::size_t count) {
+    if (count < 4) {
+        for (std::size_t i = 0; i < count; ++i) {
+            if (left[i] != right[i]) {
+                return false;
+            }
+        }
+        return true;
+    }
+    for (std::size_t i = 0; i + 4 < count; i += 4) {
+        if (loadFourUnits(left + i) != loadFourUnits(right + i)) {
+            return false;
+        }
+    }
+    return loadFourUnits(left + count - 4) == loadFourUnits(right + count - 4);
+}
+
+}  // namespace
+
+bool isNameStart(char32_t c) {
+    return c < 0x80 ? isAsciiNameStart(c) : isIn(kStartRanges, c);
+}
+
+bool isNameCharacter(char32_t c) {
+    return c < 0x80 ? isAsciiNameUnit(static_cast<char16_t>(c))
+                    : isIn(kStartRanges, c) || isIn(kFurtherRanges, c);
+}
+
+bool NameReader::Entry::is(std::uint32_t otherHash, std::u16string_view otherText) const {
+    return hash == otherHash && length == otherText.size()
+           && sameUnits(text.data(), otherText.data(), length);
+}
+
+const NameReader::Entry* NameReader::find(std::uint32_t hash, std::u16string_view text) const {
+    for (std::size_t at = hash % kIndexSize; m_index[at] != 0; at = (at + 1) % kIndexSize) {
+        const Entry& entry = m_entries[m_index[at] - 1U];
+        if (entry.is(hash, text)) {
+            return &entry;
+        }
+    }
+    return nullptr;
+}
+
+void NameReader::remember(std::uint32_t hash, std::u16string_view text, QName name) {
+    if (text.empty() || text.size() > Entry::kMostUnits) {
+        return;
+    }
+    if (m_entries.size() == kMostEntries) {
+        m_entries.clear();
+        m_index.fill(0);
+    }
+    Entry& entry = m_entries.emplace_back();
+    entry.hash = hash;
+    entry.prefix = name.prefix;
+    entry.local = name.local;
+    entry.length = static_cast<std::uint16_t>(text.size());
+    std::copy(text.begin(), text.end(), entry.text.begin());
+    std::size_t at = hash % kIndexSize;
+    while (m_index[at] != 0) {
+        at = (at + 1) % kIndexSize;
+    }
+    m_index[at] = static_cast<std::uint16_t>(m_entries.size());
+}
+
+// The text is a name, so that what the cache holds can be taken for one.
+ZRName NameReader::intern(std::u16string_view text) {
+    const std::uint32_t hash = builtinNameHash(text);
+    if (const Entry* entry = find(hash, text)) {
+        return entry->local;
+    }
+    const ZRName name = internSharedName(text);
+    remember(hash, text, {ZRName(), name});
+    return name;
+}
+
+bool NameReader::skipSpace() {
+    bool skipped = false;
+    for (;;) {
+        const char32_t c = m_reader.get();
+        if (!isXmlSpace(c)) {
+            m_reader.pushBack(c);
+            return skipped;
+        }
+        skipped = true;
+    }
+}
+
+// The characters of a name, empty when none begins here. The view holds until the next read.
+std::u16string_view NameReader::scanName() {
+    const Run& run = m_reader.run();
+    const char16_t* const start = run.at;
+    if (start != run.end && isAsciiNameStart(*start)) {
+        const char16_t* at = start;
+        while (at != run.end && isAsciiNameUnit(*at)) {
+            ++at;
+        }
+        if (at != run.end && *at < 0x80) {
+            // The character behind it is read and put back, as far as the position goes.
+            m_reader.moveTo(at + 1);
+            m_reader.pushBack(*at);
+            return {start, static_cast<std::size_t>(at - start)};
+        }
+    }
+    const char32_t first = m_reader.get();
+    if (first == CharReader::kEnd || !isNameStart(first)) {
+        m_reader.pushBack(first);
+        return {};
+    }
+    return scanNameSlowly(first);
+}
+
+std::u16string_view NameReader::scanNameSlowly(char32_t first) {
+    m_scratch.clear();
+    char32_t c = first;
+    while (c != CharReader::kEnd && isNameCharacter(c)) {
+        if (c >= 0x10000) {
+            m_scratch += static_cast<char16_t>(0xD7C0 + (c >> 10U));
+            c = 0xDC00 + (c & 0x3FFU);
+        }
+        m_scratch += static_cast<char16_t>(c);
+        c = m_reader.get();
+    }
+    m_reader.pushBack(c);
+    return m_scratch;
+}
+
+ZRName NameReader::readName() {
+    const std::u16string_view text = scanName();
+    return text.empty() ? ZRName() : intern(text);
+}
+
+// A qualified name that lies whole in the run, with what ends it, and is in the cache.
+bool NameReader::readKnownQName(QName& name) {
+    const Run& run = m_reader.run();
+    const char16_t* const end = findQNameEnd(run.at, run.end);
+    if (end == run.end || end == run.at || *end >= 0x80) {
+        return false;
+    }
+    const std::u16string_view text(run.at, static_cast<std::size_t>(end - run.at));
+    const Entry* entry = find(builtinNameHash(text), text);
+    if (entry == nullptr) {
+        return false;
+    }
+    name = {entry->prefix, entry->local};
+    m_reader.moveTo(end + 1);
+    m_reader.pushBack(*end);
+    return true;
+}
+
+bool NameReader::readQName(QName& name) {
+    return readKnownQName(name) || readNewQName(name);
+}
+
+bool NameReader::readNewQName(QName& name) {
+    name = {};
+    const ZRName first = readName();
+    if (first.isEmpty()) {
+        return false;
+    }
+    const char32_t c = m_reader.get();
+    if (c != u':') {
+        m_reader.pushBack(c);
+        name.local = first;
+        return true;
+    }
+    name.prefix = first;
+    name.local = readName();
+    if (name.local.isEmpty()) {
+        return false;
+    }
+    std::u16string text(viewOf(first.toString()));
+    text += u':';
+    text += viewOf(name.local.toString());
+    const std::uint32_t hash = builtinNameHash(text);
+    if (find(hash, text) == nullptr) {
+        remember(hash, text, name);
+    }
+    return true;
+}
+
+}  // namespace ZroCommon::internal

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "zro/vocabulary/ZRName.h"
+#include "zro/xml/internal/CharReader.h"
+
+namespace ZroCommon::internal {
+
+/// True for a character that may begin a name. The colon is none.
+bool isNameStart(char32_t c);
+/// True for a character that may stand inside a name.
+bool isNameCharacter(char32_t c);
+
+/// A name with its prefix; both empty where there is none.
+struct QName {
+    ZRName prefix;
+    ZRName local;
+};
+
+/// Reads names and interns them.
+///
+/// Qualified names that were met before are found by their text in a small cache of the parser's
+/// own, with one look-up and no lock for prefix and local part together. The cache is bounded, so
+/// that names made to collide in it cost no more than names that are new.
+class NameReader {
+public:
+    explicit NameReader(CharReader& reader) : m_reader(reader) {}
+
+    /// A name without colon; the empty name when no name begins here, and nothing was read then.
+    ZRName readName();
+
+    /// A name with or without prefix. \return false when a part is missing
+    bool readQName(QName& name);
+
+    /// Skips white space. \return whether there was any
+    bool skipSpace();
+
+private:
+    // 64 bytes; texts of common names lie inside.
+    struct Entry {
+        static constexpr std::size_t kMostUnits = 25;
+
+        std::uint32_t hash = 0;
+        ZRNameEnum prefix = ZRN_EMPTY;
+        ZRNameEnum local = ZRN_EMPTY;
+        std::uint16_t length = 0;
+        std::array<char16_t, kMostUnits> text{};
+
+        bool is(std::uint32_t otherHash, std::u16string_view otherText) const;
+    };
+
+    static constexpr std::size_t kIndexSize = 1024;
+    static constexpr std::size_t kMostEntries = 512;
+
+    const Entry* find(std::uint32_t hash, std::u16string_view text) const;
+    void remember(std::uint32_t hash, std::u16string_view text, QName name);
+    ZRName intern(std::u16string_view text);
+    bool readKnownQName(QName& name);
+    bool readNewQName(QName& name);
+    std::u16string_view scanName();
+    std::u16string_view scanNameSlowly(char32_t first);
+
+    CharReader& m_reader;
+    std::u16string m_scratch;
+    std::vector<Entry> m_entries;
+    std::array<std::uint16_t, kIndexSize> m_index{};  // entry number plus 1, open addressing
+};
+
+}  // namespace ZroCommon::internal

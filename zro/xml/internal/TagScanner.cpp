@@ -1,0 +1,247 @@
+#include "zro/xml/internal/TagScanner.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <numeric>
+#include <tuple>
+
+#include "zro/vocabulary/internal/SharedNames.h"
+#include "zro/xml/internal/Scan.h"
+
+namespace ZroCommon::internal {
+namespace {
+
+using Parser = ZRXmlParser;
+
+constexpr std::u16string_view kSvgNamespace = u"http://www.w3.org/2000/svg";
+constexpr std::u16string_view kXLinkNamespace = u"http://www.w3.org/1999/xlink";
+constexpr std::u16string_view kMathMLNamespace = u"http://www.w3.org/1998/Math/MathML";
+constexpr std::u16string_view kChartNamespace = u"http://zro.example.org/names/PlotML";
+
+// Up to here each attribute is compared with each earlier one, above that they are sorted.
+constexpr std::size_t kFewAttributes = 16;
+
+constexpr bool isSameName(const Attribute& left, const Attribute& right) {
+    return left.name == right.name && left.namespaceUri == right.namespaceUri;
+}
+
+}  // namespace
+
+void TagScanner::readStartTag() {
+    m_state.lookahead = Lookahead::None;
+    m_state.event = Parser::START_TAG;
+    if (m_state.depth() == 0 && m_state.rootSeen) {
+        m_state.report(XmlError::SecondRoot);
+    }
+    const char32_t first = m_state.reader.get();
+    m_state.reader.pushBack(first);
+    if (isXmlSpace(first)) {
+        m_state.report(XmlError::UnexpectedSpace, u"<");
+    }
+    QName name;
+    if (!m_state.names.readQName(name)) {
+        m_state.report(XmlError::InvalidStartTagName);
+    }
+    const ZRLimits& limits = m_state.reader.limits;
+    if (limits.elementDepth != 0
+        && static_cast<std::uint32_t>(m_state.depth()) >= limits.elementDepth) {
+        throw LimitBreach{u"element depth"};
+    }
+    m_state.namespaces->pushScope();
+    m_state.attributes.clear();
+    m_state.values.clear();
+    readAttributes();
+    declareRootConveniences(name.local);
+    resolveElement(name);
+    noteRoot(name);
+    resolveAttributes();
+}
+
+void TagScanner::readAttributes() {
+    CharReader& reader = m_state.reader;
+    bool spaceSkipped = m_state.names.skipSpace();
+    char32_t c = reader.get();
+    while (spaceSkipped && c != u'>' && c != u'/') {
+        reader.pushBack(c);
+        readAttribute();
+        spaceSkipped = m_state.names.skipSpace();
+        c = reader.get();
+    }
+    readTagEnd(c);
+}
+
+void TagScanner::readAttribute() {
+    CharReader& reader = m_state.reader;
+    QName name;
+    if (!m_state.names.readQName(name)) {
+        m_state.report(XmlError::InvalidAttributeName);
+    }
+    m_state.names.skipSpace();
+    if (reader.get() != u'=') {
+        m_state.report(XmlError::MissingEquals);
+    }
+    m_state.names.skipSpace();
+    Attribute attribute{name.prefix, name.local, ZRN_EMPTY, m_state.values.size(), 0};
+    m_literals.read(LiteralMode::Attribute, m_state.values);
+    attribute.valueLength = m_state.values.size() - attribute.valueStart;
+    if (name.prefix == ZRN_xmlns || (name.prefix.isEmpty() && name.local == ZRN_xmlns)) {
+        const ZRName prefix = name.prefix.isEmpty() ? ZRName() : name.local;
+        const ZRName uri = internSharedName(m_state.values.view(attribute.valueStart));
+        m_state.namespaces->declare(prefix, uri);
+        attribute.namespaceUri = ZRN_ns_xmlns;
+    }
+    m_state.attributes.push_back(attribute);
+}
+
+// The end of the tag from its first character on; after an error it counts as ended.
+void TagScanner::readTagEnd(char32_t c) {
+    if (c == u'>') {
+        return;
+    }
+    if (c != u'/') {
+        if (c != CharReader::kEnd && isNameStart(c)) {
+            return m_state.report(XmlError::MissingAttributeSpace);
+        }
+        return m_state.reportCharacter(XmlError::UnexpectedCharacter, c);
+    }
+    const char32_t last = m_state.reader.get();
+    if (isXmlSpace(last)) {
+        m_state.report(XmlError::UnexpectedSpace, u"/");
+    } else if (last != u'>') {
+        m_state.reportCharacter(XmlError::UnexpectedCharacter, last);
+    }
+    m_state.lookahead = Lookahead::EmptyElementEnd;
+}
+
+// Roots that are often written without their namespace. Whether the root has a prefix does not
+// matter: the empty prefix is bound all the same.
+void TagScanner::declareRootConveniences(ZRName local) {
+    if ((local != ZRN_svg && local != ZRN_chart) || m_state.depth() != 1) {
+        return;
+    }
+    NamespaceManager& namespaces = *m_state.namespaces;
+    if (namespaces.lookup(ZRName()).isEmpty()) {
+        namespaces.declare(ZRName(),
+                           internSharedName(local == ZRN_svg ? kSvgNamespace : kChartNamespace));
+    }
+    if (namespaces.lookup(ZRN_xlink).isEmpty()) {
+        namespaces.declare(ZRN_xlink, internSharedName(kXLinkNamespace));
+    }
+}
+
+void TagScanner::resolveElement(const QName& name) {
+    const ZRName uri = m_state.namespaces->lookup(name.prefix);
+    if (uri.isEmpty() && !name.prefix.isEmpty()) {
+        m_state.report(XmlError::UndeclaredPrefix, name.prefix.toString());
+    }
+    m_state.namespaces->setElement(name.prefix, uri, name.local);
+}
+
+void TagScanner::noteRoot(const QName& name) {
+    if (m_state.rootSeen) {
+        return;
+    }
+    m_state.rootSeen = true;
+    // On purpose: 92 is the number of "math" among the MathML names but that of another name here,
+    // so a real <math> does not add the entities. Document types and `addMathMLEntityMap` do.
+    constexpr auto kMathMLRoot = static_cast<ZRNameEnum>(92);
+    if (name.local == kMathMLRoot && !m_state.docTypeSeen
+        && !m_state.feature(Parser::FEATURE_SKIP_EXTERNAL_SUBSET)
+        && viewOf(m_state.namespaces->elementNamespace().toString()) == kMathMLNamespace) {
+        m_state.entities.addMathML();
+    }
+}
+
+// Errors come in the order of the attributes, for each its prefix first; so they are looked for
+// before they are reported.
+void TagScanner::resolveAttributes() {
+    bool isClean = true;
+    for (Attribute& attribute : m_state.attributes) {
+        if (attribute.prefix != ZRN_EMPTY && attribute.namespaceUri == ZRN_EMPTY) {
+            isClean = resolvePrefix(attribute) && isClean;
+        }
+    }
+    findDuplicates();
+    if (isClean && m_duplicates.empty()) {
+        return;
+    }
+    auto duplicate = m_duplicates.begin();
+    for (std::size_t i = 0; i < m_state.attributes.size(); ++i) {
+        const Attribute& attribute = m_state.attributes[i];
+        if (attribute.prefix != ZRN_EMPTY && attribute.namespaceUri == ZRN_EMPTY) {
+            m_state.report(XmlError::UndeclaredPrefix, ZRName(attribute.prefix).toString());
+        }
+        if (duplicate != m_duplicates.end() && *duplicate == i) {
+            ++duplicate;
+            m_state.report(XmlError::DuplicateAttribute,
+                           qualifiedName(attribute.prefix, attribute.name));
+        }
+    }
+}
+
+bool TagScanner::resolvePrefix(Attribute& attribute) {
+    attribute.namespaceUri = m_state.namespaces->lookup(attribute.prefix);
+    if (attribute.namespaceUri == ZRN_EMPTY
+        && m_state.feature(Parser::FEATURE_KEEP_UNDECLARED_ATTRIBUTE_PREFIX)) {
+        attribute.namespaceUri = attribute.prefix;
+    }
+    return attribute.namespaceUri != ZRN_EMPTY;
+}
+
+// The attributes that have the name of an earlier one, in order.
+void TagScanner::findDuplicates() {
+    m_duplicates.clear();
+    const std::vector<Attribute>& attributes = m_state.attributes;
+    if (attributes.size() > kFewAttributes) {
+        return findDuplicatesAmongMany();
+    }
+    for (std::size_t i = 1; i < attributes.size(); ++i) {
+        for (std::size_t j = 0; j < i; ++j) {
+            if (isSameName(attributes[i], attributes[j])) {
+                m_duplicates.push_back(i);
+                break;
+            }
+        }
+    }
+}
+
+// By sorting, since no choice of names makes that slow.
+void TagScanner::findDuplicatesAmongMany() {
+    const std::vector<Attribute>& attributes = m_state.attributes;
+    m_order.resize(attributes.size());
+    std::iota(m_order.begin(), m_order.end(), std::size_t{0});
+    std::sort(m_order.begin(), m_order.end(), [&attributes](std::size_t left, std::size_t right) {
+        const Attribute& a = attributes[left];
+        const Attribute& b = attributes[right];
+        return std::tie(a.name, a.namespaceUri, left) < std::tie(b.name, b.namespaceUri, right);
+    });
+    for (std::size_t i = 1; i < m_order.size(); ++i) {
+        if (isSameName(attributes[m_order[i]], attributes[m_order[i - 1]])) {
+            m_duplicates.push_back(m_order[i]);
+        }
+    }
+    std::sort(m_duplicates.begin(), m_duplicates.end());
+}
+
+void TagScanner::readEndTag() {
+    m_state.lookahead = Lookahead::None;
+    m_state.event = Parser::END_TAG;
+    const char32_t first = m_state.reader.get();
+    m_state.reader.pushBack(first);
+    if (isXmlSpace(first)) {
+        m_state.report(XmlError::UnexpectedSpace, u"</");
+    }
+    QName name;
+    if (!m_state.names.readQName(name)) {
+        m_state.report(XmlError::InvalidEndTagName);
+    }
+    const NamespaceManager& open = *m_state.namespaces;
+    if (name.prefix != open.elementPrefix() || name.local != open.elementName()) {
+        m_state.report(XmlError::MismatchedEndTag, qualifiedName(name.prefix, name.local),
+                       qualifiedName(open.elementPrefix(), open.elementName()));
+    }
+    m_state.names.skipSpace();
+    m_state.expect(u'>');
+}
+
+}  // namespace ZroCommon::internal

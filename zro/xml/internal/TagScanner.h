@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "zro/xml/internal/LiteralReader.h"
+#include "zro/xml/internal/ParserState.h"
+
+namespace ZroCommon::internal {
+
+/// Reads start and end tags, with their attributes and namespaces.
+class TagScanner {
+public:
+    TagScanner(ParserState& state, LiteralReader& literals)
+        : m_state(state), m_literals(literals) {}
+
+    /// Reads a start tag behind its "<".
+    void readStartTag();
+    /// Reads an end tag behind its "</".
+    void readEndTag();
+
+private:
+    void readAttributes();
+    void readAttribute();
+    void readTagEnd(char32_t c);
+    void declareRootConveniences(ZRName local);
+    void resolveElement(const QName& name);
+    void noteRoot(const QName& name);
+    void resolveAttributes();
+    bool resolvePrefix(Attribute& attribute);
+    void findDuplicates();
+    void findDuplicatesAmongMany();
+
+    ParserState& m_state;
+    LiteralReader& m_literals;
+    std::vector<std::size_t> m_duplicates;
+    std::vector<std::size_t> m_order;
+};
+
+}  // namespace ZroCommon::internal

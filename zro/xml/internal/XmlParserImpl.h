@@ -1,0 +1,109 @@
+#pragma once
+
+#include <istream>
+#include <memory>
+
+#include "zro/foundation/ZRPtr.h"
+#include "zro/foundation/internal/Raise.h"
+#include "zro/xml/ZRXmlParser.h"
+#include "zro/xml/internal/ContentScanner.h"
+#include "zro/xml/internal/DoctypeScanner.h"
+#include "zro/xml/internal/InputOpener.h"
+#include "zro/xml/internal/LiteralReader.h"
+#include "zro/xml/internal/ParserState.h"
+#include "zro/xml/internal/TagScanner.h"
+
+namespace ZroCommon::internal {
+
+/// The library's own parser: the order of events, over scanners that read one thing each.
+class XmlParserImpl final : public ZRXmlParser {
+public:
+    XmlParserImpl();
+
+    static unsigned int getStaticTypeID() { return 0x5C58F35AU; }
+    unsigned int getTypeID() const override;
+    bool isA(unsigned int typeID) const override;
+    UnicodeString getTypeName() const override;
+
+    void setFeature(Feature feature, bool on) override;
+    bool getFeature(Feature feature) const override;
+    void setStreamType(const UnicodeString& contentType, const UnicodeString& extension) override;
+    void setCallbackError(void (*callback)(const ZRError&, void*), void* userData) override;
+    void setInput(const UnicodeString& uri, const UnicodeString& encoding,
+                  const UnicodeString& baseUri) override;
+    void setInput(std::istream& stream, const UnicodeString& encoding,
+                  const UnicodeString& baseUri) override;
+    void closeStream() override;
+    UnicodeString getInputEncoding() const override;
+    void defineEntityReplacementText(ZRName name, const UnicodeString& value) override;
+    int getNamespaceCount(int depth) const override;
+    ZRName getNamespacePrefix(int index) const override;
+    ZRName getNamespaceUri(int index) const override;
+    ZRName getNamespace() const override;
+    ZRName getNamespace(ZRName prefix) const override;
+    int getDepth() const override;
+    UnicodeString getPositionDescription() const override;
+    int getLineNumber() const override;
+    int getColumnNumber() const override;
+    bool isWhitespace() const override;
+    UnicodeString getText() const override;
+    ZRName getName() const override;
+    ZRName getPrefix() const override;
+    bool isEmptyElementTag() const override;
+    int getAttributeCount() const override;
+    ZRName getAttributeNamespace(int index) const override;
+    ZRName getAttributeName(int index) const override;
+    ZRName getAttributePrefix(int index) const override;
+    UnicodeString getAttributeValue(ZRName namespaceUri, ZRName name) const override;
+    UnicodeString getAttributeValue(int index) const override;
+    EventType getEventType() const override;
+    EventType next() override;
+    EventType nextToken() override;
+    UnicodeString getBaseUri() const override;
+    void addMathMLEntityMap() override;
+    void rewind() override;
+    void setLimits(const ZRLimits& limits) override;
+
+    /// Reads an external subset to its end, for its entities.
+    void scanExternalSubset();
+    const EntityTable& entities() const { return m_state.entities; }
+
+protected:
+    ~XmlParserImpl() override;
+
+private:
+    template <class Action>
+    void guarded(Action action);
+    void refuseReentry() const;
+    void readToken();
+    void readMerged();
+    bool mergeToken();
+    void replaceReference();
+    bool mergesOn();
+    void startDocument();
+    void readEnd();
+    void readInstruction();
+    void readDeclaration();
+    void readSection();
+    bool isTag() const;
+    const Attribute& attributeAt(int index, ErrorSite site) const;
+    UnicodeString valueOf(const Attribute& attribute) const;
+
+    ParserState m_state;
+    LiteralReader m_literals{m_state};
+    InputOpener m_opener{m_state, m_literals};
+    TagScanner m_tags{m_state, m_literals};
+    ContentScanner m_content{m_state, m_literals};
+    DoctypeScanner m_doctype{m_state, m_literals, m_opener};
+
+    std::istream* m_callersStream = nullptr;  // the one to rewind
+    UnicodeString m_contentType;
+    UnicodeString m_extension;
+    mutable UnicodeString m_entityText;  // of the current reference
+    mutable bool m_hasEntityText = false;
+};
+
+/// A new parser. `ZRXmlUtil::createXmlParser` is the public door.
+ZRPtr<ZRXmlParser> makeXmlParserImpl();
+
+}  // namespace ZroCommon::internal
