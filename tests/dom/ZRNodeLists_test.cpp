@@ -1,0 +1,226 @@
+#include <gtest/gtest.h>
+
+#include "tests/dom/Trees.h"
+
+namespace ZroCommon::testing {
+namespace {
+
+/// r(a(b 't') p:b(b)) with p:b in "urn:u".
+struct Tree {
+    Document document = newDocument();
+    ZRNode* r = addElement(document, document, u"r");
+    ZRNode* a = addElement(document, r, u"a");
+    ZRNode* b = addElement(document, a, u"b");
+    ZRNode* t = addText(document, a, u"t");
+    ZRNode* qualified =
+        r->appendChild(document->createElementNS(u"urn:u"_name, u"p"_name, u"b"_name));
+    ZRNode* last = addElement(document, qualified, u"b");
+};
+
+TEST(ZRNodeList, ChildrenAreALiveList) {
+    const Tree tree;
+    const ZRPtr<ZRNodeList> list = tree.a->getChildNodes();
+    EXPECT_EQ(labels(list), "b, 't'");
+    addElement(tree.document, tree.a, u"x");
+    EXPECT_EQ(list->getLength(), 3);
+    EXPECT_EQ(label(list->item(2)), "x");
+    EXPECT_EQ(list->item(3), nullptr);
+    EXPECT_EQ(list->item(-1), nullptr);
+}
+
+TEST(ZRNodeList, DescendantsAreFoundByLocalName) {
+    const Tree tree;
+    const struct {
+        ZRPtr<ZRNodeList> list;
+        const char* nodes;
+    } cases[] = {
+        {tree.r->getDescendantNodes(), "a, b, 't', p:b, b"},
+        {tree.r->getElementsByTagName(u"b"_name), "b, p:b, b"},
+        {tree.r->getElementsByTagName(u"p:b"_name), ""},
+        {tree.r->getElementsByTagName(u"*"_name), "a, b, p:b, b"},
+        {tree.r->getElementsByTagName(u"r"_name), ""},
+        {tree.t->getElementsByTagName(u"*"_name), ""},
+        {tree.r->getElementsByTagNameNS(u"urn:u"_name, u"b"_name), "p:b"},
+        {tree.r->getElementsByTagNameNS(u"*"_name, u"b"_name), "b, p:b, b"},
+        {tree.r->getElementsByTagNameNS(u"urn:u"_name, u"*"_name), "p:b"},
+        {tree.r->getElementsByTagNameNS(u""_name, u"b"_name), "b, b"},
+        {tree.a->getElementsByTagName(u"b"_name), "b"},
+    };
+    for (const auto& [list, nodes] : cases) {
+        EXPECT_EQ(labels(list), nodes);
+    }
+}
+
+TEST(ZRNodeList, WalksBackwardsThroughTheSameNodes) {
+    const Tree tree;
+    for (const ZRName name : {u"*"_name, u"b"_name, u"a"_name, u"none"_name}) {
+        const ZRPtr<ZRNodeList> list = tree.r->getElementsByTagName(name);
+        std::string forwards;
+        for (ZRNode* node = list->getFirstNode(); node; node = list->getNextNode(node)) {
+            forwards += label(node) + " ";
+        }
+        std::string backwards;
+        for (ZRNode* node = list->getLastNode(); node; node = list->getPreviousNode(node)) {
+            backwards.insert(0, label(node) + " ");
+        }
+        EXPECT_EQ(forwards, backwards) << utf8(name.toString());
+    }
+}
+
+TEST(ZRNodeIterator, MayRemoveWhatItReturned) {
+    const Tree tree;
+    ZRNodeIterator nodes(tree.a->getChildNodes());
+    while (ZRNode* node = nodes.nextNode()) {
+        tree.a->removeChild(node);
+    }
+    EXPECT_EQ(dump(tree.r), "r(a p:b(b))");
+}
+
+TEST(ZRNodeIterator, StepsInBothDirections) {
+    const Tree tree;
+    ZRNodeIterator nodes = tree.r->getIterator();
+    EXPECT_FALSE(nodes.hasPreviousNode());
+    EXPECT_EQ(nodes.nextNode(), tree.a);
+    EXPECT_TRUE(nodes.hasPreviousNode());
+    EXPECT_EQ(nodes.previousNode(), tree.a);
+    nodes.setToEnd();
+    EXPECT_FALSE(nodes.hasNextNode());
+    EXPECT_EQ(nodes.nextNode(), nullptr);
+    EXPECT_EQ(nodes.previousNode(), tree.last);
+    EXPECT_EQ(nodes.previousNode(), tree.qualified);
+    nodes.setToStart();
+    EXPECT_EQ(nodes.nextNode(), tree.a);
+}
+
+TEST(ZRNodeIterator, SteppingBackFromTheFirstNodeLeadsToTheEnd) {
+    const Tree tree;
+    ZRNodeIterator nodes = tree.r->getIterator();
+    EXPECT_EQ(nodes.previousNode(), nullptr);
+    EXPECT_FALSE(nodes.hasNextNode());
+}
+
+TEST(ZRNodeIterator, StartsBehindANode) {
+    const Tree tree;
+    ZRNodeIterator nodes(tree.r, tree.b);
+    EXPECT_EQ(nodes.nextNode(), tree.t);
+}
+
+TEST(ZRNodeIterator, HoldsItsList) {
+    const Tree tree;
+    ZRPtr<ZRNodeList> list = tree.a->getChildNodes();
+    ZRNodeIterator nodes = list->getIterator();
+    list = nullptr;
+    EXPECT_EQ(nodes.nextNode(), tree.b);
+    EXPECT_EQ(nodes.nextNode(), tree.t);
+}
+
+std::string visits(ZRTreeIterator walk, bool backwards = false) {
+    std::string text;
+    while (ZRNode* node = backwards ? walk.previousNode() : walk.nextNode()) {
+        text += (text.empty() ? "" : " ") + label(node);
+    }
+    return text;
+}
+
+TEST(ZRTreeIterator, VisitsInTheOrderAskedFor) {
+    const Tree tree;
+    const struct {
+        ZRTreeIterator::TraversalOrder order;
+        const char* forwards;
+        const char* backwards;
+    } cases[] = {
+        {ZRTreeIterator::PRE_ORDER, "r a b 't' p:b b", "b p:b 't' b a r"},
+        {ZRTreeIterator::POST_ORDER, "b 't' a b p:b r", "r p:b b a 't' b"},
+        {ZRTreeIterator::PRE_AND_POST_ORDER, "r a b b 't' a p:b b b p:b r",
+         "r p:b b b p:b a 't' b b a r"},
+    };
+    for (const auto& [order, forwards, backwards] : cases) {
+        EXPECT_EQ(visits(ZRTreeIterator(tree.r, order)), forwards);
+        ZRTreeIterator fromEnd(tree.r, order);
+        fromEnd.setCurrentNode(nullptr, true);
+        EXPECT_EQ(visits(fromEnd, true), backwards);
+    }
+}
+
+TEST(ZRTreeIterator, SeesAnElementTwiceAndATextOnce) {
+    const Document document = newDocument();
+    ZRNode* a = addElement(document, document, u"a");
+    addElement(document, a, u"b");
+    addText(document, a, u"t");
+    EXPECT_EQ(visits(ZRTreeIterator(a)), "a b b 't' a");
+    EXPECT_EQ(visits(ZRTreeIterator(document)), "#document a b b 't' a #document");
+}
+
+TEST(ZRTreeIterator, TellsWhichVisitItIs) {
+    const Tree tree;
+    ZRTreeIterator walk(tree.b);
+    EXPECT_EQ(walk.nextNode(), tree.b);
+    EXPECT_TRUE(walk.atPreVisit());
+    EXPECT_EQ(walk.nextNode(), tree.b);
+    EXPECT_TRUE(walk.atPostVisit());
+    EXPECT_EQ(walk.nextNode(), nullptr);
+    EXPECT_EQ(walk.nextNode(), nullptr);
+    walk.setAtPreVisit(true);
+    EXPECT_FALSE(walk.atPostVisit());
+}
+
+TEST(ZRTreeIterator, CanBeSetAnywhere) {
+    const Tree tree;
+    ZRTreeIterator walk(tree.r, ZRTreeIterator::PRE_ORDER);
+    walk.setToStart();
+    EXPECT_EQ(walk.getCurrentNode(), tree.r);
+    EXPECT_EQ(walk.nextNode(), tree.a);
+    walk.setCurrentNode(tree.a, true);
+    EXPECT_EQ(walk.nextNode(), tree.qualified);
+    walk.setToEnd();
+    EXPECT_EQ(walk.nextNode(), nullptr);
+}
+
+TEST(ZRTreeIterator, KnowsWhetherThereIsMore) {
+    const Tree tree;
+    const struct {
+        ZRTreeIterator::TraversalOrder order;
+        ZRNode* node;
+        bool atPost;
+        bool hasNext;
+        bool hasPrevious;
+    } cases[] = {
+        {ZRTreeIterator::PRE_ORDER, nullptr, false, true, false},
+        {ZRTreeIterator::PRE_ORDER, nullptr, true, false, true},
+        {ZRTreeIterator::PRE_ORDER, tree.r, false, true, false},
+        {ZRTreeIterator::PRE_ORDER, tree.r, true, false, true},
+        {ZRTreeIterator::PRE_ORDER, tree.last, false, false, true},
+        {ZRTreeIterator::PRE_ORDER, tree.b, false, true, true},
+        {ZRTreeIterator::POST_ORDER, tree.b, true, true, false},
+        {ZRTreeIterator::POST_ORDER, tree.t, true, true, true},
+        {ZRTreeIterator::PRE_AND_POST_ORDER, tree.last, true, true, true},
+    };
+    for (const auto& [order, node, atPost, hasNext, hasPrevious] : cases) {
+        ZRTreeIterator walk(tree.r, order);
+        walk.setCurrentNode(node, atPost);
+        EXPECT_EQ(walk.hasNextNode(), hasNext) << order << " at " << label(node) << atPost;
+        EXPECT_EQ(walk.hasPreviousNode(), hasPrevious) << order << " at " << label(node) << atPost;
+    }
+}
+
+// On purpose: the second visit of a root without children does not count as more.
+TEST(ZRTreeIterator, ARootWithoutChildrenHasNoMoreAfterItsFirstVisit) {
+    const Tree tree;
+    ZRTreeIterator walk(tree.b);
+    walk.nextNode();
+    EXPECT_FALSE(walk.hasNextNode());
+    EXPECT_EQ(walk.nextNode(), tree.b);
+}
+
+TEST(ZRTreeIterator, WalksOverNothing) {
+    ZRTreeIterator nothing;
+    EXPECT_EQ(nothing.nextNode(), nullptr);
+    EXPECT_EQ(nothing.previousNode(), nullptr);
+    EXPECT_FALSE(nothing.hasNextNode());
+    EXPECT_FALSE(nothing.hasPreviousNode());
+    EXPECT_EQ(nothing, ZRTreeIterator());
+    EXPECT_EQ(ZRTreeIterator(nullptr).nextNode(), nullptr);
+}
+
+}  // namespace
+}  // namespace ZroCommon::testing

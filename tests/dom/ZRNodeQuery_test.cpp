@@ -1,0 +1,234 @@
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/dom/Trees.h"
+
+namespace ZroCommon::testing {
+namespace {
+
+/// r(a(b 't') c(d(e))), and a loose node f.
+struct Tree {
+    Document document = newDocument();
+    ZRNode* r = addElement(document, document, u"r");
+    ZRNode* a = addElement(document, r, u"a");
+    ZRNode* b = addElement(document, a, u"b");
+    ZRNode* t = addText(document, a, u"t");
+    ZRNode* c = addElement(document, r, u"c");
+    ZRNode* d = addElement(document, c, u"d");
+    ZRNode* e = addElement(document, d, u"e");
+    ZRPtr<ZRElement> f = element(document, u"f");
+
+    std::vector<ZRNode*> all() const { return {document, r, a, b, t, c, d, e, f}; }
+};
+
+/// The rule as it is told: climb, and at each level look at the previous siblings one by one.
+bool followsByTheRule(ZRNode* self, ZRNode* node) {
+    for (ZRNode* at = self; at != nullptr && at != node; at = at->getParentNode()) {
+        for (ZRNode* before = at->getPreviousSibling(); before != nullptr;
+             before = before->getPreviousSibling()) {
+            if (node->isDescendantOrSelfOf(before)) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+TEST(ZRNode, DocumentOrderAgreesWithTheWalkUpwards) {
+    const Tree tree;
+    for (ZRNode* self : tree.all()) {
+        for (ZRNode* node : tree.all()) {
+            const bool follows = followsByTheRule(self, node);
+            EXPECT_EQ(self->isFollowingOf(node), follows)
+                << label(self) << " after " << label(node);
+            EXPECT_EQ(node->isPrecedingOf(self), follows)
+                << label(node) << " before " << label(self);
+        }
+    }
+    EXPECT_TRUE(tree.e->isFollowingOf(tree.b));
+    EXPECT_FALSE(tree.e->isFollowingOf(nullptr));
+    EXPECT_FALSE(tree.e->isPrecedingOf(nullptr));
+}
+
+TEST(ZRNode, AncestorsNeitherPrecedeNorFollow) {
+    const Tree tree;
+    EXPECT_FALSE(tree.e->isFollowingOf(tree.c));
+    EXPECT_FALSE(tree.c->isFollowingOf(tree.e));
+    EXPECT_FALSE(tree.c->isPrecedingOf(tree.e));
+}
+
+TEST(ZRNode, CommonAncestors) {
+    const Tree tree;
+    const struct {
+        ZRNode* self;
+        ZRNode* node;
+        ZRNode* orSelf;
+        ZRNode* proper;
+    } cases[] = {
+        {tree.b, tree.t, tree.a, tree.a},    {tree.b, tree.e, tree.r, tree.r},
+        {tree.e, tree.c, tree.c, tree.r},    {tree.c, tree.e, tree.c, tree.r},
+        {tree.b, tree.b, tree.b, tree.a},    {tree.b, tree.f, nullptr, nullptr},
+        {tree.b, nullptr, nullptr, nullptr}, {tree.r, tree.document, tree.document, nullptr},
+    };
+    for (const auto& [self, node, orSelf, proper] : cases) {
+        EXPECT_EQ(self->getCommonAncestorOrSelf(node), orSelf)
+            << label(self) << ", " << label(node);
+        EXPECT_EQ(self->getCommonAncestor(node), proper) << label(self) << ", " << label(node);
+    }
+}
+
+TEST(ZRNode, DescendantTests) {
+    const Tree tree;
+    EXPECT_TRUE(tree.e->isDescendantOf(tree.c));
+    EXPECT_FALSE(tree.e->isDescendantOf(tree.e));
+    EXPECT_TRUE(tree.e->isDescendantOrSelfOf(tree.e));
+    EXPECT_FALSE(tree.c->isDescendantOf(tree.e));
+    EXPECT_FALSE(tree.c->isDescendantOf(nullptr));
+}
+
+TEST(ZRNode, DepthCountsFromBelowTheDocument) {
+    const Tree tree;
+    addChain(tree.document, tree.f, 2);
+    EXPECT_EQ(tree.document->getNodeDepth(), 0);
+    EXPECT_EQ(tree.r->getNodeDepth(), 0);
+    EXPECT_EQ(tree.e->getNodeDepth(), 3);
+    EXPECT_EQ(tree.f->getFirstChild()->getFirstChild()->getNodeDepth(), 2);
+}
+
+TEST(ZRNode, CountsSiblingsAndChildren) {
+    const Tree tree;
+    EXPECT_EQ(tree.a->getChildNodeCount(), 2);
+    EXPECT_EQ(tree.b->getChildNodeCount(), 0);
+    EXPECT_EQ(tree.t->countPrecedingSiblings(), 1);
+    EXPECT_EQ(tree.t->countFollowingSiblings(), 0);
+    EXPECT_EQ(tree.b->countFollowingSiblings(), 1);
+}
+
+TEST(ZRNode, FindsRelativesByNameAndClass) {
+    const Tree tree;
+    const ZRPtr<ZRElement> qualified =
+        tree.document->createElementNS(u"urn:u"_name, u"p"_name, u"c"_name);
+    tree.r->appendChild(qualified);
+    EXPECT_EQ(tree.r->getChildNodeByName(u"c"_name), tree.c);
+    EXPECT_EQ(tree.r->getChildNodeByNameNS(u"urn:u"_name, u"c"_name), qualified.get());
+    EXPECT_EQ(tree.r->getChildNodeByName(u"e"_name), nullptr);
+    EXPECT_EQ(tree.a->getChildNodeByTypeID(ZRTextNode::getStaticTypeID()), tree.t);
+    EXPECT_EQ(tree.a->getChildNodeByTypeID(ZRPINode::getStaticTypeID()), nullptr);
+    EXPECT_EQ(tree.e->getAncestorByTypeID(ZRDocument::getStaticTypeID()), tree.document.get());
+    EXPECT_EQ(tree.e->getAncestorByName(u"e"_name), nullptr);
+    EXPECT_EQ(tree.e->getAncestorOrSelfByName(u"e"_name), tree.e);
+    EXPECT_EQ(tree.e->getAncestorByName(u"c"_name), tree.c);
+    EXPECT_EQ(tree.e->getAncestorByNameNS(u"urn:u"_name, u"c"_name), nullptr);
+}
+
+TEST(ZRNode, SkipsComplementedAncestors) {
+    const Tree tree;
+    tree.d->setFlag(ZRNode::kComplemental, true);
+    EXPECT_EQ(tree.e->getParentNode(), tree.d);
+    EXPECT_EQ(tree.e->getParentNodeUncomplemental(), tree.c);
+    tree.d->setFlag(ZRNode::kComplemental, false);
+    EXPECT_EQ(tree.e->getParentNodeUncomplemental(), tree.d);
+}
+
+TEST(ZRNode, FlagsAreIndependentBits) {
+    const Tree tree;
+    EXPECT_FALSE(tree.a->isLoaded());
+    tree.a->setFlag(0x40000000 | ZRNode::kLoading, true);
+    EXPECT_TRUE(tree.a->isLoading());
+    EXPECT_TRUE(tree.a->isLoaded());
+    tree.a->setFlag(ZRNode::kLoading, false);
+    EXPECT_TRUE(tree.a->getFlag(0x40000000));
+    EXPECT_FALSE(tree.a->isLoaded());
+}
+
+TEST(ZRNode, InnerTextLeavesProcessingInstructionsOut) {
+    const Tree tree;
+    addText(tree.document, tree.e, u"u");
+    tree.e->appendChild(tree.document->createProcessingInstruction(u"p q"));
+    EXPECT_EQ(utf8(tree.r->getInnerText()), "tu");
+    EXPECT_EQ(utf8(tree.t->getInnerText()), "t");
+    EXPECT_EQ(utf8(tree.document->getInnerText()), "");
+}
+
+TEST(ZRNode, PositionIsThatOfTheNearestNodeBeforeOrAround) {
+    const Tree tree;
+    EXPECT_EQ(tree.t->getSourceLineNumber(), -1);
+    tree.r->setSourceLineNumber(1);
+    tree.r->setSourceColumnNumber(9);
+    tree.a->setSourceLineNumber(2);
+    tree.b->setSourceLineNumber(3);
+    tree.t->setSourceLineNumber(99);
+    EXPECT_EQ(tree.t->getSourceLineNumber(), 3);
+    EXPECT_EQ(tree.c->getSourceLineNumber(), 2);
+    EXPECT_EQ(tree.e->getSourceLineNumber(), 2);
+    EXPECT_EQ(tree.e->getSourceColumnNumber(), 9);
+    EXPECT_EQ(tree.document->getSourceLineNumber(), -1);
+}
+
+/// The rule as it is told, which asks again and again.
+int lineByTheRule(ZRNode* node) {
+    if (node == nullptr) {
+        return -1;
+    }
+    const auto own = node->isElementNode() ? node->getFlag(0x100) ? 7 : -1 : -1;
+    if (own != -1) {
+        return own;
+    }
+    const int before = lineByTheRule(node->getPreviousSibling());
+    return before != -1 ? before : lineByTheRule(node->getParentNode());
+}
+
+TEST(ZRNode, PositionAgreesWithTheRuleThatAsksEachNodeAnew) {
+    const Tree tree;
+    for (ZRNode* only : {tree.r, tree.a, tree.b, tree.c, tree.d}) {
+        only->setFlag(0x100, true);
+        only->setSourceLineNumber(7);
+        for (ZRNode* node : tree.all()) {
+            EXPECT_EQ(node->getSourceLineNumber(), lineByTheRule(node))
+                << label(node) << " with a line on " << label(only);
+        }
+        only->setFlag(0x100, false);
+        only->setSourceLineNumber(-1);
+    }
+}
+
+TEST(ZRNode, ClassesAnswerToTheirFlatListOfTypes) {
+    const Tree tree;
+    const ZRPtr<ZRPINode> pi = tree.document->createProcessingInstruction(u"p q");
+    const ZRPtr<ZRAttr> attr = tree.document->createAttribute(u"x"_name);
+    const ZRPtr<ZRNodeList> list = tree.r->getChildNodes();
+    const struct {
+        const ZRObjectBase* object;
+        unsigned int id;
+        const char* name;
+    } cases[] = {
+        {tree.document, 0xF6B431AFU, "ZRDocument"},
+        {tree.a, 0xC08077FCU, "ElementNS"},
+        {tree.t, 0x92151179U, "ZRTextNode"},
+        {pi, 0x1A6FA3CFU, "ZRPINode"},
+        {attr, 0xC5B6A2E2U, "ZRAttr"},
+        {list, 0x316E063EU, "ZRNodeList"},
+        {tree.a->getAttributes(), 0x953D7483U, "ZRNamedNodeMap"},
+    };
+    for (const auto& [object, id, name] : cases) {
+        EXPECT_EQ(object->getTypeID(), id) << name;
+        EXPECT_EQ(utf8(object->getTypeName()), name);
+        EXPECT_TRUE(object->isA(id)) << name;
+        EXPECT_TRUE(object->isA(ZRRCObject::getStaticTypeID())) << name;
+        EXPECT_TRUE(object->isA(ZRObjectBase::getStaticTypeID())) << name;
+        EXPECT_FALSE(object->isA(ZRDocumentFragment::getStaticTypeID())) << name;
+    }
+    EXPECT_TRUE(pi->isA(ZRTextNode::getStaticTypeID()));
+    EXPECT_EQ(tree.document->createElement(u"x"_name)->getTypeID(), 0xD27D366CU);
+}
+
+TEST(ZRNodeList, IsNoIterableByItsFlatListOfTypes) {
+    const Tree tree;
+    EXPECT_FALSE(tree.r->getChildNodes()->isA(ZRNodeIterable::getStaticTypeID()));
+    EXPECT_FALSE(tree.r->getChildNodes()->isA(ZRNode::getStaticTypeID()));
+    EXPECT_FALSE(tree.r->getAttributes()->isA(ZRNodeIterable::getStaticTypeID()));
+}
+
+}  // namespace
+}  // namespace ZroCommon::testing
