@@ -43,6 +43,14 @@ int peekByte(std::istream& stream) {
     return -1;
 }
 
+void ByteSource::open(std::istream* stream) {
+    m_stream = stream;
+    m_position = 0;
+    m_end = 0;
+    m_total = 0;
+    m_atEnd = false;
+}
+
 void ByteSource::setEndState() {
     if (m_stream != nullptr && m_stream->good()) {
         setStreamState(*m_stream, std::ios_base::eofbit | std::ios_base::failbit);
@@ -59,16 +67,24 @@ std::size_t ByteSource::readSome(unsigned char* to, std::size_t room) {
     return static_cast<std::size_t>(buffer->sgetn(reinterpret_cast<char*>(to), count));
 }
 
+// The rest, a few bytes at most, moves to the front. A stream that fills the block gets a larger
+// one.
 void ByteSource::makeRoom() {
     const std::size_t left = available();
-    if (left != 0 && m_position != 0) {
-        std::memmove(m_bytes.data(), m_bytes.data() + m_position, left);
+    const bool wasFilled = m_end == m_capacity && m_capacity < kLargestBlock;
+    if (wasFilled) {
+        const std::size_t capacity = m_capacity == 0 ? kFirstBlock : kLargestBlock;
+        std::unique_ptr<unsigned char[]> bytes(new unsigned char[capacity]);
+        if (left != 0) {
+            std::memcpy(bytes.get(), begin(), left);
+        }
+        m_bytes = std::move(bytes);
+        m_capacity = capacity;
+    } else if (left != 0) {
+        std::memmove(m_bytes.get(), begin(), left);
     }
     m_position = 0;
     m_end = left;
-    if (m_bytes.size() < kLargestBlock) {
-        m_bytes.resize(m_bytes.empty() ? kFirstBlock : kLargestBlock);
-    }
 }
 
 bool ByteSource::fetch() {
@@ -79,7 +95,7 @@ bool ByteSource::fetch() {
     std::size_t count = 0;
     try {
         if (m_stream->good()) {
-            count = readSome(m_bytes.data() + m_end, m_bytes.size() - m_end);
+            count = readSome(m_bytes.get() + m_end, m_capacity - m_end);
         }
     } catch (const std::bad_alloc&) {
         throw;

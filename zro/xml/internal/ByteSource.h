@@ -3,8 +3,6 @@
 #include <cstddef>
 #include <istream>
 #include <memory>
-#include <span>
-#include <vector>
 
 namespace ZroCommon::internal {
 
@@ -17,12 +15,14 @@ namespace ZroCommon::internal {
 class ByteSource {
 public:
     ByteSource() = default;
-    explicit ByteSource(std::istream* stream) : m_stream(stream) {}
+
+    /// Starts with another stream, null for none. The memory is kept.
+    void open(std::istream* stream);
 
     std::istream* stream() const { return m_stream; }
 
-    const unsigned char* begin() const { return m_bytes.data() + m_position; }
-    const unsigned char* end() const { return m_bytes.data() + m_end; }
+    const unsigned char* begin() const { return m_bytes.get() + m_position; }
+    const unsigned char* end() const { return m_bytes.get() + m_end; }
     std::size_t available() const { return m_end - m_position; }
     bool atEnd() const { return m_atEnd && available() == 0; }
     bool sawEnd() const { return m_atEnd; }
@@ -48,7 +48,8 @@ private:
     void makeRoom();
 
     std::istream* m_stream = nullptr;
-    std::vector<unsigned char> m_bytes;
+    std::unique_ptr<unsigned char[]> m_bytes;
+    std::size_t m_capacity = 0;
     std::size_t m_position = 0;
     std::size_t m_end = 0;
     std::size_t m_total = 0;

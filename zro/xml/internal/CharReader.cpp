@@ -32,14 +32,15 @@ int plus(int number, std::size_t count) {
 }  // namespace
 
 CharReader::CharReader() {
-    reset();
+    m_frames.emplace_back().input = std::make_unique<DecodedInput>();
 }
 
 void CharReader::reset() {
     m_segments.clear();
+    std::unique_ptr<DecodedInput> input = std::move(m_frames.front().input);
+    input->reset();
     m_frames.clear();
-    m_frames.emplace_back();
-    top().input = std::make_unique<DecodedInput>();
+    m_frames.emplace_back().input = std::move(input);
     m_run = {};
     m_high = nullptr;
     m_replaced = 0;
@@ -57,14 +58,6 @@ void CharReader::close() {
     top().counted = nullptr;
     resumeRun();
     input().close();
-}
-
-void CharReader::open(std::istream& stream) {
-    input().open(stream);
-}
-
-void CharReader::open(std::unique_ptr<std::istream> stream) {
-    input().open(std::move(stream));
 }
 
 const DecodedInput& CharReader::input() const {
@@ -344,15 +337,10 @@ void CharReader::updatePosition() const {
     if (at == frame.counted) {
         return;
     }
-    const char16_t* lineStart = frame.counted;
-    if (const std::size_t lines = countOf(lineStart, at, u'\n')) {
-        frame.line = plus(frame.line, lines);
-        frame.column = 0;
-        for (lineStart = at; lineStart[-1] != u'\n'; --lineStart) {
-        }
-    }
-    const auto units = static_cast<std::size_t>(at - lineStart);
-    frame.column = plus(frame.column, units - countLeads(lineStart, at));
+    LineCount count;
+    countLines(frame.counted, at, count);
+    frame.line = plus(frame.line, count.lines);
+    frame.column = plus(count.lines == 0 ? frame.column : 0, count.characters);
     frame.counted = at;
 }
 

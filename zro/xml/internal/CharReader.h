@@ -41,9 +41,6 @@ public:
     /// Drops all inputs, with the position of the document left as it is.
     void close();
 
-    void open(std::istream& stream);
-    void open(std::unique_ptr<std::istream> stream);
-
     /// The innermost input; there always is one, though perhaps without a stream.
     DecodedInput& input();
     const DecodedInput& input() const;

@@ -37,7 +37,7 @@ void ContentScanner::appendRun() {
     const Run& run = m_state.reader.run();
     const char16_t* const start = run.at;
     const char16_t* const end = findAny<Stops..., 0xFFFF>(start, run.end);
-    m_state.text.append(start, static_cast<std::size_t>(end - start));
+    m_state.text.appendRun(start, static_cast<std::size_t>(end - start), run.end);
     m_state.reader.moveTo(end);
 }
 

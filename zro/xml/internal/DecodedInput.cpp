@@ -32,7 +32,7 @@ std::size_t bytesOfUnits(EncodingMode mode, const unsigned char* bytes, std::siz
 
 void DecodedInput::open(std::istream& stream) {
     m_baseStream = &stream;
-    m_source = ByteSource(&stream);
+    m_source.open(&stream);
     m_limit = kFirstWindow;
     m_decodedBytes = 0;
 }
@@ -43,12 +43,19 @@ void DecodedInput::open(std::unique_ptr<std::istream> stream) {
 }
 
 void DecodedInput::close() {
-    m_source = ByteSource();
+    m_source.open(nullptr);
     m_transcoder.reset();
     m_rest.reset();
     m_baseStream = nullptr;
     m_ownStream.reset();
     m_decodedBytes = 0;
+}
+
+void DecodedInput::reset() {
+    close();
+    encoding = Encoding();
+    uri.remove();
+    baseUri.remove();
 }
 
 void DecodedInput::makeWindow(Run& window) {
@@ -116,7 +123,8 @@ bool DecodedInput::transcode(const UnicodeString& name) {
         m_source = rest->release();
         return false;
     }
-    m_source = ByteSource(transcoder.get());
+    m_source = ByteSource();
+    m_source.open(transcoder.get());
     m_rest = std::move(rest);
     m_transcoder = std::move(transcoder);
     return true;

@@ -37,6 +37,8 @@ public:
     void open(std::unique_ptr<std::istream> stream);
     /// Lets go of the stream. Names and encoding stay.
     void close();
+    /// The same, names and encoding included. The memory is kept for the next stream.
+    void reset();
 
     /// The stream as it was opened, null when there is none.
     std::istream* baseStream() const { return m_baseStream; }

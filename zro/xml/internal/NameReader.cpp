@@ -89,8 +89,7 @@ void NameReader::remember(std::uint32_t hash, std::u16string_view text, QName na
     }
     Entry& entry = m_entries.emplace_back();
     entry.hash = hash;
-    entry.prefix = name.prefix;
-    entry.local = name.local;
+    entry.name = name;
     entry.length = static_cast<std::uint16_t>(text.size());
     std::copy(text.begin(), text.end(), entry.text.begin());
     std::size_t at = hash % kIndexSize;
@@ -104,7 +103,7 @@ void NameReader::remember(std::uint32_t hash, std::u16string_view text, QName na
 ZRName NameReader::intern(std::u16string_view text) {
     const std::uint32_t hash = builtinNameHash(text);
     if (const Entry* entry = find(hash, text)) {
-        return entry->local;
+        return entry->name.local;
     }
     const ZRName name = internSharedName(text);
     remember(hash, text, {ZRName(), name});
@@ -175,11 +174,11 @@ bool NameReader::readKnownQName(QName& name) {
         return false;
     }
     const std::u16string_view text(run.at, static_cast<std::size_t>(end - run.at));
-    const Entry* entry = find(builtinNameHash(text), text);
-    if (entry == nullptr) {
+    const QName* known = findKnown(text);
+    if (known == nullptr) {
         return false;
     }
-    name = {entry->prefix, entry->local};
+    name = *known;
     m_reader.moveTo(end + 1);
     m_reader.pushBack(*end);
     return true;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "zro/vocabulary/ZRName.h"
+#include "zro/vocabulary/internal/NameHash.h"
 #include "zro/xml/internal/CharReader.h"
 
 namespace ZroCommon::internal {
@@ -38,6 +39,13 @@ public:
     /// A name with or without prefix. \return false when a part is missing
     bool readQName(QName& name);
 
+    /// The qualified name of this text, if it was met before, else null. Holds until the next name
+    /// is read.
+    const QName* findKnown(std::u16string_view text) const {
+        const Entry* entry = find(builtinNameHash(text), text);
+        return entry == nullptr ? nullptr : &entry->name;
+    }
+
     /// Skips white space. \return whether there was any
     bool skipSpace();
 
@@ -47,8 +55,7 @@ private:
         static constexpr std::size_t kMostUnits = 25;
 
         std::uint32_t hash = 0;
-        ZRNameEnum prefix = ZRN_EMPTY;
-        ZRNameEnum local = ZRN_EMPTY;
+        QName name;
         std::uint16_t length = 0;
         std::array<char16_t, kMostUnits> text{};
 

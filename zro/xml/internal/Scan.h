@@ -25,6 +25,12 @@ constexpr bool isAsciiNameUnit(char16_t c) {
            || c == u'_' || c == u'-' || c == u'.';
 }
 
+/// Line ends, and the code points behind the last of them.
+struct LineCount {
+    std::size_t lines = 0;
+    std::size_t characters = 0;
+};
+
 namespace scalar {
 
 /// The first of the given units in [at, end), or `end`.
@@ -53,22 +59,16 @@ inline const char16_t* findQNameEnd(const char16_t* at, const char16_t* end) {
     return at;
 }
 
-/// Counts the units that are `unit`.
-inline std::size_t countOf(const char16_t* at, const char16_t* end, char16_t unit) {
-    std::size_t count = 0;
+/// Goes on counting the lines and the characters of the last one over [at, end).
+inline void countLines(const char16_t* at, const char16_t* end, LineCount& count) {
     for (; at != end; ++at) {
-        count += *at == unit ? 1U : 0U;
+        if (*at == u'\n') {
+            ++count.lines;
+            count.characters = 0;
+        } else {
+            count.characters += (*at & 0xFC00U) == 0xD800U ? 0U : 1U;  // its trail counts
+        }
     }
-    return count;
-}
-
-/// Counts the lead surrogates.
-inline std::size_t countLeads(const char16_t* at, const char16_t* end) {
-    std::size_t count = 0;
-    for (; at != end; ++at) {
-        count += (*at & 0xFC00U) == 0xD800U ? 1U : 0U;
-    }
-    return count;
 }
 
 }  // namespace scalar
@@ -116,8 +116,8 @@ inline __m128i inRange(__m128i units, char16_t low, char16_t high) {
 /// are the range from '-' to ':' without '/'.
 inline __m128i outsideQName(__m128i units) {
     const __m128i letter = inRange(_mm_or_si128(units, all(0x20)), u'a', u'z');
-    const __m128i other = _mm_andnot_si128(_mm_cmpeq_epi16(units, all(u'/')),
-                                           inRange(units, u'-', u':'));
+    const __m128i other =
+        _mm_andnot_si128(_mm_cmpeq_epi16(units, all(u'/')), inRange(units, u'-', u':'));
     const __m128i name =
         _mm_or_si128(_mm_or_si128(letter, other), _mm_cmpeq_epi16(units, all(u'_')));
     return _mm_cmpeq_epi16(name, _mm_setzero_si128());
@@ -158,30 +158,24 @@ inline const char16_t* findQNameEnd(const char16_t* at, const char16_t* end) {
     return scalar::findQNameEnd(at, end);
 }
 
-inline std::size_t countOf(const char16_t* at, const char16_t* end, char16_t unit) {
-    const __m128i wanted = simd::all(unit);
-    std::size_t bits = 0;
+inline void countLines(const char16_t* at, const char16_t* end, LineCount& count) {
     for (; end - at >= simd::kStep; at += simd::kStep) {
-        bits += static_cast<std::size_t>(
-            std::popcount(simd::maskOf(_mm_cmpeq_epi16(simd::load(at), wanted))));
+        const __m128i units = simd::load(at);
+        const __m128i kind = _mm_and_si128(units, simd::all(0xFC00));
+        const unsigned leads = simd::maskOf(_mm_cmpeq_epi16(kind, simd::all(0xD800)));
+        const unsigned ends = simd::maskOf(_mm_cmpeq_epi16(units, simd::all(u'\n')));
+        if ((leads | ends) == 0) {
+            count.characters += simd::kStep;
+        } else {
+            scalar::countLines(at, at + simd::kStep, count);
+        }
     }
-    return bits / 2 + scalar::countOf(at, end, unit);
-}
-
-inline std::size_t countLeads(const char16_t* at, const char16_t* end) {
-    std::size_t bits = 0;
-    for (; end - at >= simd::kStep; at += simd::kStep) {
-        const __m128i kind = _mm_and_si128(simd::load(at), simd::all(0xFC00));
-        bits += static_cast<std::size_t>(
-            std::popcount(simd::maskOf(_mm_cmpeq_epi16(kind, simd::all(0xD800)))));
-    }
-    return bits / 2 + scalar::countLeads(at, end);
+    scalar::countLines(at, end, count);
 }
 
 #else
 
-using scalar::countLeads;
-using scalar::countOf;
+using scalar::countLines;
 using scalar::findAny;
 using scalar::findAnyOr;
 using scalar::findQNameEnd;

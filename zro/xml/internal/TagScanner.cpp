@@ -21,6 +21,13 @@ constexpr std::u16string_view kChartNamespace = u"http://zro.example.org/names/P
 // Up to here each attribute is compared with each earlier one, above that they are sorted.
 constexpr std::size_t kFewAttributes = 16;
 
+const char16_t* skipXmlSpace(const char16_t* at, const char16_t* end) {
+    while (at != end && isXmlSpace(*at)) {
+        ++at;
+    }
+    return at;
+}
+
 constexpr bool isSameName(const Attribute& left, const Attribute& right) {
     return left.name == right.name && left.namespaceUri == right.namespaceUri;
 }
@@ -59,15 +66,65 @@ void TagScanner::readStartTag() {
 
 void TagScanner::readAttributes() {
     CharReader& reader = m_state.reader;
-    bool spaceSkipped = m_state.names.skipSpace();
-    char32_t c = reader.get();
-    while (spaceSkipped && c != u'>' && c != u'/') {
+    while (!readPlainAttributes()) {
+        const bool spaceSkipped = m_state.names.skipSpace();
+        const char32_t c = reader.get();
+        if (!spaceSkipped || c == u'>' || c == u'/') {
+            return readTagEnd(c);
+        }
         reader.pushBack(c);
         readAttribute();
-        spaceSkipped = m_state.names.skipSpace();
-        c = reader.get();
     }
-    readTagEnd(c);
+}
+
+// The common case: attributes with known names and values without markup, which lie whole in the
+// window. True when that went on to the end of the tag; otherwise the general way goes on from
+// behind the last attribute that was read.
+bool TagScanner::readPlainAttributes() {
+    const Run& run = m_state.reader.run();
+    if (!m_state.reader.inWindow()) {
+        return false;
+    }
+    const char16_t* at = run.at;
+    for (const char16_t* next = at; next != nullptr; next = readPlainAttribute(at, run.end)) {
+        at = next;
+        const char16_t* const tagEnd = skipXmlSpace(at, run.end);
+        if (run.end - tagEnd >= 2 && tagEnd[0] == u'>') {
+            m_state.reader.moveTo(tagEnd + 1);
+            return true;
+        }
+        if (run.end - tagEnd >= 2 && tagEnd[0] == u'/' && tagEnd[1] == u'>') {
+            m_state.lookahead = Lookahead::EmptyElementEnd;
+            m_state.reader.moveTo(tagEnd + 2);
+            return true;
+        }
+    }
+    m_state.reader.moveTo(at);
+    return false;
+}
+
+// Where the attribute ends, or null when it is not that plain.
+const char16_t* TagScanner::readPlainAttribute(const char16_t* at, const char16_t* end) {
+    const char16_t* const name = skipXmlSpace(at, end);
+    const char16_t* const nameEnd = findQNameEnd(name, end);
+    if (name == at || end - nameEnd < 3 || nameEnd[0] != u'='
+        || (nameEnd[1] != u'"' && nameEnd[1] != u'\'')) {
+        return nullptr;
+    }
+    const char16_t* const value = nameEnd + 2;
+    const char16_t* const valueEnd = findAnyOr<u'&', u'<', u'\n', u'\t'>(value, end, nameEnd[1]);
+    if (valueEnd == end || *valueEnd != nameEnd[1]) {
+        return nullptr;
+    }
+    const QName* const known =
+        m_state.names.findKnown({name, static_cast<std::size_t>(nameEnd - name)});
+    if (known == nullptr) {
+        return nullptr;
+    }
+    const std::size_t valueStart = m_state.values.size();
+    m_state.values.appendRun(value, static_cast<std::size_t>(valueEnd - value), end);
+    addAttribute(*known, valueStart);
+    return valueEnd + 1;
 }
 
 void TagScanner::readAttribute() {
@@ -81,12 +138,17 @@ void TagScanner::readAttribute() {
         m_state.report(XmlError::MissingEquals);
     }
     m_state.names.skipSpace();
-    Attribute attribute{name.prefix, name.local, ZRN_EMPTY, m_state.values.size(), 0};
+    const std::size_t valueStart = m_state.values.size();
     m_literals.read(LiteralMode::Attribute, m_state.values);
-    attribute.valueLength = m_state.values.size() - attribute.valueStart;
-    if (name.prefix == ZRN_xmlns || (name.prefix.isEmpty() && name.local == ZRN_xmlns)) {
+    addAttribute(name, valueStart);
+}
+
+void TagScanner::addAttribute(const QName& name, std::size_t valueStart) {
+    Attribute attribute{name.prefix, name.local, ZRN_EMPTY, valueStart,
+                        m_state.values.size() - valueStart};
+    if (name.prefix == ZRN_xmlns || (name.local == ZRN_xmlns && name.prefix.isEmpty())) {
         const ZRName prefix = name.prefix.isEmpty() ? ZRName() : name.local;
-        const ZRName uri = internSharedName(m_state.values.view(attribute.valueStart));
+        const ZRName uri = internSharedName(m_state.values.view(valueStart));
         m_state.namespaces->declare(prefix, uri);
         attribute.namespaceUri = ZRN_ns_xmlns;
     }
@@ -240,8 +302,12 @@ void TagScanner::readEndTag() {
         m_state.report(XmlError::MismatchedEndTag, qualifiedName(name.prefix, name.local),
                        qualifiedName(open.elementPrefix(), open.elementName()));
     }
-    m_state.names.skipSpace();
-    m_state.expect(u'>');
+    const char32_t last = m_state.reader.get();
+    if (last != u'>') {
+        m_state.reader.pushBack(last);
+        m_state.names.skipSpace();
+        m_state.expect(u'>');
+    }
 }
 
 }  // namespace ZroCommon::internal

@@ -21,7 +21,10 @@ public:
 
 private:
     void readAttributes();
+    bool readPlainAttributes();
+    const char16_t* readPlainAttribute(const char16_t* at, const char16_t* end);
     void readAttribute();
+    void addAttribute(const QName& name, std::size_t valueStart);
     void readTagEnd(char32_t c);
     void declareRootConveniences(ZRName local);
     void resolveElement(const QName& name);

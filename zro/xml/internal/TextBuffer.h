@@ -36,6 +36,17 @@ public:
         }
         m_size += count;
     }
+    /// The same for a stretch that is mostly short: copied in one go where both sides have room.
+    /// \param readable  the end of what may be read behind `units`
+    void appendRun(const char16_t* units, std::size_t count, const char16_t* readable) {
+        if (count <= kShort && readable - units >= static_cast<std::ptrdiff_t>(kShort)
+            && m_capacity - m_size >= kShort) {
+            std::memcpy(m_units.get() + m_size, units, kShort * sizeof(char16_t));
+            m_size += count;
+        } else {
+            append(units, count);
+        }
+    }
     void append(std::u16string_view units) { append(units.data(), units.size()); }
 
     void append(char16_t unit) {
@@ -61,6 +72,8 @@ public:
     void shrink();
 
 private:
+    static constexpr std::size_t kShort = 16;
+
     void grow(std::size_t count);
 
     std::unique_ptr<char16_t[]> m_units;
