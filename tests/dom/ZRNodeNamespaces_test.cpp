@@ -1,0 +1,131 @@
+#include <gtest/gtest.h>
+
+#include "tests/dom/Trees.h"
+
+namespace ZroCommon::testing {
+namespace {
+
+Document loaded(const char16_t* xml) {
+    Document document = newDocument();
+    document->loadXml(xml);
+    return document;
+}
+
+/// The first element of that name.
+ZRNode* find(const Document& document, const char16_t* name) {
+    return document->getElementsByTagName(ZRName(UnicodeString(name)))->getFirstNode();
+}
+
+std::string uri(ZRName name) {
+    return utf8(name.toString());
+}
+
+constexpr const char16_t* kScopes =
+    u"<a xmlns='urn:d' xmlns:p='urn:p' xmlns:q='urn:q'>"
+    u"<p:b xmlns='urn:e' q:x='1'><c xmlns='' xmlns:p='urn:other'/></p:b></a>";
+
+TEST(ZRNode, PrefixesStandForWhatIsInScope) {
+    const Document document = loaded(kScopes);
+    const struct {
+        const char16_t* element;
+        ZRName prefix;
+        const char* namespaceUri;
+    } cases[] = {
+        {u"a", ZRName(), "urn:d"},  {u"a", u"p"_name, "urn:p"}, {u"b", ZRName(), "urn:e"},
+        {u"b", u"p"_name, "urn:p"}, {u"c", ZRName(), ""},       {u"c", u"p"_name, "urn:other"},
+        {u"c", u"q"_name, "urn:q"}, {u"c", u"none"_name, ""},
+    };
+    for (const auto& [name, prefix, namespaceUri] : cases) {
+        EXPECT_EQ(uri(find(document, name)->lookupNamespaceUri(prefix)), namespaceUri)
+            << utf8(name) << ", prefix " << uri(prefix);
+    }
+    ZRNode* attr = find(document, u"b")->getAttributes()->getNamedItem(u"x"_name);
+    EXPECT_EQ(uri(attr->lookupNamespaceUri(ZRName())), "urn:e");
+    EXPECT_EQ(uri(document->lookupNamespaceUri(ZRName())), "urn:d");
+}
+
+TEST(ZRNode, NamespacesAreFoundUnderAPrefixThatStillStandsForThem) {
+    const Document document = loaded(kScopes);
+    const struct {
+        const char16_t* element;
+        ZRName namespaceUri;
+        const char* prefix;
+    } cases[] = {
+        {u"a", u"urn:p"_name, "p"},     {u"b", u"urn:p"_name, "p"}, {u"c", u"urn:q"_name, "q"},
+        {u"c", u"urn:other"_name, "p"}, {u"c", u"urn:d"_name, ""},  {u"c", ZRName(), ""},
+        {u"b", u"urn:none"_name, ""},
+    };
+    for (const auto& [name, namespaceUri, prefix] : cases) {
+        EXPECT_EQ(uri(find(document, name)->lookupPrefix(namespaceUri)), prefix)
+            << utf8(name) << ", " << uri(namespaceUri);
+    }
+    EXPECT_EQ(uri(document->lookupPrefix(u"urn:q"_name)), "q");
+}
+
+TEST(ZRNode, ShadowedDeclarationsGiveNoPrefix) {
+    const Document document =
+        loaded(u"<a xmlns:p='urn:u' xmlns:q='urn:u'><b xmlns:p='urn:v'/></a>");
+    EXPECT_EQ(uri(find(document, u"b")->lookupPrefix(u"urn:u"_name)), "q");
+    const Document hidden = loaded(u"<a xmlns:p='urn:u'><b xmlns:p='urn:v'/></a>");
+    EXPECT_EQ(uri(find(hidden, u"b")->lookupPrefix(u"urn:u"_name)), "");
+}
+
+TEST(ZRNode, KnowsTheDefaultNamespace) {
+    const Document document = loaded(kScopes);
+    const struct {
+        const char16_t* element;
+        ZRName namespaceUri;
+        bool isDefault;
+    } cases[] = {
+        {u"a", u"urn:d"_name, true},  {u"a", u"urn:p"_name, false}, {u"b", u"urn:e"_name, true},
+        {u"b", u"urn:p"_name, false}, {u"c", ZRName(), true},       {u"c", u"urn:e"_name, false},
+    };
+    for (const auto& [name, namespaceUri, isDefault] : cases) {
+        EXPECT_EQ(find(document, name)->isDefaultNamespace(namespaceUri), isDefault)
+            << utf8(name) << ", " << uri(namespaceUri);
+    }
+    EXPECT_TRUE(document->isDefaultNamespace(u"urn:d"_name));
+    const ZRPtr<ZRNode> fragment(document->createDocumentFragment());
+    EXPECT_FALSE(fragment->isDefaultNamespace(ZRName()));
+    EXPECT_EQ(uri(fragment->lookupNamespaceUri(u"p"_name)), "");
+    EXPECT_EQ(uri(fragment->lookupPrefix(u"urn:p"_name)), "");
+}
+
+TEST(ZRNode, ALooseTextHasNoScope) {
+    const Document document = newDocument();
+    const ZRPtr<ZRTextNode> loose = document->createTextNode(u"t");
+    EXPECT_EQ(uri(loose->lookupNamespaceUri(ZRName())), "");
+    EXPECT_EQ(uri(loose->lookupPrefix(u"urn:p"_name)), "");
+    EXPECT_FALSE(loose->isDefaultNamespace(ZRName()));
+    EXPECT_EQ(uri(document->lookupPrefix(u"urn:p"_name)), "");
+}
+
+TEST(ZRElement, APlainElementsNamespaceFollowsTheDeclarationsInScope) {
+    const Document document = newDocument();
+    const ZRPtr<ZRElement> outer = document->createElement(u"outer"_name);
+    const ZRPtr<ZRElement> inner = document->createElement(u"inner"_name);
+    outer->appendChild(inner);
+    EXPECT_EQ(uri(inner->getNamespaceUri()), "");
+    outer->setAttribute(ZRN_xmlns, ZRValue(UnicodeString(u"urn:d")));
+    EXPECT_EQ(uri(inner->getNamespaceUri()), "urn:d");
+    inner->setPrefix(u"p"_name);
+    EXPECT_EQ(uri(inner->getNamespaceUri()), "");
+    outer->setAttributeNS(ZRName(), u"xmlns:p"_name, ZRValue(u"urn:p"_name));
+    EXPECT_EQ(uri(inner->getNamespaceUri()), "urn:p");
+    EXPECT_EQ(uri(inner->lookupPrefix(u"urn:p"_name)), "p");
+    EXPECT_TRUE(outer->isDefaultNamespace(u"urn:d"_name));
+}
+
+TEST(ZRElement, AnElementWithANamespaceKeepsItWhereverItStands) {
+    const Document document = newDocument();
+    const ZRPtr<ZRElement> e = document->createElementNS(u"urn:u"_name, u"p:e"_name);
+    EXPECT_EQ(uri(e->getPrefix()) + uri(e->getLocalName()), "pe");
+    EXPECT_EQ(uri(e->lookupNamespaceUri(u"p"_name)), "urn:u");
+    EXPECT_EQ(uri(e->lookupPrefix(u"urn:u"_name)), "p");
+    e->setPrefix(u"q"_name);
+    EXPECT_EQ(uri(e->getNodeName()), "q:e");
+    EXPECT_EQ(uri(e->getNamespaceUri()), "urn:u");
+}
+
+}  // namespace
+}  // namespace ZroCommon::testing
