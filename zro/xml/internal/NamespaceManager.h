@@ -143,7 +143,7 @@ private:
     };
 
     struct Undo {
-        ZRNameEnum prefix;
+        ZRNameEnum prefix = ZRN_EMPTY;
         Binding binding;
     };
 
