@@ -6,6 +6,7 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "tests/support/Streams.h"
 #include "zro/streams/ZRMemStream.h"

@@ -11,7 +11,8 @@ ZRMemStream::ZRMemStream(std::istream* source, std::size_t growBytes, bool delet
 
 // The base is made from nothing: a stream's state is not copied, only what it holds.
 ZRMemStream::ZRMemStream(const ZRMemStream& other)
-    : std::basic_ios<char>(), std::basic_iostream<char>(nullptr) {
+    : std::basic_ios<char>(),  // NOLINT(readability-redundant-member-init) as GCC asks for it
+      std::basic_iostream<char>(nullptr) {
     init(&m_buffer);
     m_buffer.copyContent(other.m_buffer);
 }

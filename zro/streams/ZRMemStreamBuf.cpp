@@ -219,7 +219,7 @@ ZRMemStreamBuf::int_type ZRMemStreamBuf::overflow(int_type character) {
         setPut(0, 0);
         return isData ? sputc(traits_type::to_char_type(character)) : character;
     }
-    std::size_t offset = static_cast<std::size_t>(pptr() - pbase());
+    auto offset = static_cast<std::size_t>(pptr() - pbase());
     if (isData) {
         pbase()[offset++] = traits_type::to_char_type(character);
     }

@@ -50,8 +50,7 @@ private:
     }
 
     std::string_view m_pattern;
-    std::vector<std::size_t>
-        m_border;  // of each prefix: the longest end of it that is a prefix too
+    std::vector<std::size_t> m_border;  // the longest prefix that each prefix ends in
     std::size_t m_matched = 0;
 };
 

@@ -75,7 +75,7 @@ UnicodeString ZRUri::getFileName() const {
         return {m_uri, m_uri.lastIndexOf(u'/') + 1};
     }
     // On purpose: "file:/a/b" has a local path without backslashes, and so all of it is the name.
-    const UnicodeString path = getLocalPath();
+    UnicodeString path = getLocalPath();
     return {path, path.lastIndexOf(u'\\') + 1};
 }
 
