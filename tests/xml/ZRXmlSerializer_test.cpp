@@ -1,13 +1,11 @@
 #include "zro/xml/ZRXmlSerializer.h"
 
-#include <cstdio>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 #include <string>
 
 #include <gtest/gtest.h>
 
+#include "tests/support/TempFolder.h"
 #include "tests/support/Text.h"
 #include "tests/xml/SerializerCalls.h"
 
@@ -17,7 +15,6 @@ namespace {
 using testing::Calls;
 using testing::kNone;
 using testing::name;
-using testing::text;
 using testing::utf8;
 using testing::written;
 
@@ -337,17 +334,14 @@ TEST(ZRXmlSerializer, StartsAfreshWithEachOutput) {
 }
 
 TEST(ZRXmlSerializer, WritesAFileThatItOwns) {
-    const std::string path = ::testing::TempDir() + "zro serializer test.xml";
+    const testing::TempFolder folder;
     const ZRPtr<ZRXmlSerializer> serializer(new internal::XmlSerializerImpl);
     serializer->setGenerator({});
-    serializer->setOutput(text(path), u"UTF-8");
+    serializer->setOutput(folder.file("a b.xml"), u"UTF-8");
     serializer->startDocument({}, {});
     serializer->startTag(kNone, ZRN_block);
     serializer->endDocument();
-    std::ifstream file(path, std::ios::binary);
-    const std::string content{std::istreambuf_iterator<char>(file), {}};
-    EXPECT_EQ(content, "<?xml version=\"1.0\" encoding=\"UTF-8\"?><block/>");
-    std::remove(path.c_str());
+    EXPECT_EQ(folder.read("a b.xml"), "<?xml version=\"1.0\" encoding=\"UTF-8\"?><block/>");
 }
 
 TEST(ZRXmlSerializer, TypesAreThoseOfTheInterface) {
