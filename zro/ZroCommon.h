@@ -4,6 +4,15 @@
 /// Everything the library offers, in one include.
 
 #include "zro/Library.h"
+#include "zro/dom/ZRAttr.h"
+#include "zro/dom/ZRDocument.h"
+#include "zro/dom/ZRDocumentFragment.h"
+#include "zro/dom/ZRElement.h"
+#include "zro/dom/ZRNode.h"
+#include "zro/dom/ZRNodeIterator.h"
+#include "zro/dom/ZRNodeList.h"
+#include "zro/dom/ZRTextNode.h"
+#include "zro/dom/ZRTreeIterator.h"
 #include "zro/foundation/Export.h"
 #include "zro/foundation/Text.h"
 #include "zro/foundation/ZRCStr.h"
