@@ -3,9 +3,10 @@
 #include <chrono>
 #include <future>
 #include <thread>
-#include <vector>
 
 #include <gtest/gtest.h>
+
+#include "tests/support/Threads.h"
 
 namespace ZroCommon {
 namespace {
@@ -25,18 +26,12 @@ constexpr std::chrono::seconds kLong(20);
 TEST(ZRMutex, KeepsOtherThreadsOut) {
     ZRLock lock;
     int count = 0;
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 8; ++i) {
-        threads.emplace_back([&] {
-            for (int round = 0; round < 2000; ++round) {
-                const ZRMutex guard(lock);
-                ++count;
-            }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
+    testing::inThreads(8, [&](int) {
+        for (int round = 0; round < 2000; ++round) {
+            const ZRMutex guard(lock);
+            ++count;
+        }
+    });
     EXPECT_EQ(count, 16'000);
 }
 

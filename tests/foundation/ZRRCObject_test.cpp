@@ -1,13 +1,12 @@
 #include "zro/foundation/ZRRCObject.h"
 
-#include <thread>
 #include <type_traits>
 #include <utility>
-#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "tests/support/Text.h"
+#include "tests/support/Threads.h"
 #include "zro/foundation/ZRPtr.h"
 
 namespace ZroCommon {
@@ -79,17 +78,12 @@ TEST(ZRRCObject, TheOwningThreadMayTurnTheCountBack) {
 TEST(ZRRCObject, CountsFromManyThreads) {
     int living = 0;
     const ZRPtr<Probe> probe(new Probe(living));
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 8; ++i) {
-        threads.emplace_back([&probe] {
-            for (int round = 0; round < 2000; ++round) {
-                const ZRPtr<Probe> copy(probe);
-            }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
+    testing::inThreads(8, [&probe](int) {
+        for (int round = 0; round < 2000; ++round) {
+            ZRPtr<Probe> copy(probe);
+            copy = nullptr;
+        }
+    });
     EXPECT_EQ(probe->getRefCount(), 1);
 }
 
@@ -126,8 +120,9 @@ TEST(ZRPtr, HoldsOneReference) {
 }
 
 TEST(ZRPtr, MayBeNull) {
-    const ZRPtr<Probe> none;
-    const ZRPtr<Probe> copy(none);
+    ZRPtr<Probe> none;
+    ZRPtr<Probe> copy(none);
+    copy = none;
     EXPECT_EQ(copy, nullptr);
     EXPECT_EQ(ZRPtr<Probe>(static_cast<Probe*>(nullptr)).get(), nullptr);
 }
@@ -135,7 +130,12 @@ TEST(ZRPtr, MayBeNull) {
 TEST(ZRPtr, ConvertsToTheBasesOfItsClassOnly) {
     static_assert(std::is_convertible_v<ZRPtr<DerivedProbe>, ZRPtr<ZRRCObject>>);
     static_assert(!std::is_constructible_v<ZRPtr<DerivedProbe>, const ZRPtr<Probe>&>);
-    static_assert(sizeof(ZRPtr<Probe>) == sizeof(Probe*));
+    int living = 0;
+    ZRPtr<ZRRCObject> base;
+    base = ZRPtr<DerivedProbe>(new DerivedProbe(living));
+    EXPECT_EQ(base->getRefCount(), 1);
+    base = base.get();
+    EXPECT_EQ(living, 1);
 }
 
 TEST(ZRPtr, HandsReferencesOver) {

@@ -136,7 +136,8 @@ TEST(ZRNamedValue, KeepsItsNameWhenTheValueChanges) {
 
 TEST(ZRNamedValue, APlainCopyDoesNotShowTheName) {
     const ZRNamedValue item(ZRValue(5), ZRN_length);
-    const ZRValue plain(item);
+    ZRValue plain;
+    plain = item;
     EXPECT_EQ(plain, ZRValue(5));
     EXPECT_EQ(plain.getUnitType(), ZRValueUnitNumber);
     EXPECT_EQ(ZRNamedValue(item.getValue(), ZRName()).getName(), ZRN_EMPTY);

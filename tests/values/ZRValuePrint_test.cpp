@@ -1,6 +1,5 @@
 #include <bit>
 #include <clocale>
-
 #include <cstdint>
 #include <cstdio>
 #include <limits>
@@ -26,8 +25,8 @@ std::string printed(double number) {
 }
 
 std::string printedByC(double number) {
-    static const locale_t kC = newlocale(LC_ALL_MASK, "C", nullptr);
-    const locale_t outer = uselocale(kC);
+    static const locale_t s_plain = newlocale(LC_ALL_MASK, "C", nullptr);
+    const locale_t outer = uselocale(s_plain);
     char text[32];
     std::snprintf(text, sizeof text, "%g", number);
     uselocale(outer);

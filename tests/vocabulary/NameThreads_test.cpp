@@ -2,33 +2,23 @@
 
 #include <atomic>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
-#include "tests/support/Text.h"
+#include "tests/support/Threads.h"
 #include "zro/foundation/internal/AppendNumber.h"
 #include "zro/vocabulary/ZRNameTable.h"
 
 namespace ZroCommon {
 namespace {
 
+using testing::inThreads;
+
 UnicodeString numbered(int number) {
     UnicodeString result(u"thread-name-of-some-length-");
     return internal::appendNumber(result, number);
-}
-
-template <class Work>
-void inThreads(int count, Work work) {
-    std::vector<std::thread> threads;
-    for (int i = 0; i < count; ++i) {
-        threads.emplace_back(work, i);
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
 }
 
 TEST(NameThreads, OneTextHasOneNumberInAllThreads) {

@@ -14,7 +14,6 @@
 namespace ZroCommon {
 namespace {
 
-using testing::text;
 using testing::utf8;
 
 UnicodeString numbered(const char16_t* prefix, int number) {

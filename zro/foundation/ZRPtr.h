@@ -24,13 +24,17 @@ public:
 
     ~ZRPtr() { release(); }
 
-    ZRPtr& operator=(const ZRPtr& other) {
+    ZRPtr& operator=(const ZRPtr& other) {  // NOLINT(bugprone-unhandled-self-assignment): a copy
         ZRPtr(other).swap(*this);
         return *this;
     }
     ZRPtr& operator=(ZRPtr&& other) noexcept {
         ZRPtr(std::move(other)).swap(*this);
         return *this;
+    }
+    template <class U, class = std::enable_if_t<std::is_convertible_v<U*, T*>>>
+    ZRPtr& operator=(const ZRPtr<U>& other) {
+        return *this = other.get();
     }
     ZRPtr& operator=(T* object) {
         ZRPtr(object).swap(*this);
