@@ -7,6 +7,7 @@
 #include "tests/support/Text.h"
 #include "zro/foundation/ZREmptyString.h"
 #include "zro/vocabulary/ZRNameTable.h"
+#include "zro/xml/ZRXmlParser.h"
 
 namespace ZroCommon::internal {
 namespace {
@@ -28,6 +29,7 @@ TEST(MathMLEntities, KnowsThePublishedSet) {
         EXPECT_EQ(entity(name), UnicodeString(value)) << "for: " << testing::utf8(name);
     }
     EXPECT_EQ(mathMLEntities().size(), 2086U);
+    EXPECT_EQ(&ZRXmlParser::getMathMLEntity(ZRName(u"alpha")), &mathMLEntity(ZRName(u"alpha")));
 }
 
 // On purpose: nothing expands these texts, so they reach the document as they are.

@@ -197,12 +197,13 @@ public:
     }
 
     int lookup(int prefix) const {
-        for (auto scope = m_scopes.rbegin(); scope != m_scopes.rend(); ++scope) {
-            if (scope->prefix == prefix && scope->uri != 0) {
-                return scope->uri;
+        for (std::size_t i = m_scopes.size(); i > 0; --i) {
+            const Scope& scope = m_scopes[i - 1];
+            if (scope.prefix == prefix && scope.uri != 0) {
+                return scope.uri;
             }
-            const auto found = scope->declarations.find(prefix);
-            if (found != scope->declarations.end() && (found->second != 0 || prefix == 0)) {
+            const auto found = scope.declarations.find(prefix);
+            if (found != scope.declarations.end() && (found->second != 0 || prefix == 0)) {
                 return found->second;
             }
         }
@@ -210,8 +211,8 @@ public:
     }
 
     int findPrefix(int uri) const {
-        for (auto scope = m_scopes.rbegin(); scope != m_scopes.rend(); ++scope) {
-            for (const auto& [prefix, value] : scope->declarations) {
+        for (std::size_t i = m_scopes.size(); i > 0; --i) {
+            for (const auto& [prefix, value] : m_scopes[i - 1].declarations) {
                 if (uri != 0 && value == uri && lookup(prefix) == uri) {
                     return prefix;
                 }

@@ -1,5 +1,7 @@
 #include "zro/xml/ZRXmlParser.h"
 
+#include "zro/xml/internal/MathMLEntities.h"
+
 namespace ZroCommon {
 
 ZRXmlParser::~ZRXmlParser() = default;
@@ -31,5 +33,9 @@ void ZRXmlParser::addMathMLEntityMap() {}
 void ZRXmlParser::rewind() {}
 
 void ZRXmlParser::setLimits(const ZRLimits& /*limits*/) {}
+
+const UnicodeString& ZRXmlParser::getMathMLEntity(ZRName name) {
+    return internal::mathMLEntity(name);
+}
 
 }  // namespace ZroCommon

@@ -72,7 +72,7 @@ private:
         ZRName prefix;
         ZRName namespaceUri;
         ZRName localName;
-        int depth;  // of its scope
+        int depth = 0;  // of its scope
     };
 
     void checkStream() const;
