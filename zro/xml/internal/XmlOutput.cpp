@@ -2,21 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <cassert>
 #include <charconv>
 #include <cstdint>
-#include <cstring>
 
 namespace ZroCommon::internal {
 namespace {
-
-bool isHighSurrogate(char16_t unit) {
-    return (unit & 0xFC00U) == 0xD800;
-}
-
-bool isLowSurrogate(char16_t unit) {
-    return (unit & 0xFC00U) == 0xDC00;
-}
 
 struct Character {
     char32_t value;
@@ -25,29 +15,38 @@ struct Character {
 
 // A lone surrogate is a character of its own.
 Character firstCharacter(std::u16string_view text) {
-    if (text.size() > 1 && isHighSurrogate(text[0]) && isLowSurrogate(text[1])) {
-        const char32_t high = (text[0] & 0x3FFU) << 10U;
-        return {0x10000 + (high | (text[1] & 0x3FFU)), 2};
+    const bool isPair =
+        text.size() > 1 && (text[0] & 0xFC00U) == 0xD800 && (text[1] & 0xFC00U) == 0xDC00;
+    if (!isPair) {
+        return {text[0], 1};
     }
-    return {text[0], 1};
+    const char32_t high = (text[0] & 0x3FFU) << 10U;
+    return {0x10000 + (high | (text[1] & 0x3FFU)), 2};
 }
 
-char* appendUtf8(char* to, char32_t character) {
-    const auto trail = [character](unsigned shift) {
-        return static_cast<char>(0x80U | ((character >> shift) & 0x3FU));
-    };
-    if (character < 0x800) {
-        *to++ = static_cast<char>(0xC0U | (character >> 6U));
-    } else if (character < 0x10000) {
-        *to++ = static_cast<char>(0xE0U | (character >> 12U));
-        *to++ = trail(6);
-    } else {
-        *to++ = static_cast<char>(0xF0U | (character >> 18U));
-        *to++ = trail(12);
-        *to++ = trail(6);
-    }
-    *to++ = trail(0);
-    return to;
+char trailByte(char32_t bits) {
+    return static_cast<char>(0x80U | (bits & 0x3FU));
+}
+
+char* appendTwoBytes(char* to, char32_t character) {
+    to[0] = static_cast<char>(0xC0U | character >> 6U);
+    to[1] = trailByte(character);
+    return to + 2;
+}
+
+char* appendThreeBytes(char* to, char32_t character) {
+    to[0] = static_cast<char>(0xE0U | character >> 12U);
+    to[1] = trailByte(character >> 6U);
+    to[2] = trailByte(character);
+    return to + 3;
+}
+
+char* appendFourBytes(char* to, char32_t character) {
+    to[0] = static_cast<char>(0xF0U | character >> 18U);
+    to[1] = trailByte(character >> 12U);
+    to[2] = trailByte(character >> 6U);
+    to[3] = trailByte(character);
+    return to + 4;
 }
 
 }  // namespace
@@ -58,23 +57,6 @@ void XmlOutput::setShiftJis(bool isShiftJis) {
     m_isShiftJis = isShiftJis;
     if (isShiftJis && m_encoder == nullptr) {
         m_encoder = CharEncoder::open("cp932");
-    }
-}
-
-void XmlOutput::put(std::string_view text) {
-    assert(text.size() <= kBlockSize);
-    if (kBlockSize - m_used < text.size()) {
-        drain();
-    }
-    std::memcpy(&m_block[m_used], text.data(), text.size());
-    m_used += text.size();
-}
-
-void XmlOutput::put(std::u16string_view text, Escape escape) {
-    switch (escape) {
-    case Escape::None: return putEscaped<Escape::None>(text);
-    case Escape::Text: return putEscaped<Escape::Text>(text);
-    case Escape::Attribute: return putEscaped<Escape::Attribute>(text);
     }
 }
 
@@ -100,6 +82,10 @@ void XmlOutput::putEscaped(std::u16string_view text) {
     }
 }
 
+template void XmlOutput::putEscaped<Escape::None>(std::u16string_view text);
+template void XmlOutput::putEscaped<Escape::Text>(std::u16string_view text);
+template void XmlOutput::putEscaped<Escape::Attribute>(std::u16string_view text);
+
 void XmlOutput::putAsciiEntity(char16_t unit) {
     switch (unit) {
     case u'&': return put("&amp;");
@@ -116,14 +102,21 @@ std::size_t XmlOutput::putUtf8Run(std::u16string_view text) {
     }
     char* to = &m_block[m_used];
     const char* const limit = &m_block[kBlockSize - kReserve];
-    std::size_t done = 0;
+    const char16_t* from = text.data();
+    const char16_t* const end = from + text.size();
     do {
-        const Character character = firstCharacter(text.substr(done));
-        to = appendUtf8(to, character.value);
-        done += character.units;
-    } while (done < text.size() && text[done] >= 0x80 && to <= limit);
+        if (*from < 0x800) {
+            to = appendTwoBytes(to, *from++);
+        } else if ((*from & 0xF800U) != 0xD800) {
+            to = appendThreeBytes(to, *from++);
+        } else {
+            const auto [value, units] = firstCharacter({from, end});
+            to = units == 2 ? appendFourBytes(to, value) : appendThreeBytes(to, value);
+            from += units;
+        }
+    } while (from != end && *from >= 0x80 && to <= limit);
     m_used = static_cast<std::size_t>(to - m_block.get());
-    return done;
+    return static_cast<std::size_t>(from - text.data());
 }
 
 std::size_t XmlOutput::putEncoded(std::u16string_view text) {

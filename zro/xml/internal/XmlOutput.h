@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 #include <memory>
 #include <ostream>
 #include <string_view>
@@ -32,11 +33,23 @@ public:
     }
 
     /// A few ASCII characters, at most a block of them.
-    void put(std::string_view text);
+    void put(std::string_view text) {
+        if (kBlockSize - m_used < text.size()) {
+            drain();
+        }
+        std::memcpy(&m_block[m_used], text.data(), text.size());
+        m_used += text.size();
+    }
 
     /// A character that the encoding lacks becomes a numeric reference whatever the escape.
     void put(const UnicodeString& text, Escape escape) { put(viewOf(text), escape); }
-    void put(std::u16string_view text, Escape escape);
+    void put(std::u16string_view text, Escape escape) {
+        switch (escape) {
+        case Escape::None: return putEscaped<Escape::None>(text);
+        case Escape::Text: return putEscaped<Escape::Text>(text);
+        case Escape::Attribute: return putEscaped<Escape::Attribute>(text);
+        }
+    }
 
     void commit();
 

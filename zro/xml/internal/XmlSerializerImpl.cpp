@@ -29,13 +29,9 @@ UnicodeString XmlSerializerImpl::getTypeName() const {
 
 // Output and document.
 
-void XmlSerializerImpl::checkStream() const {
-    if (m_stream == nullptr) {
-        throwIOError(IOError::NoOutputStream, ErrorSite::SerializerCheckStream);
-    }
-    if (m_stream->fail()) {
-        throwIOError(IOError::OutputError, ErrorSite::SerializerCheckStream);
-    }
+void XmlSerializerImpl::throwStreamError() const {
+    throwIOError(m_stream == nullptr ? IOError::NoOutputStream : IOError::OutputError,
+                 ErrorSite::SerializerCheckStream);
 }
 
 bool XmlSerializerImpl::close() {

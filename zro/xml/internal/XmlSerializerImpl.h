@@ -75,7 +75,12 @@ private:
         int depth = 0;  // of its scope
     };
 
-    void checkStream() const;
+    void checkStream() const {
+        if (m_stream == nullptr || m_stream->fail()) {
+            throwStreamError();
+        }
+    }
+    [[noreturn]] void throwStreamError() const;
     bool close();
     void begin(std::ostream& stream, const UnicodeString& encoding);
     void setEncoding(const UnicodeString& encoding);
