@@ -17,6 +17,7 @@ void require(const std::string& fault) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(readability-identifier-naming)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0) {
         return 0;

@@ -53,6 +53,7 @@ void ask(ZRUri uri, const UnicodeString& other) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(readability-identifier-naming)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0) {
         return 0;

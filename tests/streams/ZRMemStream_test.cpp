@@ -90,6 +90,16 @@ TEST(ZRMemStream, HoldsTwoBlocksAtMostWhenMemoryIsNotKept) {
     EXPECT_EQ(contentOf(stream), "IJ") << "the last block, behind it an empty one";
 }
 
+TEST(ZRMemStream, LetsAllOldBlocksGoOnceMemoryIsNoLongerKept) {
+    std::istringstream source("0123456789ABCDEFGHIJ");
+    ZRMemStream stream(&source, 2);
+    stream.ignore(12);
+    stream.setKeepMemory(false);
+    stream.ignore(8);
+    EXPECT_EQ(stream.peek(), EOF);
+    EXPECT_LE(stream.length(), 4U);
+}
+
 TEST(ZRMemStream, UngetCrossesBlocksUpToTheStart) {
     ZRMemStream stream(nullptr, 2);
     stream += "abcd";

@@ -10,7 +10,7 @@ namespace ZroCommon::testing {
 /// Runs `action` in a thread with 256 KiB of stack, where recursion over the input shows at once.
 template <class Action>
 void onSmallStack(Action&& action) {
-    constexpr std::size_t kStack = 256 * 1024;
+    constexpr std::size_t kStack = std::size_t{256} * 1024;
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
     pthread_attr_setstacksize(&attributes, kStack);

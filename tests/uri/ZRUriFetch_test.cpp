@@ -213,7 +213,7 @@ TEST_F(ZRUriModule, FindsTheDirectoryOfALoadedModule) {
 
 TEST(ZRUriLibrary, LoadsALibraryAndFindsASymbol) {
     const ZRUri library = uri(u"libc.so.6");
-    const HINSTANCE handle = library.loadLibrary();
+    HINSTANCE handle = library.loadLibrary();
     ASSERT_NE(handle, nullptr);
     EXPECT_NE(ZRUri::getProcAddress(handle, "qsort"), nullptr);
     EXPECT_EQ(ZRUri::getProcAddress(handle, "no such symbol"), nullptr);
