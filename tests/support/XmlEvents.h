@@ -1,0 +1,167 @@
+#pragma once
+
+#include <istream>
+#include <map>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/support/Text.h"
+#include "zro/foundation/ZRError.h"
+#include "zro/foundation/ZRPtr.h"
+#include "zro/uri/ZRUri.h"
+#include "zro/xml/ZRXmlUtil.h"
+
+namespace ZroCommon::testing {
+
+/// How a document is to be read.
+struct XmlReading {
+    bool tokens = false;     ///< by `nextToken`
+    bool tolerant = false;   ///< errors go to a callback and stand among the events
+    bool positions = false;  ///< each event is followed by "@line:column"
+    std::vector<ZRXmlParser::Feature> features{};
+    const char16_t* encoding = u"";
+    const char16_t* baseUri = u"";
+};
+
+inline std::string visible(const UnicodeString& text) {
+    if (text.isBogus()) {
+        return "(bogus)";
+    }
+    std::string result;
+    for (const char c : utf8(text)) {
+        switch (c) {
+        case '\n': result += "\\n"; break;
+        case '\r': result += "\\r"; break;
+        case '\t': result += "\\t"; break;
+        case '\0': result += "\\0"; break;
+        default: result += c; break;
+        }
+    }
+    return result;
+}
+
+inline std::string qualified(ZRName prefix, ZRName name) {
+    return prefix.isEmpty() ? utf8(name.toString())
+                            : utf8(prefix.toString()) + ":" + utf8(name.toString());
+}
+
+/// "<a b=1 p:c=2>", with a slash in front of the ">" of an empty element.
+inline std::string startTag(const ZRXmlParser& parser) {
+    std::string result = "<" + qualified(parser.getPrefix(), parser.getName());
+    for (int i = 0; i < parser.getAttributeCount(); ++i) {
+        result += " " + qualified(parser.getAttributePrefix(i), parser.getAttributeName(i)) + "="
+                  + visible(parser.getAttributeValue(i));
+    }
+    return result + (parser.isEmptyElementTag() ? "/>" : ">");
+}
+
+/// One event: tags as such, text as 'text', the rest by kind, the end as ".".
+inline std::string xmlEvent(const ZRXmlParser& parser) {
+    const std::string text = visible(parser.getText());
+    switch (parser.getEventType()) {
+    case ZRXmlParser::START_DOCUMENT: return "start";
+    case ZRXmlParser::END_DOCUMENT: return ".";
+    case ZRXmlParser::START_TAG: return startTag(parser);
+    case ZRXmlParser::END_TAG: return "</" + qualified(parser.getPrefix(), parser.getName()) + ">";
+    case ZRXmlParser::TEXT: return "'" + text + "'";
+    case ZRXmlParser::CDSECT: return "cdata'" + text + "'";
+    case ZRXmlParser::ENTITY_REF: return "&" + utf8(parser.getName().toString()) + "'" + text + "'";
+    case ZRXmlParser::IGNORABLE_WHITESPACE: return "space'" + text + "'";
+    case ZRXmlParser::PROCESSING_INSTRUCTION: return "pi'" + text + "'";
+    case ZRXmlParser::COMMENT: return "comment'" + text + "'";
+    case ZRXmlParser::DOCDECL: return "doctype";
+    }
+    return "?";
+}
+
+/// Collects events and errors in one line, two blanks between them.
+class XmlEventLog {
+public:
+    XmlEventLog(ZRXmlParser& parser, const XmlReading& reading)
+        : m_parser(parser), m_reading(reading) {
+        if (reading.tolerant) {
+            parser.setCallbackError(&XmlEventLog::noteError, this);
+        }
+        for (const ZRXmlParser::Feature feature : reading.features) {
+            parser.setFeature(feature, true);
+        }
+    }
+
+    /// Reads to the end, or to a thrown error, which is the last entry.
+    std::string read() {
+        try {
+            do {
+                m_reading.tokens ? m_parser.nextToken() : m_parser.next();
+                add(xmlEvent(m_parser));
+            } while (m_parser.getEventType() != ZRXmlParser::END_DOCUMENT);
+        } catch (const ZRError& error) {
+            add("throws " + describe(error));
+        }
+        return m_log;
+    }
+
+    void add(const std::string& entry) {
+        m_log += (m_log.empty() ? "" : "  ") + entry;
+        if (m_reading.positions) {
+            m_log += "@" + std::to_string(m_parser.getLineNumber()) + ":"
+                     + std::to_string(m_parser.getColumnNumber());
+        }
+    }
+
+    static std::string describe(const ZRError& error) {
+        return std::to_string(error.getErrorCode()) + " " + visible(error.getRawMessage());
+    }
+
+private:
+    static void noteError(const ZRError& error, void* log) {
+        static_cast<XmlEventLog*>(log)->add("[" + describe(error) + "]");
+    }
+
+    ZRXmlParser& m_parser;
+    const XmlReading& m_reading;
+    std::string m_log;
+};
+
+inline std::string xmlEvents(std::istream& stream, const XmlReading& reading = {}) {
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    XmlEventLog log(*parser, reading);
+    try {
+        parser->setInput(stream, reading.encoding, reading.baseUri);
+    } catch (const ZRError& error) {
+        return "throws " + XmlEventLog::describe(error);
+    }
+    return log.read();
+}
+
+inline std::string xmlEvents(std::string_view document, const XmlReading& reading = {}) {
+    std::istringstream stream{std::string(document)};
+    return xmlEvents(stream, reading);
+}
+
+/// Serves URIs from a table while it lives; all others cannot be opened.
+class FakeWeb : public ZRUriReferenceResolver {
+public:
+    explicit FakeWeb(std::map<std::string, std::string> resources)
+        : m_resources(std::move(resources)), m_before(ZRUri::setUriReferenceResolver(this)) {}
+    FakeWeb(const FakeWeb&) = delete;
+    FakeWeb& operator=(const FakeWeb&) = delete;
+    ~FakeWeb() override { ZRUri::setUriReferenceResolver(m_before); }
+
+    std::istream* getStream(const UnicodeString& uri) override {
+        m_asked.push_back(utf8(uri));
+        const auto found = m_resources.find(utf8(uri));
+        return found == m_resources.end() ? nullptr : new std::istringstream(found->second);
+    }
+
+    const std::vector<std::string>& asked() const { return m_asked; }
+
+private:
+    std::map<std::string, std::string> m_resources;
+    ZRUriReferenceResolver* m_before;
+    std::vector<std::string> m_asked;
+};
+
+}  // namespace ZroCommon::testing

@@ -1,0 +1,186 @@
+#include "zro/xml/internal/Decoder.h"
+
+#include <array>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace ZroCommon::internal {
+namespace {
+
+using Mode = EncodingMode;
+
+const unsigned char* bytesOf(std::string_view bytes) {
+    return reinterpret_cast<const unsigned char*>(bytes.data());
+}
+
+struct Result {
+    std::u32string characters;
+    std::size_t left = 0;  // bytes
+};
+
+// Decodes all, what the window cannot hold singly.
+Result decodeAll(Mode mode, std::string_view bytes, InputTail tail = InputTail::Closed) {
+    Result result;
+    std::array<char16_t, 64> window{};
+    const unsigned char* at = bytesOf(bytes);
+    const unsigned char* const end = at + bytes.size();
+    for (;;) {
+        Decoding state{at, end, window.data(), window.data() + window.size()};
+        const DecodeStop stop = decode(mode, state, tail);
+        at = state.bytes;
+        for (const char16_t* unit = window.data(); unit != state.units; ++unit) {
+            const bool pair = (*unit & 0xFC00U) == 0xD800U;
+            result.characters += pair ? 0x10000 + ((*unit & 0x3FFU) << 10U) + (unit[1] & 0x3FFU)
+                                      : static_cast<char32_t>(*unit);
+            unit += pair ? 1 : 0;
+        }
+        if (stop == DecodeStop::NeedsBytes) {
+            result.left = static_cast<std::size_t>(end - at);
+            return result;
+        }
+        if (stop == DecodeStop::Unrepresented) {
+            const DecodedOne one = decodeOne(mode, at, end, true);
+            result.characters += one.character;
+            at += one.length;
+        }
+    }
+}
+
+struct Row {
+    Mode mode;
+    std::string_view bytes;
+    std::u32string_view characters;
+};
+
+void expectRows(const std::vector<Row>& rows) {
+    for (const auto& [mode, bytes, characters] : rows) {
+        EXPECT_EQ(decodeAll(mode, bytes).characters, characters)
+            << "row " << &bytes - &rows.front().bytes << " of "
+            << ::testing::PrintToString(std::string(bytes));
+    }
+}
+
+using namespace std::string_view_literals;
+
+TEST(Decoder, Utf8IsDecodedByShapeAlone) {
+    expectRows({
+        {Mode::Utf8, "a\xC3\xA9\xE3\x81\x82\xF0\x9F\x98\x80z"sv, U"a\u00E9\u3042\U0001F600z"sv},
+        {Mode::Utf8, "\xC0\x80"sv, U"\0"sv},          // overlong
+        {Mode::Utf8, "\xC0\xBC"sv, U"<"sv},           // overlong
+        {Mode::Utf8, "\xE0\x82\xAC"sv, U"\u00AC"sv},  // overlong
+        {Mode::Utf8, "\xE0\x41z"sv, U"\uFFFDz"sv},    // the 41 is used up
+        {Mode::Utf8, "\x80zyx"sv, U"\uFFFDyx"sv},
+        {Mode::Utf8, "\x80\x80\x80\x80z"sv, U"\uFFFDz"sv},  // up to three more
+        {Mode::Utf8, "\xF8\x80\x80\x80z"sv, U"\uFFFDz"sv},
+        {Mode::Utf8, "\xFFzy"sv, U"\uFFFDy"sv},
+        {Mode::Utf8, "\xE3\x81z"sv, U"\uFFFD"sv},
+        {Mode::Utf8, "\xF0\x9F\x98z!"sv, U"\uFFFD!"sv},
+        {Mode::Utf8, "a\xE3"sv, U"a\uFFFD"sv},  // cut at the end
+        {Mode::Utf8, "a\xF0\x9F\x98"sv, U"a\uFFFD"sv},
+        {Mode::Utf8, "\xEF\xBF\xBDz"sv, U"\uFFFDz"sv},
+    });
+}
+
+TEST(Decoder, WhatUtf16CannotCarryLeavesTheWindow) {
+    static const std::u32string lead(1, static_cast<char32_t>(0xD800));
+    static const std::u32string trail(1, static_cast<char32_t>(0xDC00));
+    static const std::u32string none(1, static_cast<char32_t>(0xFFFF));
+    static const std::u32string above(1, static_cast<char32_t>(0x110000));
+    static const std::u32string far(1, static_cast<char32_t>(0xFFFFFFFF));
+    expectRows({
+        {Mode::Utf8, "\xED\xA0\x80"sv, lead},
+        {Mode::Utf8, "\xED\xB0\x80"sv, trail},
+        {Mode::Utf8, "\xEF\xBF\xBF"sv, none},
+        {Mode::Utf8, "\xF4\x90\x80\x80"sv, above},
+        {Mode::Utf16LE, "\x00\xDC"sv, trail},
+        {Mode::Utf16BE, "\xFF\xFF"sv, none},
+        {Mode::Utf32LE, "\x00\x00\x11\x00"sv, above},
+        {Mode::Utf32BE, "\xFF\xFF\xFF\xFF"sv, far},
+        {Mode::Utf32BE, "\x00\x00\xD8\x00"sv, lead},
+    });
+    // Two of them never join to one character.
+    EXPECT_EQ(decodeAll(Mode::Utf8, "\xED\xA0\x80\xED\xB0\x80").characters, lead + trail);
+}
+
+TEST(Decoder, WideEncodings) {
+    expectRows({
+        {Mode::Utf16LE, "a\0\x3D\xD8\x00\xDEz\0"sv, U"a\U0001F600z"sv},
+        {Mode::Utf16BE, "\0a\xD8\x3D\xDE\x00\0z"sv, U"a\U0001F600z"sv},
+        {Mode::Utf16LE, "\x3D\xD8z\0y\0"sv, U"\uFFFDy"sv},  // a lead takes its neighbour with it
+        {Mode::Utf16LE, "a\0z"sv, U"a\uFFFD"sv},
+        {Mode::Utf16LE, "\x3D\xD8\x00"sv, U"\uFFFD"sv},
+        {Mode::Utf32LE, "a\0\0\0\x00\xF6\x01\0"sv, U"a\U0001F600"sv},
+        {Mode::Utf32BE, "\0\0\0a\0\x01\xF6\x00"sv, U"a\U0001F600"sv},
+        {Mode::Utf32LE, "a\0\0\0b\0\0"sv, U"a\uFFFD"sv},
+        {Mode::Latin1, "a\xE9\xFF"sv, U"a\u00E9\u00FF"sv},
+        {Mode::Ascii, "a\xE9"sv, U"a\u00E9"sv},
+        {Mode::Unknown, "\xC3\xA9"sv, U"\u00C3\u00A9"sv},
+    });
+}
+
+TEST(Decoder, EveryLineEndBecomesOneLineFeed) {
+    expectRows({
+        {Mode::Utf8,
+         "a\r\nb\rc\nd\xC2\x85"
+         "e\xE2\x80\xA8"
+         "f\r\xC2\x85g"sv,
+         U"a\nb\nc\nd\ne\nf\ng"sv},
+        {Mode::Utf8, "\r\r\n\n\r"sv, U"\n\n\n\n"sv},
+        {Mode::Utf8, "\r\xE2\x80\xA8"sv, U"\n\n"sv},
+        {Mode::Utf8, "\xC0\x8D\nz"sv, U"\nz"sv},  // an overlong CR is one too
+        {Mode::Latin1,
+         "a\r\x85"
+         "b\x85"
+         "c\r\nd"sv,
+         U"a\nb\nc\nd"sv},
+        {Mode::Utf16LE, "\r\0\n\0\x28\x20\r\0\x85\0z\0"sv, U"\n\n\nz"sv},
+        {Mode::Utf32BE, "\0\0\0\r\0\0\0\n\0\0\0\x85\0\0\0z"sv, U"\n\nz"sv},
+    });
+}
+
+TEST(Decoder, AnOpenInputKeepsWhatIsNotWhole) {
+    EXPECT_EQ(decodeAll(Mode::Utf8, "ab\xE3\x81", InputTail::Open).left, 2U);
+    EXPECT_EQ(decodeAll(Mode::Utf8, "ab\r", InputTail::Open).left, 1U);
+    EXPECT_EQ(decodeAll(Mode::Utf8, "ab\r\xC2", InputTail::Open).left, 2U);
+    EXPECT_EQ(decodeAll(Mode::Utf16LE, "a\0b"sv, InputTail::Open).left, 1U);
+}
+
+// Whole windows by vector steps against one character at a time, over bytes of every kind.
+TEST(Decoder, BlocksAndSingleCharactersAgree) {
+    static constexpr std::array kBytes = {'a',    '\r',   '\n',   '\xC2', '\x85', '\xE2',
+                                          '\x80', '\xA8', '\xED', '\xA0', '\xF0', '\x9F',
+                                          '\xEF', '\xBF', '\0',   '<'};
+    static constexpr std::array kModes = {Mode::Unknown, Mode::Utf8,    Mode::Utf16LE,
+                                          Mode::Utf16BE, Mode::Utf32LE, Mode::Latin1};
+    std::mt19937 random(7);
+    for (int round = 0; round < 4000; ++round) {
+        std::string bytes(random() % 60, 'x');
+        for (char& byte : bytes) {
+            byte = random() % 4 != 0 ? 'x' : kBytes[random() % kBytes.size()];
+        }
+        for (const Mode mode : kModes) {
+            std::u32string single;
+            const unsigned char* at = bytesOf(bytes);
+            for (const unsigned char* end = at + bytes.size(); at != end;) {
+                const DecodedOne one = decodeOne(mode, at, end, true);
+                at += one.length;
+                const bool isReturn = one.character == U'\r';
+                const bool isEnd = one.character == 0x85 || one.character == 0x2028;
+                if (isReturn && at != end) {
+                    const DecodedOne two = decodeOne(mode, at, end, true);
+                    at += two.character == U'\n' || two.character == 0x85 ? two.length : 0;
+                }
+                single += isReturn || isEnd ? U'\n' : one.character;
+            }
+            ASSERT_EQ(decodeAll(mode, bytes).characters, single)
+                << ::testing::PrintToString(bytes) << " mode " << static_cast<int>(mode);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace ZroCommon::internal

@@ -1,0 +1,72 @@
+#include "zro/xml/internal/Scan.h"
+
+#include <random>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace ZroCommon::internal {
+namespace {
+
+// Texts of every length around a step, over the characters that matter and their neighbours.
+class ScanTexts {
+public:
+    static constexpr int kRounds = 20000;
+
+    std::u16string next() {
+        static constexpr std::u16string_view kUnits =
+            u"abzAZ09_-.:/;@[`{^,\n\r\t "
+            u"<&>'\"]\u0080\u00E9\u2028\uFFFF\xD83D\xDE00\u0161\uFF0D\u012E";
+        std::u16string text(std::uniform_int_distribution<std::size_t>(0, 40)(m_random), u'a');
+        for (char16_t& unit : text) {
+            if (std::bernoulli_distribution(0.15)(m_random)) {
+                unit = kUnits[std::uniform_int_distribution<std::size_t>(0, kUnits.size()
+                                                                                - 1)(m_random)];
+            }
+        }
+        return text;
+    }
+
+private:
+    std::mt19937 m_random{1};
+};
+
+TEST(Scan, VectorAndScalarSearchesAgree) {
+    ScanTexts texts;
+    for (int round = 0; round < ScanTexts::kRounds; ++round) {
+        const std::u16string text = texts.next();
+        const char16_t* at = text.data();
+        const char16_t* end = at + text.size();
+        ASSERT_EQ((findAny<u'<', u'&', u']', 0xFFFF>(at, end)),
+                  (scalar::findAny<u'<', u'&', u']', 0xFFFF>(at, end)));
+        ASSERT_EQ((findAnyOr<u'&', u'\n'>(at, end, u'"')),
+                  (scalar::findAnyOr<u'&', u'\n'>(at, end, u'"')));
+        ASSERT_EQ(findQNameEnd(at, end), scalar::findQNameEnd(at, end));
+    }
+}
+
+TEST(Scan, VectorAndScalarLineCountsAgree) {
+    ScanTexts texts;
+    LineCount fast{3, 7};
+    LineCount slow{3, 7};
+    for (int round = 0; round < ScanTexts::kRounds; ++round) {
+        const std::u16string text = texts.next();
+        countLines(text.data(), text.data() + text.size(), fast);
+        scalar::countLines(text.data(), text.data() + text.size(), slow);
+        ASSERT_EQ(fast.lines, slow.lines);
+        ASSERT_EQ(fast.characters, slow.characters);
+    }
+}
+
+TEST(Scan, EveryUnitIsClassedAlikeInEveryLane) {
+    for (unsigned unit = 0; unit < 0x10000; ++unit) {
+        std::u16string text(8, u'a');
+        text[unit % 8] = static_cast<char16_t>(unit);
+        ASSERT_EQ(findQNameEnd(text.data(), text.data() + 8),
+                  scalar::findQNameEnd(text.data(), text.data() + 8))
+            << unit;
+    }
+}
+
+}  // namespace
+}  // namespace ZroCommon::internal

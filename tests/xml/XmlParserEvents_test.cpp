@@ -1,0 +1,198 @@
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/Streams.h"
+#include "tests/support/XmlEvents.h"
+
+namespace ZroCommon {
+namespace {
+
+using testing::xmlEvents;
+
+struct Row {
+    const char* document;
+    const char* events;
+};
+
+void expectEvents(const std::vector<Row>& rows, const testing::XmlReading& reading = {}) {
+    for (const auto& [document, events] : rows) {
+        EXPECT_EQ(xmlEvents(document, reading), events) << "for: " << document;
+    }
+}
+
+TEST(XmlParserEvents, NextGivesTagsAndMergedText) {
+    expectEvents({
+        {"<a/>", "<a/>  </a>  ."},
+        {"<a></a>", "<a>  </a>  ."},
+        {" \n<a> </a>\n", "<a>  ' '  </a>  ."},
+        {"<a>x<!-- c -->y<?p q?>z</a>", "<a>  'xyz'  </a>  ."},
+        {"<a><!-- c --><?p q?><b/></a>", "<a>  <b/>  </b>  </a>  ."},
+        {"<a><!-- c -->x</a>", "<a>  'x'  </a>  ."},
+        {"<a>1&lt;2&amp;3<![CDATA[<4>]]>&#53;&#x36;</a>", "<a>  '1<2&3<4>56'  </a>  ."},
+        {"<?xml version='1.0'?><!-- c --><?p q?><!DOCTYPE a><a/>", "<a/>  </a>  ."},
+        {"<a><![CDATA[]]></a>", "<a>  ''  </a>  ."},
+        {"<a><![CDATA[]]><!-- c --></a>", "<a>  </a>  ."},
+        {"<a>]]x] ]</a>", "<a>  ']]x] ]'  </a>  ."},
+        {"<a>x<b>y</b>z</a>", "<a>  'x'  <b>  'y'  </b>  'z'  </a>  ."},
+        {"<?xml version='1.0' x?><a/>", "<a/>  </a>  ."},  // any name may stand there
+        {"<a b='&lt;&#10;&quot;' c=\"x\ny\tz\"/>", "<a b=<\\n\" c=x y z/>  </a>  ."},
+    });
+}
+
+TEST(XmlParserEvents, NextTokenGivesEverything) {
+    expectEvents(
+        {
+            {"<a>x<!-- c -->y<?p q?>z</a>", "<a>  'x'  comment' c '  'y'  pi'p q'  'z'  </a>  ."},
+            {" <a/>\n", "space' '  <a/>  </a>  space'\\n'  ."},
+            {"<?p  q ?><a>&lt;&#65;&nope;</a>",
+             "pi'p  q '  <a>  &lt'&#60;'  &#x41'A'  &nope'(bogus)'  </a>  ."},
+            {"<!DOCTYPE a [<!ENTITY e 'f'>]><a>&e;<![CDATA[]]]]></a>",
+             "doctype  <a>  &e'f'  cdata']]'  </a>  ."},
+            {"<a><!----><!-- - -- ></a>", "<a>  comment''  throws 6163 Unexpected character after "
+                                          "-- in comment\\nCOMMENT, Line 1, Col 19."},
+        },
+        {.tokens = true});
+}
+
+TEST(XmlParserEvents, ReferencesAndSectionsOutsideTheRootAreText) {
+    expectEvents({
+        {"&#32;<a/>", "' '  <a/>  </a>  ."},
+        {"<![CDATA[x]]><a/>", "'x'  <a/>  </a>  ."},
+    });
+}
+
+// On purpose: a section that is no CDATA section repeats the event before it.
+TEST(XmlParserEvents, AStraySectionRepeatsTheEventBeforeIt) {
+    expectEvents(
+        {
+            {"<a b='1'><![x[ y ]>z</a>", "<a b=1>  <a b=1>  'z'  </a>  ."},
+            {"<a>x<![INCLUDE[y]]></a>", "<a>  'x'  ''  </a>  ."},
+            {"<a><b></b><![x]></a>", "<a>  <b>  </b>  </a>  throws 6150 End tag 'a' does not "
+                                     "match the start tag ''.\\nEND_TAG, Line 1, Col 19."},
+        },
+        {.tokens = true});
+}
+
+// On purpose: as long as nothing but declarations was read, reading starts over.
+TEST(XmlParserEvents, ASecondDeclarationIsAnotherStart) {
+    EXPECT_EQ(xmlEvents("<?xml version='1.0'?><?xml version='1.1'?>\n<a/>", {.positions = true}),
+              "start@1:41  <a/>@2:4  </a>@2:4  .@2:4");
+    EXPECT_EQ(xmlEvents("<![x]><a/>", {.tokens = true}), "start  <a/>  </a>  .");
+}
+
+TEST(XmlParserEvents, Namespaces) {
+    const auto describe = [](const char* document) {
+        std::istringstream stream{document};
+        const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+        parser->setInput(stream, u"", u"");
+        std::string result;
+        while (parser->next() != ZRXmlParser::END_DOCUMENT) {
+            if (parser->getEventType() != ZRXmlParser::START_TAG) {
+                continue;
+            }
+            result += "{" + testing::utf8(parser->getNamespace().toString()) + "}"
+                      + testing::utf8(parser->getName().toString());
+            for (int i = 0; i < parser->getAttributeCount(); ++i) {
+                result += " {" + testing::utf8(parser->getAttributeNamespace(i).toString()) + "}"
+                          + testing::utf8(parser->getAttributeName(i).toString());
+            }
+            result += "; ";
+        }
+        return result;
+    };
+    const std::string svg = "http://www.w3.org/2000/svg";
+    const std::string xlink = "http://www.w3.org/1999/xlink";
+    const std::string xmlns = "http://www.w3.org/2000/xmlns/";
+    EXPECT_EQ(describe("<a xmlns:p='u'><p:b p:c='' c=''/></a>"),
+              "{}a {" + xmlns + "}p; {u}b {u}c {}c; ");
+    EXPECT_EQ(describe("<a xmlns='u'><b xmlns=''><c/></b><d/></a>"),
+              "{u}a {" + xmlns + "}xmlns; {}b {" + xmlns + "}xmlns; {}c; {u}d; ");
+    EXPECT_EQ(describe("<svg xlink:href='x'/>"), "{" + svg + "}svg {" + xlink + "}href; ");
+    EXPECT_EQ(describe("<g><svg/></g>"), "{}g; {}svg; ");
+    EXPECT_EQ(describe("<x:svg xmlns:x='u'><b/></x:svg>"),
+              "{u}svg {" + xmlns + "}x; {" + svg + "}b; ");
+    EXPECT_EQ(describe("<chart/>"), "{http://zro.example.org/names/PlotML}chart; ");
+    EXPECT_EQ(describe("<a xml:lang='en'/>"), "{}a {http://www.w3.org/XML/1998/namespace}lang; ");
+}
+
+TEST(XmlParserEvents, NamesTakeTheirOwnSetOfCharacters) {
+    expectEvents({
+        {"<\xC3\x97/>", "<\xC3\x97/>  </\xC3\x97>  ."},  // U+00D7, inside a stated range
+        {"<a\xF0\x90\x80\x80-.9/>", "<a\xF0\x90\x80\x80-.9/>  </a\xF0\x90\x80\x80-.9>  ."},
+        {"<_/>", "<_/>  </_>  ."},
+    });
+    for (const char* bad : {"<1/>", "<:a/>", "<-/>", "<\xF3\xB0\x80\x80/>", "<\xCD\xBE/>"}) {
+        EXPECT_EQ(xmlEvents(bad).substr(0, 11), "throws 6148") << bad;
+    }
+    for (const char* bad : {"<a:/>", "<a:1/>"}) {
+        EXPECT_EQ(xmlEvents(bad).substr(0, 11), "throws 6148") << bad;
+    }
+    EXPECT_EQ(xmlEvents("<a:b:c/>").substr(0, 11), "throws 6156");
+}
+
+TEST(XmlParserEvents, PositionsHoldTheLookahead) {
+    const testing::XmlReading merged{.positions = true};
+    EXPECT_EQ(xmlEvents("<a/>", merged), "<a/>@1:3  </a>@1:3  .@1:3");
+    EXPECT_EQ(xmlEvents("\xEF\xBB\xBF<a/>", merged), "<a/>@1:4  </a>@1:4  .@1:4");
+    EXPECT_EQ(xmlEvents("<a/>", {.positions = true, .encoding = u"latin1"}),
+              "<a/>@1:4  </a>@1:4  .@1:4");
+    EXPECT_EQ(xmlEvents("<a>xy</a>", merged), "<a>@1:2  'xy'@1:6  </a>@1:8  .@1:8");
+    EXPECT_EQ(xmlEvents("<a>xy<b/></a>", merged).substr(0, 17), "<a>@1:2  'xy'@1:6");
+    const testing::XmlReading tokens{.tokens = true, .positions = true};
+    EXPECT_EQ(xmlEvents("<a>xy</a>", tokens), "<a>@1:2  'xy'@1:5  </a>@1:8  .@1:8");
+    EXPECT_EQ(xmlEvents("<a>\r\nx\xF0\x9F\x98\x80&#65;]</a>", tokens),
+              "<a>@1:2  '\\nx\xF0\x9F\x98\x80'@2:3  &#x41'A'@2:7  ']'@2:9  </a>@2:12  .@2:12");
+}
+
+TEST(XmlParserEvents, EachLineEndCountsAndIsALineFeed) {
+    EXPECT_EQ(xmlEvents("<a>1\r\n2\r3\n4\xC2\x85"
+                        "5\xE2\x80\xA8"
+                        "6\r\xC2\x85"
+                        "7</a>",
+                        {.positions = true}),
+              "<a>@1:2  '1\\n2\\n3\\n4\\n5\\n6\\n7'@7:3  </a>@7:5  .@7:5");
+}
+
+// One document through every way of delivery and every builtin encoding.
+TEST(XmlParserEvents, DeliveryAndEncodingDoNotShow) {
+    const std::string ascii =
+        "<a b='1 &#38;&lt; 2'  c = \"x\ny\">t &amp; ]] \r\n x<!-- c - d --><?p q ? r?>"
+        "<![CDATA[ ]] > ]]]]><p:q xmlns:p='u:v' p:r='s'/>\r</a >\n";
+    const testing::XmlReading reading{.tokens = true, .positions = true};
+    const std::string expected = xmlEvents(ascii, reading);
+    for (std::size_t step = 1; step < 20; ++step) {
+        testing::ShortReadBuf buffer(ascii, step);
+        std::istream stream(&buffer);
+        EXPECT_EQ(xmlEvents(stream, reading), expected) << step << " bytes a time";
+    }
+    const auto wide = [&ascii](std::size_t before, std::size_t behind) {
+        std::string bytes;
+        for (const char c : ascii) {
+            bytes += std::string(before, '\0') + c + std::string(behind, '\0');
+        }
+        return bytes;
+    };
+    EXPECT_EQ(xmlEvents(wide(0, 1), reading), expected);
+    EXPECT_EQ(xmlEvents(wide(1, 0), reading), expected);
+    EXPECT_EQ(xmlEvents(wide(0, 3), reading), expected);
+    EXPECT_EQ(xmlEvents(wide(3, 0), reading), expected);
+}
+
+// A run of any length meets the end of a window somewhere.
+TEST(XmlParserEvents, WindowBoundariesDoNotShow) {
+    const std::string inner = "<b c='d&amp;e' f=\"ghi\">x &lt; y]]</b><!-- - --><p:q/>\r\n";
+    const std::string one = xmlEvents("<a xmlns:p='u'>" + inner + "</a>", {.tokens = true});
+    for (std::size_t pad = 900; pad < 1100; ++pad) {
+        const std::string padding(pad, 'z');
+        std::string events =
+            xmlEvents("<a xmlns:p='u'><" + padding + "/>" + inner + "</a>", {.tokens = true});
+        events.erase(events.find("<z"), 2 * pad + 10);
+        ASSERT_EQ(events, one) << pad;
+    }
+}
+
+}  // namespace
+}  // namespace ZroCommon
