@@ -1,5 +1,4 @@
 #include <random>
-#include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -63,23 +62,6 @@ TEST(AttrNodeMap, LargeMapsAnswerLikeAWalk) {
         }
     }
     EXPECT_GT(map.getLength(), 16);
-}
-
-TEST(AttrNodeMap, AHundredThousandAttributesTakeLinearTime) {
-    const Document document = newDocument();
-    std::u16string xml = u"<a";
-    for (int i = 0; i < 100000; ++i) {
-        const std::string number = std::to_string(i);
-        xml += u" n" + std::u16string(number.begin(), number.end()) + u"=''";
-    }
-    xml += u"/>";
-    document->loadXml(UnicodeString(xml.data(), static_cast<int32_t>(xml.size())));
-    ZRElement* a = document->getDocumentElement();
-    EXPECT_EQ(a->getAttributes()->getLength(), 100000);
-    for (int i = 0; i < 100000; ++i) {
-        a->removeAttributeNode(static_cast<ZRAttr*>(a->getAttributes()->getFirstNode()));
-    }
-    EXPECT_FALSE(a->hasAttributes());
 }
 
 }  // namespace

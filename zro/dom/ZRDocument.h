@@ -23,7 +23,8 @@ class TextInput;
 ///
 /// Loading either builds the whole tree at once or, in pull mode, one node per demand: `load` then
 /// returns at once, and the accessors of the nodes read on as far as they have to. The document
-/// holds the node that was loaded last until the next one is.
+/// holds the node that was loaded last until the next one is. Ask for what follows a node before
+/// you remove it: what is read into a removed node is not in the tree, and loading ends with it.
 ///
 /// The document has to outlive the use of its nodes. It is no other node's child, and no document
 /// can be put into a tree.
@@ -138,6 +139,7 @@ private:
     ZRNode* insertionPoint() const;
     bool isSkipped(const ZRXmlParser& parser, ZRXmlParser::EventType event);
     bool closeEnded(ZRXmlParser& parser, ZRNode*& point, ZRXmlParser::EventType& event);
+    ZRNode* addNodeOrStay(const ZRXmlParser& parser, ZRNode& point, ZRXmlParser::EventType event);
     ZRNode* addNode(const ZRXmlParser& parser, ZRNode& point, ZRXmlParser::EventType event);
     ZRNode* addElement(const ZRXmlParser& parser, ZRNode& point);
     ZRNode* addText(const ZRXmlParser& parser, ZRNode& point);

@@ -115,7 +115,7 @@ ZRNode* ZRDocument::buildNextNode() {
             setLastLoadingNode(nullptr);
             return nullptr;
         }
-        ZRNode* node = addNode(*parser, *point, event);
+        ZRNode* node = addNodeOrStay(*parser, *point, event);
         if (node != nullptr || m_lastLoadingNode == nullptr) {
             return node;  // loaded, or what was called meanwhile has called `abort`
         }
@@ -157,6 +157,19 @@ bool ZRDocument::closeEnded(ZRXmlParser& parser, ZRNode*& point, ZRXmlParser::Ev
         return false;
     }
     return point != nullptr;
+}
+
+/// When a derived class throws, loading can go on where the node would have been.
+ZRNode* ZRDocument::addNodeOrStay(const ZRXmlParser& parser, ZRNode& point,
+                                  ZRXmlParser::EventType event) {
+    try {
+        return addNode(parser, point, event);
+    } catch (...) {
+        if (m_lastLoadingNode != nullptr) {
+            setLastLoadingNode(&point);
+        }
+        throw;
+    }
 }
 
 ZRNode* ZRDocument::addNode(const ZRXmlParser& parser, ZRNode& point,

@@ -1,0 +1,128 @@
+// Trees of great depth or width, on a small stack and in linear time.
+#include <cstdint>
+#include <sstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "tests/dom/Trees.h"
+#include "tests/support/SmallStack.h"
+
+namespace ZroCommon::testing {
+namespace {
+
+constexpr int kDepth = 1000000;
+
+struct DeepTree {
+    Document document = newDocument();
+    ZRNode* root = addElement(document, document, u"root");
+    ZRNode* lowest = addChain(document, root, kDepth);
+};
+
+TEST(DeepTree, DiesWithoutRecursion) {
+    onSmallStack([] {
+        { const DeepTree dropped; }
+        const DeepTree emptied;
+        emptied.root->removeAllChildNodes();
+        EXPECT_FALSE(emptied.root->hasChildNodes());
+        addChain(emptied.document, emptied.root, kDepth);
+        EXPECT_EQ(emptied.root->deleteAllChildNodes(), kDepth);
+        EXPECT_FALSE(emptied.root->hasChildNodes());
+    });
+}
+
+TEST(DeepTree, DiesWithoutRecursionFromALooseNode) {
+    onSmallStack([] {
+        const Document document = newDocument();
+        ZRPtr<ZRNode> loose = element(document, u"loose");
+        addChain(document, loose, kDepth);
+        loose = nullptr;
+    });
+}
+
+TEST(DeepTree, IsCopied) {
+    onSmallStack([] {
+        const DeepTree tree;
+        const ZRPtr<ZRNode> copy = tree.root->cloneNode(true);
+        int depth = 0;
+        for (ZRNode* node = copy->getFirstChild(); node != nullptr; node = node->getFirstChild()) {
+            ++depth;
+        }
+        EXPECT_EQ(depth, kDepth);
+    });
+}
+
+TEST(DeepTree, IsWalkedAndAsked) {
+    onSmallStack([] {
+        const DeepTree tree;
+        static_cast<ZRElement*>(tree.root)->setAttributeNS(ZRName(), u"xmlns:p"_name,
+                                                           ZRValue(u"urn:p"_name));
+        addText(tree.document, tree.lowest, u"t");
+        EXPECT_EQ(utf8(tree.root->getInnerText()), "t");
+        EXPECT_EQ(tree.root->getElementsByTagName(u"e"_name)->getLength(), kDepth);
+        EXPECT_EQ(tree.root->getDescendantNodes()->getLastNode(), tree.lowest->getFirstChild());
+        EXPECT_EQ(utf8(tree.lowest->lookupNamespaceUri(u"p"_name).toString()), "urn:p");
+        EXPECT_EQ(utf8(tree.lowest->lookupPrefix(u"urn:p"_name).toString()), "p");
+        EXPECT_EQ(tree.lowest->getNodeDepth(), kDepth);
+        EXPECT_EQ(tree.lowest->getSourceLineNumber(), -1);
+        EXPECT_EQ(tree.lowest->getCommonAncestorOrSelf(tree.root), tree.root);
+        EXPECT_FALSE(tree.lowest->isFollowingOf(tree.root));
+    });
+}
+
+TEST(DeepTree, IsLoadedAndSaved) {
+    onSmallStack([] {
+        std::string xml;
+        for (int i = 0; i < kDepth; ++i) {
+            xml += "<e>";
+        }
+        for (int i = 0; i < kDepth; ++i) {
+            xml += "</e>";
+        }
+        std::istringstream input(xml);
+        const Document document = newDocument();
+        document->load(input);
+        const UnicodeString saved = document->saveXml(document->getDocumentElement());
+        EXPECT_EQ(saved.length(), 7 * kDepth - 3);  // the innermost element is "<e/>"
+    });
+}
+
+TEST(WideTree, ChildrenAreAppendedWalkedAndDroppedInLinearTime) {
+    const Document document = newDocument();
+    ZRNode* root = addElement(document, document, u"root");
+    for (int i = 0; i < kDepth; ++i) {
+        root->appendChild(document->createTextNode(u"t"));
+    }
+    EXPECT_EQ(root->getChildNodeCount(), kDepth);
+    EXPECT_EQ(root->getLastChild()->countPrecedingSiblings(), kDepth - 1);
+    EXPECT_EQ(root->getLastChild()->getSourceLineNumber(), -1);
+}
+
+TEST(WideElement, AHundredThousandAttributesTakeLinearTime) {
+    const Document document = newDocument();
+    const ZRPtr<ZRElement> a = element(document, u"a");
+    for (std::int32_t i = 1; i <= 100000; ++i) {
+        const auto name = static_cast<ZRNameEnum>(ZRN_LAST_BUILTIN + i);  // whatever its text
+        a->setAttributeEx(ZRName(), ZRName(), name, u"1");
+    }
+    EXPECT_EQ(a->getAttributes()->getLength(), 100000);
+    while (ZRNode* attr = a->getAttributes()->getFirstNode()) {
+        a->removeAttributeNode(static_cast<ZRAttr*>(attr));
+    }
+    EXPECT_FALSE(a->hasAttributes());
+}
+
+TEST(WideTree, PositionsAreFoundInOnePassOverTheNodesBefore) {
+    const Document document = newDocument();
+    ZRNode* parent = document;
+    for (int level = 0; level < 20; ++level) {
+        for (int i = 0; i < 10; ++i) {
+            addElement(document, parent, u"e");
+        }
+        parent = parent->getLastChild();
+    }
+    EXPECT_EQ(parent->getSourceLineNumber(), -1);
+}
+
+}  // namespace
+}  // namespace ZroCommon::testing

@@ -1,0 +1,250 @@
+#include "zro/dom/ZRDocument.h"
+
+#include <fstream>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "tests/dom/Trees.h"
+#include "tests/support/Errors.h"
+#include "tests/support/Streams.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/Values.h"
+
+namespace ZroCommon::testing {
+namespace {
+
+Document loaded(const std::string& xml) {
+    Document document = newDocument();
+    std::istringstream input(xml);
+    document->load(input);
+    return document;
+}
+
+/// A document in pull mode over a stream of its own.
+struct Pulled {
+    explicit Pulled(const std::string& xml) : input(xml) {
+        document->setPullMode(true);
+        document->load(input);
+    }
+    std::istringstream input;
+    Document document = newDocument();
+};
+
+TEST(ZRDocument, LoadsElementsAttributesAndText) {
+    const struct {
+        const char* xml;
+        const char* tree;
+    } cases[] = {
+        {"<a/>", "#document(a)"},
+        {"<a>x<!-- c -->y<?p q?>z</a>", "#document(a('xyz'))"},
+        {"<a><![CDATA[<]]>&amp;</a>", "#document(a('<&'))"},
+        {"<a x='1' p:y='2' xmlns:p='urn:u'/>", "#document(a x=1 p:y=2 xmlns:p=urn:u)"},
+        {"<a> <b/>t<c><d/></c></a>", "#document(a(' ' b 't' c(d)))"},
+        {" <!-- c --> <?p q?> <a/> ", "#document(a)"},
+        {"<a><![CDATA[]]></a>", "#document(a(''))"},
+        {"<!DOCTYPE a [<!ENTITY e '<b>t</b>'>]><a>&e;&e;</a>", "#document(a(b('t') b('t')))"},
+    };
+    for (const auto& [xml, tree] : cases) {
+        EXPECT_EQ(dump(loaded(xml)), tree) << xml;
+    }
+}
+
+// On purpose: references and CDATA sections before the root are text of the document.
+TEST(ZRDocument, TextBeforeTheRootIsNotTheDocumentElement) {
+    const Document document = loaded("&#32;<a/>");
+    EXPECT_EQ(dump(document), "#document(' ' a)");
+    EXPECT_EQ(label(document->getDocumentElement()), "a");
+}
+
+TEST(ZRDocument, LoadedNodesAreFinishedAndKnowTheirPlace) {
+    const Document document = loaded("<a>\n <b/>\n</a>");
+    const ZRNode* b = document->getDocumentElement()->getChildNodeByName(u"b"_name);
+    EXPECT_TRUE(b->getFlag(ZRNode::kLoaded));
+    EXPECT_FALSE(b->isLoading());
+    EXPECT_FALSE(document->isLoading());
+    EXPECT_EQ(b->getSourceLineNumber(), 2);
+    EXPECT_GT(b->getSourceColumnNumber(), 1);
+    EXPECT_EQ(document->getLastLoadingNode(), nullptr);
+    EXPECT_EQ(b->getRefCount(), 1);
+    EXPECT_FALSE(document->createElement(u"x"_name)->isLoaded());
+}
+
+TEST(ZRDocument, LoadingAgainReplacesTheTree) {
+    const Document document = loaded("<a><b/></a>");
+    document->loadXml(u"<c/>");
+    EXPECT_EQ(dump(document), "#document(c)");
+}
+
+TEST(ZRDocument, LoadsIntoANode) {
+    const Document document = loaded("<a><b><old/></b><c/></a>");
+    document->setBaseUri(u"base");
+    ZRNode* b = document->getDocumentElement()->getFirstChild();
+    document->loadXml(u"<n>t</n>", b);
+    EXPECT_EQ(dump(document), "#document(a(b(n('t')) c))");
+    EXPECT_TRUE(b->getFlag(ZRNode::kLoaded));
+    EXPECT_FALSE(b->isLoading());
+}
+
+TEST(ZRDocument, KnowsWhereItComesFrom) {
+    const TempFolder folder;
+    const UnicodeString path = folder.write("a.xml", "<a/>");
+    const Document document = newDocument();
+    document->load(path);
+    EXPECT_EQ(document->getDocumentUri(), path);
+    EXPECT_EQ(document->getBaseUri(), path);
+    EXPECT_FALSE(document->isBaseUriSpecified());
+    document->setBaseUri(u"base/");
+    EXPECT_EQ(utf8(document->getBaseUri()), "base/");
+    std::istringstream stream("<b/>");
+    document->load(stream, document->getDocumentElement());
+    EXPECT_EQ(document->getDocumentUri(), path);
+    document->loadXml(u"<a/>");
+    EXPECT_EQ(utf8(document->getDocumentUri()), "base/");
+    document->load(path);
+    document->setParser(nullptr);
+    EXPECT_EQ(utf8(document->getDocumentUri()), "base/");
+    EXPECT_EQ(errorOf([&] { document->load(folder.file("none.xml")); }).substr(0, 6), "0x1003");
+}
+
+TEST(ZRDocument, PullModeLoadsOneNodePerDemand) {
+    const Pulled pulled("<a>t<b><c/></b><d/></a>");
+    ZRDocument& document = *pulled.document;
+    EXPECT_EQ(dump(&document), "#document");
+    EXPECT_TRUE(document.isLoading());
+    ZRNode* a = document.getDocumentElement();
+    EXPECT_EQ(dump(&document), "#document(a)");
+    EXPECT_TRUE(a->isLoading());
+    EXPECT_EQ(a->getFirstChildFast(), nullptr);
+    EXPECT_FALSE(a->hasChildNodesFast());
+    ZRNode* t = a->getFirstChild();
+    EXPECT_EQ(dump(&document), "#document(a('t'))");
+    EXPECT_EQ(document.getLastLoadingNode(), t);
+    EXPECT_EQ(t->getNextSiblingFast(), nullptr);
+    ZRNode* b = t->getNextSibling();
+    EXPECT_EQ(dump(&document), "#document(a('t' b))");
+    EXPECT_TRUE(b->hasChildNodes());
+    EXPECT_EQ(dump(&document), "#document(a('t' b(c)))");
+    EXPECT_EQ(label(b->getLastChild()), "c");
+    EXPECT_FALSE(b->isLoading());
+    EXPECT_EQ(dump(&document), "#document(a('t' b(c) d))");
+    EXPECT_EQ(label(a->getLastChild()), "d");
+    EXPECT_FALSE(document.isLoading());
+    EXPECT_TRUE(document.isLoaded());
+    EXPECT_EQ(document.loadNextNode(), nullptr);
+}
+
+TEST(ZRDocument, AskingForChildrenMayLoadASiblingElsewhere) {
+    const Pulled pulled("<a><b/><c/></a>");
+    ZRNode* b = pulled.document->getDocumentElement()->getFirstChild();
+    EXPECT_FALSE(b->hasChildNodes());
+    EXPECT_EQ(dump(pulled.document), "#document(a(b c))");
+}
+
+TEST(ZRDocument, ASiblingOfALastChildIsNotLoadedUnderAFinishedParent) {
+    const Pulled pulled("<a><b><c/></b><d/><e/></a>");
+    ZRNode* b = pulled.document->getDocumentElement()->getFirstChild();
+    ZRNode* c = b->getLastChild();
+    EXPECT_EQ(c->getNextSibling(), nullptr);
+    EXPECT_EQ(dump(pulled.document), "#document(a(b(c) d))");
+}
+
+TEST(ZRDocument, AbortLeavesThePartialTree) {
+    const Pulled pulled("<a><b><c/></b></a>");
+    ZRNode* a = pulled.document->getDocumentElement();
+    ZRNode* b = a->getFirstChild();
+    pulled.document->abort();
+    EXPECT_TRUE(b->isLoading());
+    EXPECT_EQ(b->getFirstChild(), nullptr);
+    EXPECT_EQ(b->getNextSibling(), nullptr);
+    EXPECT_EQ(pulled.document->loadNextNode(), nullptr);
+    EXPECT_EQ(dump(pulled.document), "#document(a(b))");
+}
+
+TEST(ZRDocument, LoadXmlLoadsAllEvenInPullMode) {
+    const Document document = newDocument();
+    document->setPullMode(true);
+    document->loadXml(u"<a><b>t</b></a>");
+    EXPECT_EQ(dump(document), "#document(a(b('t')))");
+    EXPECT_NE(errorOf([&] { document->getParser()->rewind(); }), "nothing");
+}
+
+TEST(ZRDocument, ErrorsShowAtTheAccessThatCausesThem) {
+    const Pulled pulled("<a><b/>t<c>&u;</c></a>");
+    ZRNode* a = pulled.document->getDocumentElement();
+    ZRNode* c = a->getFirstChild()->getNextSibling()->getNextSibling();
+    EXPECT_EQ(dump(pulled.document), "#document(a(b 't' c))");
+    EXPECT_EQ(errorOf([&] { c->getFirstChild(); }).substr(0, 6), "0x181E");
+    EXPECT_EQ(dump(pulled.document), "#document(a(b 't' c))");
+    EXPECT_EQ(pulled.document->getLastLoadingNode(), c);
+    EXPECT_EQ(errorOf([&] { a->getLastChild(); }).substr(0, 6), "0x1801");
+    EXPECT_EQ(errorOf([&] { loaded("<a><b></a>"); }).substr(0, 6), "0x1806");
+}
+
+TEST(ZRDocument, TheLastLoadedNodeMayBeRemoved) {
+    const Pulled pulled("<a><b><c/></b><d/></a>");
+    ZRNode* a = pulled.document->getDocumentElement();
+    a->removeChild(a->getFirstChild());
+    EXPECT_EQ(a->getFirstChild(), nullptr);  // the rest was read into the removed element
+    EXPECT_EQ(a->getLastChild(), nullptr);
+    EXPECT_EQ(pulled.document->getLastLoadingNode(), nullptr);
+}
+
+TEST(ZRDocument, NodesMayGoOnceTheWalkHasMovedOn) {
+    const Pulled pulled("<a><b><c/>x</b>y<d/></a>");
+    ZRNode* a = pulled.document->getDocumentElement();
+    std::string seen;
+    ZRNodeIterator children(a->getChildNodes());
+    while (ZRNode* child = children.nextNode()) {
+        seen += dump(child) + " ";
+        a->removeChild(child);
+    }
+    EXPECT_EQ(seen, "b(c 'x') 'y' d ");
+}
+
+TEST(ZRDocument, ATreeInPullModeIsThatOfAWholeLoad) {
+    for (const char* xml : {"<a/>", "<a>t</a>", "<a><b/><c>x<d/>y</c>z</a>", "&#32;<a><b/></a> "}) {
+        const Pulled walked(xml);
+        labels(walked.document->getDescendantNodes());
+        EXPECT_EQ(dump(walked.document), dump(loaded(xml))) << xml;
+        const Pulled backwards(xml);
+        EXPECT_NE(backwards.document->getDescendantNodes()->getLastNode(), nullptr);
+        EXPECT_EQ(dump(backwards.document), dump(loaded(xml))) << xml;
+    }
+}
+
+TEST(ZRDocument, CreatesNodesWithoutAParent) {
+    const Document document = newDocument();
+    const ZRPtr<ZRNode> nodes[] = {
+        document->createElement(u"e"_name),
+        document->createElementNS(u"urn:u"_name, u"p:e"_name),
+        document->createTextNode(u"t"),
+        document->createProcessingInstruction(u"p q"),
+        document->createDocumentFragment(),
+        document->createAttribute(u"x"_name),
+        document->createAttributeNS(u"urn:u"_name, u"p:x"_name),
+        document->createTextNodeElement(u"t", document),
+    };
+    std::string all;
+    for (const auto& node : nodes) {
+        EXPECT_EQ(node->getOwnerDocument(), document.get());
+        EXPECT_EQ(node->getParentNode(), nullptr);
+        EXPECT_EQ(node->getRefCount(), 1);
+        all += label(node) + " ";
+    }
+    EXPECT_EQ(all, "e p:e 't' <?p q?> #document-fragment x= p:x= 't' ");
+    EXPECT_EQ(document->getOwnerDocument(), nullptr);
+    EXPECT_EQ(document->getDocumentElement(), nullptr);
+}
+
+TEST(ZRDocument, AttributesOfXmlItselfBringTheirNamespace) {
+    const Document document = newDocument();
+    const ZRName other = u"urn:u"_name;
+    EXPECT_EQ(document->createAttributeNS(other, u"xmlns:p"_name)->getNamespaceUri(), ZRN_ns_xmlns);
+    EXPECT_EQ(document->createAttributeNS(other, u"xml:lang"_name)->getNamespaceUri(), ZRN_ns_xml);
+    EXPECT_EQ(document->createAttributeNS(other, u"p:x"_name)->getNamespaceUri(), other);
+    EXPECT_EQ(document->createAttribute(u"x"_name)->getNamespaceUri(), ZRN_EMPTY);
+}
+
+}  // namespace
+}  // namespace ZroCommon::testing
