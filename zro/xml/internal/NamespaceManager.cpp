@@ -105,8 +105,9 @@ bool NamespaceManager::declare(ZRName prefix, ZRName namespaceUri) {
     if (prefix == scope.prefix && scope.namespaceUri != ZRN_EMPTY) {
         return true;  // the element's own prefix goes before its declarations
     }
-    const bool undeclares = namespaceUri.isEmpty() && !prefix.isEmpty();
-    binding.uri = undeclares ? binding.outerUri : ZRNameEnum{namespaceUri};
+    // On purpose: an empty URI ends the default namespace, but leaves any other prefix as it was.
+    const bool changesNothing = namespaceUri.isEmpty() && !prefix.isEmpty();
+    binding.uri = changesNothing ? binding.outerUri : ZRNameEnum{namespaceUri};
     return true;
 }
 

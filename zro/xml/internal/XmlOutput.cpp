@@ -13,7 +13,7 @@ struct Character {
     std::size_t units;
 };
 
-// A lone surrogate is a character of its own.
+// On purpose: a lone surrogate is a character of its own, and goes out as three bytes in UTF-8.
 Character firstCharacter(std::u16string_view text) {
     const bool isPair =
         text.size() > 1 && (text[0] & 0xFC00U) == 0xD800 && (text[1] & 0xFC00U) == 0xDC00;

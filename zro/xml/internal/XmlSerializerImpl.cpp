@@ -115,7 +115,9 @@ void XmlSerializerImpl::endDocument() {
     }
     m_output.commit();
     m_phase = Phase::DocumentEnded;
-    if (!close()) {  // else the last bytes of a full disk would be lost in silence
+    // On purpose: no other operation tests the stream behind its output, but here no next one would
+    // tell that a full disk has lost the last bytes.
+    if (!close()) {
         throwIOError(IOError::OutputError, ErrorSite::SerializerCheckStream);
     }
 }
