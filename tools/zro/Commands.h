@@ -1,0 +1,20 @@
+#pragma once
+
+#include "tools/zro/Session.h"
+
+namespace CLI {
+class App;
+}
+
+namespace zro {
+
+// Each adds one command to the command line. When the user chooses it, `task` becomes what it does.
+
+void addLoadCommand(CLI::App& program, Task& task);
+void addEventsCommand(CLI::App& program, Task& task);
+void addTreeCommand(CLI::App& program, Task& task);
+void addFormatCommand(CLI::App& program, Task& task);
+void addCheckCommand(CLI::App& program, Task& task);
+void addUriCommand(CLI::App& program, Task& task);
+
+}  // namespace zro

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "zro/foundation/ZRError.h"
+
+#include "tools/zro/SourceText.h"
+
+namespace zro {
+
+/// An element whose end tag has not been seen.
+struct OpenElement {
+    std::string name;
+    int line = 0;
+};
+
+/// The place in the source that an error is about: the token that its message names when that can
+/// be found, else the last character read.
+Excerpt placeOf(const ZroCommon::ZRError& error, const SourceText& source);
+
+/// Advice on an error in a document, or nothing.
+/// \param open        elements open at the time, outermost first
+/// \param firstBytes  the start of the document
+std::string adviceOn(const ZroCommon::ZRError& error, const std::vector<OpenElement>& open,
+                     const std::string& firstBytes);
+
+/// Advice on a file that cannot be opened.
+std::string adviceOnFile(const std::string& path);
+
+/// Advice on a file that cannot be written.
+std::string adviceOnOutput(const std::string& path);
+
+/// The code without its severity.
+int plainCode(const ZroCommon::ZRError& error);
+
+}  // namespace zro

@@ -1,0 +1,123 @@
+#include "tools/zro/ParserWatch.h"
+
+#include <utility>
+
+#include "tools/zro/Text.h"
+
+namespace zro {
+namespace {
+
+using ZroCommon::ZRError;
+using ZroCommon::ZRXmlParser;
+
+constexpr int kCannotOpen = 0x1003;
+
+}  // namespace
+
+ParserWatch::ParserWatch(Session& session, const Input& input, ZRXmlParser& parser, int mostErrors)
+    : m_session(session), m_input(input), m_parser(parser), m_mostErrors(mostErrors) {
+    m_parser.setCallbackError(&ParserWatch::onError, this);
+    m_parser.setLimits(session.settings().limits);
+}
+
+ParserWatch::~ParserWatch() {
+    m_parser.setCallbackError(nullptr, nullptr);
+}
+
+void ParserWatch::setOpenElements(std::function<std::vector<OpenElement>()> openElements) {
+    m_openElements = std::move(openElements);
+}
+
+void ParserWatch::open() {
+    m_session.begin(m_input);
+    if (m_input.isStandardInput()) {
+        m_parser.setInput(m_session.standardInput(), UnicodeString(), m_input.baseUri());
+    } else {
+        m_parser.setInput(m_input.uri(), UnicodeString(), UnicodeString());
+    }
+}
+
+void ParserWatch::onError(const ZRError& error, void* self) {
+    auto& watch = *static_cast<ParserWatch*>(self);
+    const auto position = parsePosition(watch.m_parser.getPositionDescription());
+    watch.add(error, position.value_or(Position()));
+    if (watch.m_errorCount == watch.m_mostErrors) {
+        watch.m_ended = true;
+        ZRError fatal = error;
+        fatal.setErrorCode(static_cast<unsigned short>(plainCode(error)));
+        throw fatal;
+    }
+}
+
+void ParserWatch::report(const ZRError& thrown) {
+    if (m_ended) {
+        return;
+    }
+    ZRError error = thrown;
+    UnicodeString message = thrown.getRawMessage();
+    const auto position = takePosition(message);
+    error.setRawMessage(message);
+    add(error, position.value_or(Position()));
+}
+
+void ParserWatch::add(const ZRError& error, const Position& position) {
+    ++m_errorCount;
+    Diagnostic diagnostic;
+    diagnostic.code = plainCode(error);
+    diagnostic.message = printable(error.getRawMessage());
+    diagnostic.source = toUtf8(error.getSource());
+    diagnostic.file = shownName(position.name);
+    diagnostic.line = position.line;
+    diagnostic.column = position.column;
+    std::string firstBytes;
+    if (SourceText* source = sourceOf(position.name, {position.line, position.column})) {
+        diagnostic.excerpt = placeOf(error, *source);
+        firstBytes = source->firstBytes();
+    }
+    diagnostic.hint = advice(error, firstBytes);
+    m_session.report(diagnostic);
+}
+
+// A parser of a stream tells the base instead of a name.
+bool ParserWatch::isDocument(const UnicodeString& name) const {
+    return name.isEmpty() || name == m_input.uri()
+           || (m_input.isStandardInput() && name == m_input.baseUri());
+}
+
+std::string ParserWatch::shownName(const UnicodeString& name) const {
+    return isDocument(name) ? m_input.shownName() : shownPath(name);
+}
+
+SourceText* ParserWatch::sourceOf(const UnicodeString& name, ReadPosition position) {
+    if (position.line <= 0) {
+        return nullptr;
+    }
+    const bool isOpen = m_source && m_sourceName == name && !m_input.isStandardInput();
+    if (isOpen && m_source->moveTo(position)) {
+        return m_source.get();
+    }
+    auto stream = reopen(name);
+    if (!stream) {
+        return nullptr;
+    }
+    m_source = std::make_unique<SourceText>(std::move(stream));
+    m_sourceName = name;
+    return m_source->moveTo(position) ? m_source.get() : nullptr;
+}
+
+// Only what can be read twice: no pipes, nothing from the network.
+std::unique_ptr<std::istream> ParserWatch::reopen(const UnicodeString& name) const {
+    return isDocument(name) ? m_session.reopen(m_input) : m_session.reopen(name);
+}
+
+std::string ParserWatch::advice(const ZRError& error, const std::string& firstBytes) const {
+    if (plainCode(error) == kCannotOpen) {
+        const UnicodeString& message = error.getRawMessage();
+        const std::string path = localPath(UnicodeString(message, message.indexOf(u": ") + 2));
+        return path.empty() ? std::string() : adviceOnFile(path);
+    }
+    const auto open = m_openElements ? m_openElements() : std::vector<OpenElement>();
+    return adviceOn(error, open, firstBytes);
+}
+
+}  // namespace zro

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "zro/xml/ZRXmlParser.h"
+
+#include "tools/zro/Explain.h"
+#include "tools/zro/Input.h"
+#include "tools/zro/Position.h"
+#include "tools/zro/Session.h"
+#include "tools/zro/SourceText.h"
+
+namespace zro {
+
+/// Listens to a parser's errors and reports them with position, source line and advice.
+///
+/// Ends the parse, by throwing a `ZRError` out of the callback, after a number of errors. Lives no
+/// longer than the parser.
+class ParserWatch {
+public:
+    /// \param mostErrors  the parse ends with the error of this number; 0 means never
+    ParserWatch(Session& session, const Input& input, ZroCommon::ZRXmlParser& parser,
+                int mostErrors);
+    ParserWatch(const ParserWatch&) = delete;
+    ParserWatch& operator=(const ParserWatch&) = delete;
+    ~ParserWatch();
+
+    /// Sets who can tell which elements are open, outermost first.
+    void setOpenElements(std::function<std::vector<OpenElement>()> openElements);
+
+    /// Opens the input on the parser, within the limits of the session.
+    /// \throws ZRError
+    void open();
+
+    /// Reports an error that arrived as an exception, unless it was reported already.
+    void report(const ZroCommon::ZRError& thrown);
+
+    int errorCount() const { return m_errorCount; }
+    /// Whether the parse was ended since there were too many errors.
+    bool isEnded() const { return m_ended; }
+
+private:
+    static void onError(const ZroCommon::ZRError& error, void* self);
+
+    void add(const ZroCommon::ZRError& error, const Position& position);
+    bool isDocument(const UnicodeString& name) const;
+    std::string shownName(const UnicodeString& name) const;
+    SourceText* sourceOf(const UnicodeString& name, ReadPosition position);
+    std::unique_ptr<std::istream> reopen(const UnicodeString& name) const;
+    std::string advice(const ZroCommon::ZRError& error, const std::string& firstBytes) const;
+
+    Session& m_session;
+    const Input& m_input;
+    ZroCommon::ZRXmlParser& m_parser;
+    int m_mostErrors;
+    std::function<std::vector<OpenElement>()> m_openElements;
+    int m_errorCount = 0;
+    bool m_ended = false;
+    std::unique_ptr<SourceText> m_source;  // of the file that had the last error
+    UnicodeString m_sourceName;
+};
+
+}  // namespace zro

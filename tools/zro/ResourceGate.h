@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <istream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "zro/uri/ZRUri.h"
+
+namespace zro {
+
+using ZroCommon::UnicodeString;
+
+/// Which resources a document may bring in: DTDs and external entities.
+enum class External : std::uint8_t {
+    None,
+    Local,   ///< files, and entries of packages that are files
+    Remote,  ///< anything that can be opened
+};
+
+/// Stands at the library's one door to resources: counts the bytes of the document, and keeps the
+/// document from fetching what it may not.
+///
+/// What is denied reads as an empty comment, so that parsing goes on without it, and is
+/// remembered. Installed for the process while it lives.
+class ResourceGate : public ZroCommon::ZRUriReferenceResolver {
+public:
+    explicit ResourceGate(External allowed);
+    ResourceGate(const ResourceGate&) = delete;
+    ResourceGate& operator=(const ResourceGate&) = delete;
+    ~ResourceGate() override;
+
+    /// Says that the next resource to be opened is the document itself, which is always allowed.
+    /// \param count  gets the number of its bytes read so far
+    void expectDocument(std::function<void(std::uint64_t)> count);
+    /// Says that the document is open by other means.
+    void expectNoDocument() { m_documentExpected = false; }
+
+    /// Opens a resource by the library's own ways, without count or denial. Null when it cannot be.
+    std::unique_ptr<std::istream> openFreely(const ZroCommon::ZRUri& uri);
+
+    /// The URIs that were denied since the last call, without repetition.
+    std::vector<UnicodeString> takeDenied();
+
+    std::istream* getStream(const UnicodeString& uri) override;
+
+private:
+    bool isAllowed(const UnicodeString& uri) const;
+    void remember(const UnicodeString& uri);
+
+    External m_allowed;
+    bool m_documentExpected = false;
+    bool m_open = false;  // everything passes
+    std::function<void(std::uint64_t)> m_count;
+    std::vector<UnicodeString> m_denied;
+    ZRUriReferenceResolver* m_previous;
+};
+
+}  // namespace zro

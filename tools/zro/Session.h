@@ -1,0 +1,90 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <istream>
+#include <memory>
+#include <ostream>
+#include <string>
+
+#include "zro/xml/ZRLimits.h"
+
+#include "tools/zro/Diagnostic.h"
+#include "tools/zro/Input.h"
+#include "tools/zro/Output.h"
+#include "tools/zro/ResourceGate.h"
+#include "tools/zro/Terminal.h"
+
+namespace zro {
+
+/// What the options that go with every command say.
+struct Settings {
+    bool json = false;
+    When color = When::Auto;
+    External external = External::Local;
+    ZroCommon::ZRLimits limits;
+};
+
+/// One run of the program: where results and diagnostics go, and what they add up to.
+class Session {
+public:
+    static constexpr int kGood = 0;
+    static constexpr int kErrors = 1;
+    static constexpr int kWrongUsage = 2;
+
+    explicit Session(const Settings& settings);
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    const Settings& settings() const { return m_settings; }
+
+    /// Results. A write that fails ends the program at the next `flush` of the session.
+    std::ostream& out() { return m_out; }
+    const Style& outStyle() const { return m_outStyle; }
+
+    /// To be called before a parser or document opens the input: counts its bytes, moves the
+    /// progress bar, and lets the document itself through whatever it may fetch.
+    void begin(const Input& input);
+    /// Bytes of the input read since `begin`.
+    std::uint64_t bytesRead() const { return m_bytesRead; }
+
+    std::istream& standardInput() { return m_standardInput; }
+
+    /// The input from its start once more, or null when it cannot be had twice.
+    std::unique_ptr<std::istream> reopen(const Input& input);
+    std::unique_ptr<std::istream> reopen(const UnicodeString& uri);
+
+    /// Prints a diagnostic on standard error. An error makes the exit status 1.
+    void report(const Diagnostic& diagnostic);
+
+    /// To be called when the input has been read: takes the progress bar away, and says which
+    /// resources the document was kept from fetching.
+    void end(const Input& input);
+
+    /// Whether standard output has failed, so that further results are in vain.
+    bool isOutputLost() const { return m_buffer.error() != 0; }
+
+    /// \throws OutputFailure  when results could not be written
+    void finish() { m_buffer.finish(); }
+
+    int status() const { return m_status; }
+
+private:
+    void countBytes(std::uint64_t bytes);
+
+    Settings m_settings;
+    OutputBuffer m_buffer;
+    std::ostream m_out{&m_buffer};
+    Style m_outStyle;
+    Style m_errorStyle;
+    ResourceGate m_gate;
+    Progress m_progress;
+    std::uint64_t m_bytesRead = 0;
+    OwningStream<StandardInput> m_standardInput;
+    int m_status = kGood;
+};
+
+/// What the command line asks for, once it has been read.
+using Task = std::function<void(Session&)>;
+
+}  // namespace zro

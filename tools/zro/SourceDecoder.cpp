@@ -1,0 +1,188 @@
+#include "tools/zro/SourceDecoder.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include <unicode/utf16.h>
+
+namespace zro {
+namespace {
+
+using namespace std::string_view_literals;
+
+constexpr std::size_t kBlock = 65536;
+constexpr std::size_t kLongestDeclaration = 256;
+constexpr char32_t kReplacement = 0xFFFD;
+
+// What the first bytes decide, the longer patterns first. "?" stands for any byte but 0. The last
+// column tells how many characters the parser has taken and pushed back before it counts.
+struct FirstBytes {
+    std::string_view pattern;
+    const char* encoding;
+    std::size_t markLength;
+    int uncounted;
+};
+constexpr std::array kFirstBytes = {
+    FirstBytes{"\0\0\xFE\xFF"sv, "UTF-32BE", 4, 0}, FirstBytes{"\0\0"sv, "UTF-32BE", 0, 1},
+    FirstBytes{"\0?"sv, "UTF-16BE", 0, 1},          FirstBytes{"<\0\0\0"sv, "UTF-32LE", 0, 1},
+    FirstBytes{"<\0\0?"sv, "UTF-16LE", 0, 2},       FirstBytes{"<\0"sv, "UTF-16LE", 0, 1},
+    FirstBytes{"\xEF\xBB\xBF"sv, "UTF-8", 3, 0},    FirstBytes{"\xFE\xFF"sv, "UTF-16BE", 2, 0},
+    FirstBytes{"\xFF\xFE\0\0"sv, "UTF-32LE", 4, 0}, FirstBytes{"\xFF\xFE"sv, "UTF-16LE", 2, 1},
+};
+
+bool startsLike(std::string_view bytes, std::string_view pattern) {
+    if (bytes.size() < pattern.size()) {
+        return false;
+    }
+    return std::equal(pattern.begin(), pattern.end(), bytes.begin(), [](char expected, char byte) {
+        return expected == '?' ? byte != '\0' : expected == byte;
+    });
+}
+
+// The encoding that an XML declaration names, or nothing.
+std::string declaredEncoding(std::string_view bytes) {
+    bytes = bytes.substr(0, std::min(bytes.find("?>"), kLongestDeclaration));
+    const std::size_t keyword = bytes.find("encoding");
+    if (!bytes.starts_with("<?xml") || keyword == std::string_view::npos) {
+        return {};
+    }
+    const std::size_t quote = bytes.find_first_of("\"'", keyword);
+    if (quote == std::string_view::npos) {
+        return {};
+    }
+    const std::size_t end = bytes.find(bytes[quote], quote + 1);
+    return std::string(bytes.substr(quote + 1, end - quote - 1));
+}
+
+// Names that promise two or four bytes a character cannot be true behind a one-byte declaration.
+bool isWide(const char* name) {
+    const std::string_view canonical = name;
+    return canonical.starts_with("UTF-16") || canonical.starts_with("UTF-32")
+           || canonical.starts_with("ISO-10646");
+}
+
+UConverter* openConverter(const std::string& name) {
+    UErrorCode status = U_ZERO_ERROR;
+    UConverter* converter = ucnv_open(name.c_str(), &status);
+    return U_SUCCESS(status) ? converter : nullptr;
+}
+
+bool isUtf8(const UConverter* converter) {
+    UErrorCode status = U_ZERO_ERROR;
+    return std::string_view(ucnv_getName(converter, &status)) == "UTF-8";
+}
+
+}  // namespace
+
+SourceDecoder::SourceDecoder(std::istream& input) : m_input(input) {
+    refill();
+    m_firstBytes = m_bytes.substr(0, kLongestDeclaration);
+    sniff();
+}
+
+void SourceDecoder::sniff() {
+    for (const auto& [pattern, encoding, markLength, uncounted] : kFirstBytes) {
+        if (startsLike(m_bytes, pattern)) {
+            begin(encoding, markLength, uncounted);
+            return;
+        }
+    }
+    if (!m_bytes.starts_with('<')) {
+        begin("ISO-8859-1", 0, 0);  // neither a mark nor markup: the parser reads byte for byte
+        return;
+    }
+    const std::string declared = declaredEncoding(m_bytes);
+    begin(declared.empty() ? "UTF-8" : declared.c_str(), 0, 1);
+}
+
+void SourceDecoder::begin(const char* encoding, std::size_t markLength, int uncounted) {
+    m_next = markLength;
+    m_uncounted = uncounted;
+    m_converter.reset(openConverter(encoding));
+    const bool misdeclared = m_bytes.starts_with("<?") && (!m_converter || isWide(encoding));
+    if (!m_converter || misdeclared) {
+        m_converter.reset(openConverter("ISO-8859-1"));
+    } else if (isUtf8(m_converter.get())) {
+        m_converter.reset();
+    }
+}
+
+bool SourceDecoder::refill() {
+    m_bytes.resize(kBlock);
+    m_input.read(m_bytes.data(), static_cast<std::streamsize>(kBlock));
+    m_bytes.resize(static_cast<std::size_t>(m_input.gcount()));
+    m_next = 0;
+    return !m_bytes.empty();
+}
+
+std::optional<char32_t> SourceDecoder::next() {
+    return m_converter ? nextConverted() : nextUtf8();
+}
+
+int SourceDecoder::nextByte() {
+    if (m_next == m_bytes.size() && !refill()) {
+        return -1;
+    }
+    return static_cast<unsigned char>(m_bytes[m_next++]);
+}
+
+std::optional<char32_t> SourceDecoder::nextUtf8() {
+    const int first = nextByte();
+    if (first < 0) {
+        return std::nullopt;
+    }
+    return first < 0x80 ? static_cast<char32_t>(first) : completeUtf8(static_cast<unsigned>(first));
+}
+
+// The parser's rule, not the usual one: a bad byte is eaten as continuation, up to four in all, and
+// the whole counts as one character.
+char32_t SourceDecoder::completeUtf8(unsigned first) {
+    char32_t value = 0;
+    for (int length = 2; length <= 4; ++length) {
+        const int byte = nextByte();
+        if (byte < 0 || (byte & 0xC0) != 0x80) {
+            return kReplacement;
+        }
+        value = (value << 6) | static_cast<char32_t>(byte & 0x3F);
+        const unsigned lead = 0xFFU & ~(0xFFU >> length);
+        if ((first & (lead | (0x80U >> length))) == lead) {
+            const char32_t high = first & (0x7FU >> length);
+            return (high << (6 * (length - 1))) | value;
+        }
+    }
+    return kReplacement;
+}
+
+std::optional<char32_t> SourceDecoder::nextConverted() {
+    if (m_nextUnit == m_units.size() && !convertMore()) {
+        return std::nullopt;
+    }
+    char32_t character = m_units[m_nextUnit++];
+    if (U16_IS_LEAD(character) && (m_nextUnit < m_units.size() || convertMore())
+        && U16_IS_TRAIL(m_units[m_nextUnit])) {
+        character = static_cast<char32_t>(U16_GET_SUPPLEMENTARY(character, m_units[m_nextUnit++]));
+    }
+    return character;
+}
+
+bool SourceDecoder::convertMore() {
+    m_units.clear();
+    m_nextUnit = 0;
+    while (m_units.empty()) {
+        if (m_next == m_bytes.size() && !refill()) {
+            return false;
+        }
+        m_units.resize(kBlock);
+        char16_t* target = m_units.data();
+        const char* source = m_bytes.data() + m_next;
+        UErrorCode status = U_ZERO_ERROR;
+        ucnv_toUnicode(m_converter.get(), &target, target + kBlock, &source,
+                       m_bytes.data() + m_bytes.size(), nullptr, 0, &status);
+        m_units.resize(static_cast<std::size_t>(target - m_units.data()));
+        m_next = static_cast<std::size_t>(source - m_bytes.data());
+    }
+    return true;
+}
+
+}  // namespace zro

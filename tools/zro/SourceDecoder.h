@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <istream>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <unicode/ucnv.h>
+
+namespace zro {
+
+/// Reads a document's characters the way the parser does: encoding by byte order mark, by the
+/// pattern of the first bytes, then by the declaration.
+class SourceDecoder {
+public:
+    explicit SourceDecoder(std::istream& input);
+
+    /// The next character, U+FFFD for a broken one; nothing at the end.
+    std::optional<char32_t> next();
+
+    /// Characters at the start that the parser looks at before it begins to count columns.
+    int uncounted() const { return m_uncounted; }
+
+    /// Some bytes from the start, to tell what kind of file this is.
+    const std::string& firstBytes() const { return m_firstBytes; }
+
+private:
+    struct CloseConverter {
+        void operator()(UConverter* converter) const { ucnv_close(converter); }
+    };
+
+    void sniff();
+    void begin(const char* encoding, std::size_t markLength, int uncounted);
+    bool refill();
+    int nextByte();
+    char32_t completeUtf8(unsigned first);
+    std::optional<char32_t> nextUtf8();
+    std::optional<char32_t> nextConverted();
+    bool convertMore();
+
+    std::istream& m_input;
+    std::string m_bytes;
+    std::size_t m_next = 0;
+    std::string m_firstBytes;
+    std::unique_ptr<UConverter, CloseConverter> m_converter;  // null: UTF-8
+    std::u16string m_units;                                   // converted, not yet handed out
+    std::size_t m_nextUnit = 0;
+    int m_uncounted = 0;
+};
+
+}  // namespace zro

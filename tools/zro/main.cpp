@@ -1,0 +1,166 @@
+// The program `zro`: the library's work on documents and URIs, from the command line.
+
+#include <csignal>
+#include <cstdint>
+#include <iostream>
+#include <map>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "tools/zro/CommandLine.h"
+#include "tools/zro/Commands.h"
+#include "tools/zro/Session.h"
+
+namespace {
+
+using zro::External;
+using zro::Session;
+using zro::Settings;
+using zro::When;
+using ZroCommon::ZRLimits;
+
+struct CommonOptions {
+    Settings settings;
+    std::string color = "auto";
+    bool noExternal = false;
+    bool allowRemote = false;
+    std::vector<std::string> limits;
+};
+
+const char* const kProgramHelp =
+    "What it does with documents and URIs is what the library ZroCommon does.\n\n"
+    "Results go to standard output, errors to standard error. Exit status: 0 all is well,\n"
+    "1 the input has errors or something could not be read or written, 2 wrong usage.\n\n"
+    "A document may bring in a DTD and external entities. Local files are read; anything\n"
+    "else is not fetched, reads as empty, and a note says so. See --no-external and\n"
+    "--allow-remote. `zro COMMAND --help` tells more and has examples.";
+
+// One word of --limits: "strict", "none", "depth=100", "nesting=8", "expansion=50".
+bool applyLimit(const std::string& word, ZRLimits& limits) {
+    const std::size_t equals = word.find('=');
+    const std::string name = word.substr(0, equals);
+    if (equals == std::string::npos) {
+        limits = name == "strict" ? ZRLimits::strict() : ZRLimits();
+        return name == "strict" || name == "none";
+    }
+    std::uint32_t number = 0;
+    if (!CLI::detail::lexical_cast(word.substr(equals + 1), number)) {
+        return false;
+    }
+    static const std::map<std::string, std::uint32_t ZRLimits::*> kLimits = {
+        {"depth", &ZRLimits::elementDepth},
+        {"nesting", &ZRLimits::inputNesting},
+        {"expansion", &ZRLimits::entityExpansionFactor},
+    };
+    const auto limit = kLimits.find(name);
+    if (limit == kLimits.end()) {
+        return false;
+    }
+    limits.*(limit->second) = number;
+    return true;
+}
+
+std::string limitError(const std::string& word) {
+    ZRLimits ignored;
+    return applyLimit(word, ignored) ? "" : "\"" + word + "\" is no limit";
+}
+
+void addCommonOptions(CLI::App& program, CommonOptions& options) {
+    program.add_flag("--json", options.settings.json,
+                     "Results and errors as JSON, one object a line");
+    zro::addOption(program, "--color", options.color, "WHEN",
+                   "Colours: auto (on a terminal, the default), always or never")
+        ->check(CLI::IsMember({"auto", "always", "never"}));
+    zro::addOption(program, "--limits", options.limits, "LIMITS",
+                   "Guards against hostile documents, none by default: strict, or any of\n"
+                   "depth=N (open elements), nesting=N (inputs inside one another),\n"
+                   "expansion=N (entity text, times the input), separated by commas")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->check(CLI::Validator(limitError, ""));
+    auto* noExternal = program
+                           .add_flag("--no-external", options.noExternal,
+                                     "Fetch no DTD and no external entity, not even local ones")
+                           ->option_text(" ");
+    program
+        .add_flag("--allow-remote", options.allowRemote,
+                  "Let documents fetch DTDs and entities from the network too")
+        ->option_text(" ")
+        ->excludes(noExternal);
+}
+
+Settings settingsOf(const CommonOptions& options) {
+    Settings settings = options.settings;
+    if (options.color != "auto") {
+        settings.color = options.color == "always" ? When::Always : When::Never;
+    }
+    for (const std::string& word : options.limits) {
+        applyLimit(word, settings.limits);
+    }
+    if (options.noExternal) {
+        settings.external = External::None;
+    } else if (options.allowRemote) {
+        settings.external = External::Remote;
+    }
+    return settings;
+}
+
+void complain(const std::string& message) {
+    std::cerr << "zro: error: " << message << "\n";
+}
+
+// CLI11 has exit codes of its own for every kind of mistake; to users there is one.
+int usageStatus(const CLI::App& program, const CLI::ParseError& error) {
+    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+        return program.exit(error);  // help or version
+    }
+    complain(error.what());
+    std::cerr << "  hint: zro --help lists the commands, zro COMMAND --help their options\n";
+    return Session::kWrongUsage;
+}
+
+int run(const Settings& settings, const zro::Task& task) {
+    try {
+        Session session(settings);
+        task(session);
+        session.finish();
+        return session.status();
+    } catch (const zro::OutputFailure& failure) {
+        if (failure.isBrokenPipe()) {
+            return Session::kGood;
+        }
+        complain(failure.what());
+    } catch (const std::bad_alloc&) {
+        complain("out of memory");
+    } catch (const std::exception& error) {
+        complain(error.what());
+    }
+    return Session::kErrors;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::signal(SIGPIPE, SIG_IGN);  // a reader that goes away is told by the write
+    CLI::App program("Companion program of ZroCommon, the library under an XSL-FO formatter.",
+                     "zro");
+    program.set_version_flag("--version", "zro " ZRO_VERSION);
+    program.require_subcommand(1);
+    program.footer(kProgramHelp);
+    CommonOptions options;
+    addCommonOptions(program, options);
+    zro::Task task;
+    zro::addLoadCommand(program, task);
+    zro::addEventsCommand(program, task);
+    zro::addTreeCommand(program, task);
+    zro::addFormatCommand(program, task);
+    zro::addCheckCommand(program, task);
+    zro::addUriCommand(program, task);
+    try {
+        program.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return usageStatus(program, error);
+    }
+    return run(settingsOf(options), task);
+}
