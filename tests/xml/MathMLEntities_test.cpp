@@ -1,10 +1,13 @@
 #include "zro/xml/internal/MathMLEntities.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 
 #include <gtest/gtest.h>
 
 #include "tests/support/Text.h"
+#include "tests/support/Threads.h"
 #include "zro/foundation/ZREmptyString.h"
 #include "zro/vocabulary/ZRNameTable.h"
 #include "zro/xml/ZRXmlParser.h"
@@ -48,6 +51,17 @@ TEST(MathMLEntities, OtherNamesHaveTheEmptyText) {
     EXPECT_EQ(&mathMLEntity(ZRN_EMPTY), &ZREmptyString::EMPTY_VALUE);
     EXPECT_EQ(&mathMLEntity(ZRN_block_container), &ZREmptyString::EMPTY_VALUE);
     EXPECT_TRUE(mathMLEntity(ZRName(u"no-such-entity")).isEmpty());
+}
+
+TEST(MathMLEntities, AnyThreadMayBeTheFirstToAsk) {
+    std::array<const UnicodeString*, 4> found{};
+    testing::inThreads(static_cast<int>(found.size()), [&found](int thread) {
+        found[static_cast<std::size_t>(thread)] = &mathMLEntity(ZRName(u"alpha"));
+    });
+    for (const UnicodeString* value : found) {
+        EXPECT_EQ(value, found[0]);
+        EXPECT_EQ(*value, UnicodeString(u"\u03B1"));
+    }
 }
 
 TEST(MathMLEntities, TheirNumbersOutliveOtherHoldersOfTheNameTable) {
