@@ -95,6 +95,18 @@ TEST(ZRLength, ComputesInFloatAndPassesAutoThrough) {
     EXPECT_FALSE(std::signbit(static_cast<float>(-ZRLength(-0.0F))));
 }
 
+template <class Number>
+constexpr bool kCanBeAdded = requires(ZRLength length, Number number) {
+    length + number;
+};
+
+// On purpose: the forms for double, float and long are equally far from an int.
+TEST(ZRLength, HasNoSumWithAnInt) {
+    EXPECT_FALSE(kCanBeAdded<int>);
+    EXPECT_TRUE(kCanBeAdded<long>);
+    EXPECT_TRUE(kCanBeAdded<double>);
+}
+
 TEST(ZRLength, AnAutoLengthStaysAutoUnderAssignment) {
     ZRLength length(kNaN);
     length += ZRLength(1.0F);

@@ -12,6 +12,7 @@ const UnicodeString& ZRName::toString() const {
 }
 
 ZRName ZRName::generateID(const UnicodeString& prefix) {
+    // On purpose: nobody looks whether the text is new.
     UnicodeString text = prefix.isEmpty() ? UnicodeString(u'N') : prefix;
     internal::appendNumber(text.append(u'-'), ZRNameTable::getSharedNameTable()->getNameLast() + 1);
     return {text};
