@@ -144,7 +144,9 @@ inline std::string xmlEvents(std::string_view document, const XmlReading& readin
 /// Serves URIs from a table while it lives; all others cannot be opened.
 class FakeWeb : public ZRUriReferenceResolver {
 public:
-    explicit FakeWeb(std::map<std::string, std::string> resources)
+    using Resources = std::map<std::string, std::string>;
+
+    explicit FakeWeb(Resources resources)
         : m_resources(std::move(resources)), m_before(ZRUri::setUriReferenceResolver(this)) {}
     FakeWeb(const FakeWeb&) = delete;
     FakeWeb& operator=(const FakeWeb&) = delete;
@@ -159,7 +161,7 @@ public:
     const std::vector<std::string>& asked() const { return m_asked; }
 
 private:
-    std::map<std::string, std::string> m_resources;
+    Resources m_resources;
     ZRUriReferenceResolver* m_before;
     std::vector<std::string> m_asked;
 };

@@ -1,0 +1,162 @@
+#include <algorithm>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <string_view>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/XmlEvents.h"
+#include "zro/xml/internal/Transcoder.h"
+
+namespace ZroCommon {
+namespace {
+
+using testing::xmlEvents;
+using testing::XmlReading;
+using namespace std::string_view_literals;
+
+// "name, events"
+std::string encodingAndEvents(std::string_view document, const XmlReading& reading = {}) {
+    std::istringstream stream{std::string(document)};
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    testing::XmlEventLog log(*parser, reading);
+    parser->setInput(stream, reading.encoding, u"");
+    const std::string events = log.read();
+    return testing::utf8(parser->getInputEncoding()) + ", " + events;
+}
+
+// ASCII as units of two bytes.
+std::string wide(std::string_view text, bool bigEndian) {
+    std::string bytes;
+    for (const char c : text) {
+        bytes += bigEndian ? std::string{'\0', c} : std::string{c, '\0'};
+    }
+    return bytes;
+}
+
+std::string declared(std::string_view name) {
+    return "<?xml version='1.0' encoding='" + std::string(name) + "'?>";
+}
+
+TEST(XmlParserEncoding, TheDeclarationCountsWhereTheBytesLeaveAChoice) {
+    const struct {
+        std::string document;
+        const char* result;
+    } rows[] = {
+        {"<a>\xC3\xA9</a>", "UTF-8, <a>  '\xC3\xA9'  </a>  ."},
+        {declared("ISO-8859-1") + "<a>\xE9</a>", "ISO-8859-1, <a>  '\xC3\xA9'  </a>  ."},
+        {declared("iso-8859-1") + "<a>\xE9</a>", "iso-8859-1, <a>  '\xC3\xA9'  </a>  ."},
+        {declared(" latin1 ") + "<a>\xE9</a>", "latin1, <a>  '\xC3\xA9'  </a>  ."},
+        {declared("US-ASCII") + "<a>\xE9</a>", "US-ASCII, <a>  '\xC3\xA9'  </a>  ."},
+        {declared("") + "<a/>", ", <a/>  </a>  ."},
+        {"\xEF\xBB\xBF" + declared("utf-8") + "<a/>", "utf-8, <a/>  </a>  ."},
+        {"\xEF\xBB\xBF" + declared("ISO-8859-1") + "<a/>",
+         "ISO-8859-1, throws 6201 Conflict encoding: ISO-8859-1.\\nSTART_DOCUMENT, Line 1, Col "
+         "41."},
+        {"\xFF\xFE" + wide(declared("UTF-8") + "<a/>", false),
+         "UTF-8, throws 6201 Conflict encoding: UTF-8.\\nSTART_DOCUMENT, Line 1, Col 35."},
+        {"\xFF\xFE" + wide(declared("UTF-16") + "<a/>", false), "UTF-16, <a/>  </a>  ."},
+        {"\xFE\xFF" + wide(declared("unicode") + "<a/>", true), "unicode, <a/>  </a>  ."},
+        {wide(declared("UTF-8") + "<a/>", false), "UTF-16LE, <a/>  </a>  ."},
+        {wide(declared("UTF-16") + "<a/>", false), "UTF-16, <a/>  </a>  ."},
+        {wide(declared("UTF-32LE") + "<a/>", true), "UTF-16BE, <a/>  </a>  ."},
+        // An order that is not known reads bytes.
+        {declared("UTF-16") + "<a>\xE9</a>", "UTF-16, <a>  '\xC3\xA9'  </a>  ."},
+    };
+    for (const auto& [document, result] : rows) {
+        EXPECT_EQ(encodingAndEvents(document), result) << "for: " << document;
+    }
+}
+
+// On purpose: without "<" or a byte order mark at the very start bytes are characters.
+TEST(XmlParserEncoding, ALeadingBlankKeepsBytesAsCharacters) {
+    EXPECT_EQ(encodingAndEvents("\n<a>\xC3\xA9</a>"), ", <a>  '\xC3\x83\xC2\xA9'  </a>  .");
+}
+
+TEST(XmlParserEncoding, PresetsStandAgainstALessThanSignOnly) {
+    EXPECT_EQ(encodingAndEvents("<a>\xE9</a>", {.encoding = u" Latin1"}),
+              "Latin1, <a>  '\xC3\xA9'  </a>  .");
+    EXPECT_EQ(encodingAndEvents("<a>\xC3\xA9</a>", {.encoding = u"UTF-16"}),
+              "UTF-8, <a>  '\xC3\xA9'  </a>  .");
+    EXPECT_EQ(encodingAndEvents("\xEF\xBB\xBF<a>\xC3\xA9</a>", {.encoding = u"Latin1"}),
+              "UTF-8, <a>  '\xC3\xA9'  </a>  .");
+    EXPECT_EQ(xmlEvents(wide("\n<a/>", false), {.encoding = u"UTF-16LE"}), "<a/>  </a>  .");
+}
+
+TEST(XmlParserEncoding, AFalseByteOrderMarkIsAnInvalidCharacter) {
+    EXPECT_EQ(xmlEvents("\xEF\xBB\0<a/>"sv),
+              "throws 6196 Invalid character.\\nSTART_DOCUMENT, Line 1, Col 0.");
+    EXPECT_EQ(xmlEvents("\xEF\xBB\0<a/>"sv, {.tolerant = true}),
+              "[6196 Invalid character.]  <a/>  </a>  .");
+}
+
+TEST(XmlParserEncoding, UnknownEncodings) {
+    const std::string document = declared(" klingon ") + "<a/>";
+    EXPECT_EQ(encodingAndEvents(document), "klingon, throws 6197 Unknown or unsupported encoding: "
+                                           "klingon.\\nSTART_DOCUMENT, Line 1, Col 39.");
+    EXPECT_EQ(encodingAndEvents(document, {.tolerant = true}),
+              "klingon, [6197 Unknown or unsupported encoding: klingon.]  <a/>  </a>  .");
+    EXPECT_EQ(
+        encodingAndEvents(document, {.features = {ZRXmlParser::FEATURE_IGNORE_UNKNOWN_ENCODING}}),
+        "klingon, <a/>  </a>  .");
+    // The name as written, when nobody was asked for it.
+    EXPECT_EQ(xmlEvents(document, {.features = {ZRXmlParser::FEATURE_BUILTIN_ENCODINGS_ONLY,
+                                                ZRXmlParser::FEATURE_IGNORE_UNKNOWN_ENCODING}}),
+              "throws 6197 Unknown or unsupported encoding:  klingon .\\nSTART_DOCUMENT, Line 1, "
+              "Col 39.");
+    EXPECT_EQ(xmlEvents("<a/>", {.encoding = u"klingon"}),
+              "throws 6197 Unknown or unsupported encoding: klingon.\\nSTART_DOCUMENT.");
+}
+
+// What the document's own bytes mean in an encoding in which each letter is the next one.
+std::unique_ptr<std::istream> openShifted(std::istream* bytes, const UnicodeString& name) {
+    if (name != u"x-shifted") {
+        return nullptr;
+    }
+    std::string units;
+    for (int c = bytes == nullptr ? -1 : bytes->get(); c != -1; c = bytes->get()) {
+        units += static_cast<char>(c >= 'a' && c < 'z' ? c + 1 : c);
+        units += '\0';
+    }
+    return std::make_unique<std::istringstream>(units);
+}
+
+class WithTranscoder : public ::testing::Test {
+protected:
+    WithTranscoder() : m_before(internal::setTranscoderFactory(&openShifted)) {}
+    ~WithTranscoder() override { internal::setTranscoderFactory(m_before); }
+
+private:
+    internal::TranscoderFactory m_before;
+};
+
+TEST_F(WithTranscoder, TakesOverBehindTheDeclaredName) {
+    EXPECT_EQ(encodingAndEvents(declared("x-shifted") + "<a>\nbc</a>", {.positions = true}),
+              "x-shifted, <b>@1:44  '\\ncd'@2:4  </b>@2:6  .@2:6");
+    EXPECT_EQ(encodingAndEvents(wide(declared("x-shifted") + "<a/>", false)).substr(0, 11),
+              "x-shifted, ");
+    // What was read ahead, and what is still in the stream.
+    const std::string text(100'000, 'm');
+    const std::string events = xmlEvents(declared("x-shifted") + "<a>" + text + "</a>");
+    EXPECT_EQ(std::count(events.begin(), events.end(), 'n'), 100'000);
+}
+
+// On purpose: a preset that needs a transcoder leaves no more than the mode of its output.
+TEST_F(WithTranscoder, APresetOnlySetsTheModeOfItsOutput) {
+    EXPECT_EQ(encodingAndEvents(wide("\n<a>b</a>", false), {.encoding = u"x-shifted"}),
+              "x-shifted, <a>  'b'  </a>  .");
+}
+
+TEST_F(WithTranscoder, RewindingKeepsTheModeOfItsOutput) {
+    std::istringstream stream(declared("x-shifted") + "<a/>");
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    parser->setInput(stream, u"", u"");
+    parser->next();
+    parser->rewind();
+    EXPECT_EQ(testing::utf8(parser->getInputEncoding()), "x-shifted");
+    EXPECT_THROW(parser->next(), ZRError);
+}
+
+}  // namespace
+}  // namespace ZroCommon

@@ -1,0 +1,309 @@
+#include <algorithm>
+#include <array>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/Errors.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/Threads.h"
+#include "tests/support/XmlEvents.h"
+
+namespace ZroCommon {
+namespace {
+
+using testing::FakeWeb;
+using testing::xmlEvents;
+using testing::XmlReading;
+
+struct Row {
+    const char* document;
+    const char* events;
+};
+
+void expectEvents(const std::vector<Row>& rows, const XmlReading& reading = {}) {
+    for (const auto& [document, events] : rows) {
+        EXPECT_EQ(xmlEvents(document, reading), events) << "for: " << document;
+    }
+}
+
+// A document with these declarations, and &e; as its content.
+std::string contentOf(const std::string& declarations) {
+    const std::string events = xmlEvents("<!DOCTYPE a [" + declarations + "]><a>&e;</a>");
+    const bool isWhole = events.find("throws") == std::string::npos;
+    return isWhole ? events.substr(5, events.size() - 14) : events;
+}
+
+TEST(XmlParserEntities, InternalEntities) {
+    const Row rows[] = {
+        {"<!ENTITY e '1'><!ENTITY e '2'>", "'1'"},
+        {"<!ENTITY % p 'x'><!ENTITY e '%p;'>", "'%p;'"},
+        {"<!ENTITY e '<b/>'>", "<b/>  </b>"},
+        {"<!ENTITY e 'x<b>'><!ENTITY f '</b>'>",
+         "<a>  'x'  <b>  throws 6150 End tag 'a' does not match "
+         "the start tag 'b'.\\nEND_TAG, Line 1, Col 60."},
+        {"<!ENTITY f '1'><!ENTITY e '&f;&f;'>", "'11'"},
+        {"<!ENTITY e 'a&#38;#38;b'>", "'a&b'"},
+        {"<!ENTITY e '&lt;&gt;&amp;&apos;&quot;'>", "'<>&'\"'"},
+        {"<!ENTITY e 'a\r\nb\tc'>", "'a b c'"},
+        {"<!ENTITY e '\"'>", "'\"'"},
+        {"<!ENTITY e \"'\">", "'''"},
+        {"<!ENTITY % d \"<!ENTITY e 'x'>\">%d;", "'x'"},
+        {"<!ENTITY % e 'p'><!ENTITY e 'g'>", "'g'"},
+        {"<!-- > ' --><?p > ' ?><!ELEMENT a ANY><!ATTLIST a b CDATA '>'><!ENTITY e 'x'>", "'x'"},
+        {"<!ENTITY lt 'x'><!ENTITY e '1&lt;2'>", "'1<2'"},
+    };
+    for (const auto& [declarations, events] : rows) {
+        EXPECT_EQ(contentOf(declarations), events) << "for: " << declarations;
+    }
+}
+
+TEST(XmlParserEntities, EntitiesInAttributes) {
+    expectEvents({
+        {"<!DOCTYPE a [<!ENTITY e '1\"2'><!ENTITY f '&e;3&#38;#10;'>]><a b=\"&f;\"/>",
+         "<a b=1\"23\\n/>  </a>  ."},
+        {"<!DOCTYPE a [<!ENTITY e SYSTEM 'nowhere'>]><a b='1&e;2'/>", "<a b=12/>  </a>  ."},
+        {"<!DOCTYPE a [<!ENTITY e 'x&#60;'>]><a b='&e;'/>",
+         "throws 6192 Unexpected '<' in attribute value.\\nSTART_TAG, Line 1, Col 43."},
+        // A stored "&" is read again.
+        {"<!DOCTYPE a [<!ENTITY e 'a&#38;b'>]><a b='&e;'/>",
+         "throws 6172 Invalid character in entity reference: &b\xEF\xBF\xBF;\\nSTART_TAG, Line 1, "
+         "Col 44."},
+    });
+}
+
+TEST(XmlParserEntities, UnknownEntitiesCanBeEmpty) {
+    expectEvents({{"<!DOCTYPE a [%p;<!ENTITY e '1&f;2'>]><a b='x&g;y'>3&h;4&e;</a>",
+                   "<a b=xy>  '3412'  </a>  ."}},
+                 {.features = {ZRXmlParser::FEATURE_EMPTY_UNDEFINED_ENTITY}});
+}
+
+TEST(XmlParserEntities, DefinedEntitiesLastUntilTheNextInput) {
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    const auto read = [&parser](bool define, ZRNameEnum name) {
+        std::istringstream stream("<a>&gt;&lang;</a>");
+        parser->setInput(stream, u"", u"");
+        if (define) {
+            parser->defineEntityReplacementText(name, u"!");
+        }
+        parser->setFeature(ZRXmlParser::FEATURE_EMPTY_UNDEFINED_ENTITY, true);
+        parser->next();
+        parser->next();
+        return testing::utf8(parser->getText());
+    };
+    EXPECT_EQ(read(true, ZRN_lang), ">!");
+    EXPECT_EQ(read(false, ZRN_lang), ">");
+    // On purpose: a predefined entity keeps its new text, as long as no other entity came in.
+    EXPECT_EQ(read(true, ZRN_gt), "!");
+    EXPECT_EQ(read(false, ZRN_gt), "!");
+    EXPECT_EQ(read(true, ZRN_lang), "!!");
+    EXPECT_EQ(read(false, ZRN_gt), ">");
+}
+
+TEST(XmlParserEntities, MathML) {
+    const std::string doctype =
+        "<!DOCTYPE math SYSTEM 'http://www.w3.org/Math/DTD/mathml2/mathml2.dtd' "
+        "[<!ENTITY beta 'own'>]>";
+    const FakeWeb web(FakeWeb::Resources{});
+    EXPECT_EQ(xmlEvents(doctype + "<a>&alpha;&beta;&Afr;&lt;&amp;</a>"),
+              "<a>  '\xCE\xB1own%plane1D;504;<&'  </a>  .");
+    EXPECT_TRUE(web.asked().empty());
+    EXPECT_EQ(xmlEvents(doctype + "<a>&alpha;</a>",
+                        {.features = {ZRXmlParser::FEATURE_SKIP_EXTERNAL_SUBSET,
+                                      ZRXmlParser::FEATURE_EMPTY_UNDEFINED_ENTITY}}),
+              "<a>  </a>  .");
+}
+
+// On purpose: the root's name is compared with a number that belongs to another name.
+TEST(XmlParserEntities, ARealMathRootDoesNotAddTheMathMLEntities) {
+    const std::string space = " xmlns='http://www.w3.org/1998/Math/MathML'>&alpha;</";
+    const auto isUndefined = [&space](const std::string& name) {
+        return xmlEvents("<" + name + space + name + ">").find("throws 6174") != std::string::npos;
+    };
+    EXPECT_TRUE(isUndefined("math"));
+    EXPECT_FALSE(isUndefined("KS_C_5601-1987"));
+}
+
+// On purpose: the bindings are made under all elements and outlive the document.
+TEST(XmlParserEntities, AnSvgPublicIdentifierBindsNamespacesForGood) {
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    parser->setFeature(ZRXmlParser::FEATURE_SKIP_EXTERNAL_SUBSET, true);
+    for (const char* document : {"<!DOCTYPE g PUBLIC '-//W3C//DTD SVG 1.0//EN' 'x'><g/>", "<g/>"}) {
+        std::istringstream stream(document);
+        parser->setInput(stream, u"", u"");
+        parser->next();
+        EXPECT_EQ(testing::utf8(parser->getNamespace().toString()), "http://www.w3.org/2000/svg");
+        EXPECT_EQ(testing::utf8(parser->getNamespace(ZRN_xlink).toString()),
+                  "http://www.w3.org/1999/xlink");
+        EXPECT_EQ(parser->getNamespaceCount(0), 4);
+    }
+}
+
+std::string withEntity(const char* content, const char* around = "<a>[&e;]</a>") {
+    const FakeWeb web(FakeWeb::Resources{{"http://h/d/e.ent", content}});
+    return xmlEvents(std::string("<!DOCTYPE a [<!ENTITY e SYSTEM 'e.ent'>]>") + around,
+                     {.baseUri = u"http://h/d/"});
+}
+
+TEST(XmlParserEntities, ExternalEntities) {
+    const Row rows[] = {
+        {"x<b/>y", "<a>  '[x'  <b/>  </b>  'y]'  </a>  ."},
+        {"<?xml version='1.0' encoding='latin1'?>\xE9", "<a>  '[\xC3\xA9]'  </a>  ."},
+        {"<?xml encoding='UTF-8'?>\xC3\xA9", "<a>  '[\xC3\xA9]'  </a>  ."},
+        {"<b>\xC3\xA9</b>", "<a>  '['  <b>  '\xC3\xA9'  </b>  ']'  </a>  ."},
+        {"abcdefg h", "<a>  '[abcdefg h]'  </a>  ."},
+        {"line\r\nend\r\n", "<a>  '[lineend\\n]'  </a>  ."},
+        {"", "<a>  throws 4100 Unexpected end of input stream."},
+    };
+    for (const auto& [content, events] : rows) {
+        EXPECT_EQ(withEntity(content), events) << "for: " << content;
+    }
+}
+
+// On purpose: the blank that ends the look for a declaration is lost.
+TEST(XmlParserEntities, TheFirstBlankOfAnExternalEntityIsLost) {
+    EXPECT_EQ(withEntity("ab cd"), "<a>  '[abcd]'  </a>  .");
+    EXPECT_EQ(withEntity("ab", "<a>&e; cd</a>"), "<a>  'abcd'  </a>  .");
+    EXPECT_EQ(withEntity("abcdef cd"), "<a>  '[abcdef cd]'  </a>  .");
+}
+
+TEST(XmlParserEntities, ACarriageReturnAtTheEndOfAnEntityTakesALineFeedBehindIt) {
+    EXPECT_EQ(withEntity("abcdefg\r", "<a>&e;\nx</a>"), "<a>  'abcdefg\\nx'  </a>  .");
+    EXPECT_EQ(withEntity("abcdefg\r", "<a>&e;x</a>"), "<a>  'abcdefg\\nx'  </a>  .");
+}
+
+TEST(XmlParserEntities, PositionAndBaseAreThoseOfTheEntity) {
+    const FakeWeb web(
+        {{"http://h/d/sub/e.ent", "<bbbbb>\n</bbbbb>&f;"}, {"http://h/d/sub/f.ent", "<cccccc/>"}});
+    std::istringstream stream(
+        "<!DOCTYPE a [<!ENTITY e SYSTEM 'sub/e.ent'><!ENTITY f SYSTEM 'f.ent'>]><a>&e;</a>");
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    parser->setInput(stream, u"", u"http://h/d/");
+    std::string positions;
+    while (parser->next() != ZRXmlParser::END_DOCUMENT) {
+        positions += testing::utf8(parser->getPositionDescription()) + " "
+                     + testing::utf8(parser->getBaseUri()) + "\n";
+    }
+    EXPECT_EQ(positions, "START_TAG, 'http://h/d/', Line 1, Col 73. http://h/d/\n"
+                         "START_TAG, 'http://h/d/sub/e.ent', Line 1, Col 6. http://h/d/sub/\n"
+                         "TEXT, 'http://h/d/sub/e.ent', Line 2, Col 2. http://h/d/sub/\n"
+                         "END_TAG, 'http://h/d/sub/e.ent', Line 2, Col 8. http://h/d/sub/\n"
+                         "START_TAG, 'http://h/d/sub/f.ent', Line 1, Col 8. http://h/d/sub/\n"
+                         "END_TAG, 'http://h/d/sub/f.ent', Line 1, Col 8. http://h/d/sub/\n"
+                         "END_TAG, 'http://h/d/', Line 1, Col 80. http://h/d/\n");
+}
+
+TEST(XmlParserEntities, WhatCannotBeOpened) {
+    const FakeWeb web(FakeWeb::Resources{});
+    const std::string doctype = "<!DOCTYPE a [<!ENTITY e SYSTEM 'no.ent'>]><a>1&e;2</a>";
+    EXPECT_EQ(xmlEvents(doctype, {.baseUri = u"http://h/d/"}), "<a>  '12'  </a>  .");
+    EXPECT_EQ(xmlEvents(doctype, {.baseUri = u"file:/nowhere/"}),
+              "<a>  throws 4099 Cannot open file: file:/nowhere/no.ent");
+}
+
+// The error is no error of the text, so parsing may go on behind it.
+TEST(XmlParserEntities, AFailedOpeningCanBePassedOver) {
+    std::istringstream stream("<!DOCTYPE a [<!ENTITY e SYSTEM '/no.ent'>]><a>&e;<b/></a>");
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    parser->setInput(stream, u"", u"");
+    parser->next();
+    EXPECT_EQ(testing::errorOf([&parser] { parser->next(); }),
+              "0x1003 Cannot open file: /no.ent [ZroCommon::XmlParserImpl::pushStream]");
+    EXPECT_EQ(parser->next(), ZRXmlParser::START_TAG);
+}
+
+std::string withSubset(const std::string& uri, const char* subset, const char* content = "&e;",
+                       const std::vector<ZRXmlParser::Feature>& features = {}) {
+    FakeWeb::Resources resources;
+    if (subset != nullptr) {
+        resources["http://h/" + uri] = subset;
+    }
+    const FakeWeb web(resources);
+    return xmlEvents("<!DOCTYPE a SYSTEM '" + uri + "' [<!ENTITY own 'o'>]><a>" + content + "</a>",
+                     {.features = features, .baseUri = u"http://h/"});
+}
+
+TEST(XmlParserEntities, ExternalSubsets) {
+    const Row rows[] = {
+        {"<!ENTITY e 'x'>", "<a>  'x'  </a>  ."},
+        {"<?xml version='1.0' encoding='UTF-8'?>\n<!ENTITY e '\xC3\xA9'>",
+         "<a>  '\xC3\xA9'  </a>  ."},
+        {"<!ENTITY own 'dropped'><!ENTITY e '&own;'>", "<a>  'o'  </a>  ."},
+        {"<!ENTITY % p \"<!ENTITY e 'x'>\"> %p;", "<a>  'x'  </a>  ."},
+        {"<!ENTITY % p \"x'>\"><!ENTITY e '%p;'>", "<a>  '%p;'  </a>  ."},
+        {"%unknown; % %x <!ELEMENT a (%y;)><!ENTITY e 'x'>", "<a>  'x'  </a>  ."},
+        {"<![IGNORE[<!ENTITY e 'no'>]]><!ENTITY e 'x'>", "<a>  'x'  </a>  ."},
+        {"<![INCLUDE[<!ENTITY e 'x'>]]>", "<a>  'x'  </a>  ."},
+        {"<!-- ' --><?p '?><!ENTITY e 'x'>", "<a>  'x'  </a>  ."},
+        {"<!ENTITY e 'x'></end><!ENTITY e2 'y'>", "<a>  'x'  </a>  ."},
+        {"<!ENTITY e 'x'><!ENTITY ", "throws 6175"},
+        {"<?xml encoding='UTF-8'?><!ENTITY e 'x'>", "throws 6178"},
+    };
+    for (std::size_t i = 0; i < std::size(rows); ++i) {
+        const std::string events =
+            withSubset("subset" + std::to_string(i) + ".dtd", rows[i].document);
+        const bool isError = events.rfind("throws", 0) == 0;
+        EXPECT_EQ(isError ? events.substr(0, 11) : events, rows[i].events)
+            << "for: " << rows[i].document;
+    }
+}
+
+TEST(XmlParserEntities, AMissingExternalSubset) {
+    const std::vector<ZRXmlParser::Feature> ignore = {
+        ZRXmlParser::FEATURE_IGNORE_EXTERNAL_SUBSET_ERRORS};
+    const std::vector<ZRXmlParser::Feature> skip = {ZRXmlParser::FEATURE_SKIP_EXTERNAL_SUBSET};
+    EXPECT_EQ(withSubset("missing.dtd", nullptr, "&own;"),
+              "throws 4099 Cannot open file: http://h/missing.dtd");
+    EXPECT_EQ(withSubset("missing.dtd", nullptr, "&own;", ignore), "<a>  'o'  </a>  .");
+    EXPECT_EQ(withSubset("missing.dtd", nullptr, "&own;", skip), "<a>  'o'  </a>  .");
+    EXPECT_EQ(withSubset("broken.dtd", "<!ENTITY e>", "&own;", ignore), "<a>  'o'  </a>  .");
+}
+
+// The error is thrown though there is a callback, and parsing may go on.
+TEST(XmlParserEntities, ErrorsOfAnExternalSubsetDoNotGoToTheCallback) {
+    const FakeWeb web(FakeWeb::Resources{{"http://h/faulty.dtd", "<!ENTITY e>"}});
+    std::istringstream stream("<!DOCTYPE a SYSTEM 'http://h/faulty.dtd'><a/>");
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    int reported = 0;
+    parser->setCallbackError([](const ZRError&, void* data) { ++*static_cast<int*>(data); },
+                             &reported);
+    parser->setInput(stream, u"", u"");
+    EXPECT_THROW(parser->next(), ZRError);
+    EXPECT_EQ(reported, 0);
+    EXPECT_EQ(parser->next(), ZRXmlParser::START_TAG);
+}
+
+TEST(XmlParserEntities, AnExternalSubsetIsFetchedOnceForTheProcess) {
+    const FakeWeb web({{"http://h/once.dtd", "<!ENTITY e SYSTEM 'x.ent'><!ENTITY f 'y'>"},
+                       {"http://h/one/x.ent", "<one/>"},
+                       {"http://h/two/x.ent", "<two/>"}});
+    const char* document = "<!DOCTYPE a SYSTEM 'http://h/once.dtd'><a>&e;</a>";
+    // Identifiers in it resolve where they are used.
+    EXPECT_EQ(xmlEvents(document, {.baseUri = u"http://h/one/"}), "<a>  <one/>  </one>  </a>  .");
+    EXPECT_EQ(xmlEvents(document, {.baseUri = u"http://h/two/"}), "<a>  <two/>  </two>  </a>  .");
+    EXPECT_EQ(std::count(web.asked().begin(), web.asked().end(), "http://h/once.dtd"), 1);
+}
+
+TEST(XmlParserEntities, ThreadsShareExternalSubsets) {
+    const testing::TempFolder folder;
+    for (int i = 0; i < 10; ++i) {
+        const std::string number = std::to_string(i);
+        folder.write("s" + number + ".dtd", "<!ENTITY e '" + number + "'>");
+    }
+    std::array<int, 4> faults{};
+    testing::inThreads(4, [&](int thread) {
+        for (int round = 0; round < 100; ++round) {
+            const std::string number = std::to_string((round + thread) % 10);
+            const std::string events = xmlEvents("<!DOCTYPE a SYSTEM '" + folder.path() + "/s"
+                                                 + number + ".dtd'><a>&e;</a>");
+            faults[static_cast<std::size_t>(thread)] +=
+                events == "<a>  '" + number + "'  </a>  ." ? 0 : 1;
+        }
+    });
+    EXPECT_EQ(faults, (std::array<int, 4>{}));
+}
+
+}  // namespace
+}  // namespace ZroCommon

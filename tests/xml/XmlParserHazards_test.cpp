@@ -1,0 +1,275 @@
+// Documents that are made to exhaust their reader: each on a small stack, with linear work.
+
+#include <algorithm>
+#include <atomic>
+#include <ctime>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/Errors.h"
+#include "tests/support/SmallStack.h"
+#include "tests/support/Streams.h"
+#include "tests/support/XmlEvents.h"
+
+namespace ZroCommon {
+namespace {
+
+using testing::utf8;
+
+struct Totals {
+    std::size_t events = 0;
+    std::size_t units = 0;  // of text and attribute values
+    std::string error;
+};
+
+Totals readAll(std::istream& stream, const ZRLimits& limits = {}) {
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    parser->setLimits(limits);
+    Totals totals;
+    try {
+        parser->setInput(stream, u"", u"");
+        while (parser->next() != ZRXmlParser::END_DOCUMENT) {
+            ++totals.events;
+            totals.units += static_cast<std::size_t>(parser->getText().length());
+            for (int i = 0; i < parser->getAttributeCount(); ++i) {
+                totals.units += static_cast<std::size_t>(parser->getAttributeValue(i).length());
+            }
+        }
+    } catch (const ZRError& error) {
+        totals.error = utf8(error.getRawMessage());
+    }
+    return totals;
+}
+
+Totals readAll(const std::string& document, const ZRLimits& limits = {}) {
+    Totals totals;
+    testing::onSmallStack([&] {
+        std::istringstream stream(document);
+        totals = readAll(stream, limits);
+    });
+    return totals;
+}
+
+double secondsOf(const std::string& document) {
+    const std::clock_t start = std::clock();
+    readAll(document);
+    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+}
+
+std::string repeated(std::size_t count, std::string_view text) {
+    std::string result;
+    result.reserve(count * text.size());
+    while (count-- != 0) {
+        result += text;
+    }
+    return result;
+}
+
+std::string numbered(std::size_t count, const std::string& head, const std::string& tail) {
+    std::string result;
+    for (std::size_t i = 0; i < count; ++i) {
+        result += head + std::to_string(i) + tail;
+    }
+    return result;
+}
+
+std::string deep(std::size_t depth) {
+    return repeated(depth, "<a>") + repeated(depth, "</a>");
+}
+
+std::string wideTag(std::size_t count) {
+    return "<a" + numbered(count, " b", "=''") + "/>";
+}
+
+std::string manyReferences(std::size_t count) {
+    return "<!DOCTYPE a [<!ENTITY e 'x'><!ENTITY f '" + repeated(count, "&e;") + "'>]><a b='&f;'>"
+           + repeated(count, "&e;") + "&f;</a>";
+}
+
+// Each entity names the one before it.
+std::string chain(std::size_t length) {
+    std::string declarations = "<!ENTITY e0 'x'>";
+    for (std::size_t i = 1; i < length; ++i) {
+        declarations += "<!ENTITY e" + std::to_string(i) + " '&e" + std::to_string(i - 1) + ";'>";
+    }
+    const std::string last = "&e" + std::to_string(length - 1) + ";";
+    return "<!DOCTYPE a [" + declarations + "]><a b='" + last + "'>" + last + "</a>";
+}
+
+TEST(XmlParserHazards, SizeHasNoBounds) {
+    EXPECT_EQ(readAll(deep(1'000'000)).events, 2'000'000U);
+    EXPECT_EQ(readAll(wideTag(100'000)).events, 2U);
+    EXPECT_EQ(readAll(manyReferences(300'000)).units, 900'000U);
+    EXPECT_EQ(readAll(chain(50'000)).units, 2U);
+    const std::string large(20'000'000, 'x');
+    EXPECT_EQ(readAll("<a b='" + large + "'/>").units, large.size());
+    EXPECT_EQ(readAll("<a b='&lt;" + large + "'/>").units, large.size() + 1);
+    EXPECT_EQ(readAll("<a>" + large + "</a>").units, large.size());
+    EXPECT_EQ(readAll("<a><!--" + large + "--></a>").events, 2U);
+    EXPECT_EQ(readAll("<!DOCTYPE a [<!ENTITY e '" + large + "'>]><a>&e;</a>").units, large.size());
+    EXPECT_EQ(readAll("<" + large.substr(0, 1'000'000) + "/>").events, 2U);
+    EXPECT_EQ(readAll("<a>&#" + std::string(5'000'000, '0') + "65;</a>").units, 1U);
+}
+
+// Four times the input in at most about four times the time.
+TEST(XmlParserHazards, WorkGrowsNoFasterThanTheInput) {
+    const struct {
+        const char* what;
+        std::string (*make)(std::size_t);
+        std::size_t count;
+    } rows[] = {
+        {"depth", deep, 60'000},
+        {"attributes", wideTag, 20'000},
+        {"references", manyReferences, 40'000},
+        {"chain", chain, 10'000},
+        {"brackets", [](std::size_t n) { return "<a>" + std::string(n, ']') + "</a>"; }, 200'000},
+        {"dashes", [](std::size_t n) { return "<a><!--" + repeated(n, "- ") + "--></a>"; },
+         200'000},
+        {"declarations",
+         [](std::size_t n) { return repeated(n, "<?xml version='1.0'?>") + "<a/>"; }, 5'000},
+        {"namespaces",
+         [](std::size_t n) {
+             return "<a" + numbered(n, " xmlns:n", "='u'") + numbered(n, " n", ":b='x'") + "/>";
+         },
+         10'000},
+    };
+    for (const auto& [what, make, count] : rows) {
+        const std::string small = make(count);
+        const std::string large = make(4 * count);
+        double best = 1000;
+        for (int round = 0; round < 3 && best > 8; ++round) {
+            best = std::min(best, secondsOf(large) / std::max(secondsOf(small), 1e-3));
+        }
+        EXPECT_LT(best, 8) << what;
+    }
+}
+
+TEST(XmlParserHazards, ManyAttributesWithOneNameAreStillFound) {
+    EXPECT_EQ(readAll("<a c=''" + numbered(100'000, " b", "=''") + " c=''/>").error,
+              "Duplicate attribute: c\nSTART_TAG, Line 1, Col 988903.");
+}
+
+ZRLimits limitsWith(std::uint32_t ZRLimits::*limit, std::uint32_t value) {
+    ZRLimits limits;
+    limits.*limit = value;
+    return limits;
+}
+
+TEST(XmlParserHazards, LimitsAreOptional) {
+    const ZRLimits depth = limitsWith(&ZRLimits::elementDepth, 3);
+    EXPECT_EQ(readAll(deep(3), depth).error, "");
+    EXPECT_EQ(readAll(deep(4), depth).error,
+              "Limit exceeded: element depth.\nSTART_TAG, Line 1, Col 11.");
+    EXPECT_EQ(readAll(deep(2048), ZRLimits::strict()).error, "");
+    EXPECT_NE(readAll(deep(2049), ZRLimits::strict()).error, "");
+}
+
+// Nine levels of ten references each, and one entity of a million characters.
+TEST(XmlParserHazards, ExpansionCanBeLimited) {
+    std::string levels = "<!ENTITY e0 'lol'>";
+    for (int i = 1; i < 10; ++i) {
+        levels += "<!ENTITY e" + std::to_string(i) + " '"
+                  + repeated(10, "&e" + std::to_string(i - 1) + ";") + "'>";
+    }
+    const std::string quadratic = "<!ENTITY e9 '" + std::string(1'000'000, 'x') + "'>";
+    const std::string self = "<!ENTITY e9 '&#38;e9;'>";
+    for (const std::string& declarations : {levels, quadratic, self}) {
+        for (const std::string& use :
+             {repeated(200, "&e9;"), "<b c='" + repeated(200, "&e9;") + "'/>"}) {
+            const std::string document = "<!DOCTYPE a [" + declarations + "]><a>" + use + "</a>";
+            EXPECT_EQ(readAll(document, ZRLimits::strict()).error.substr(0, 33),
+                      "Limit exceeded: entity expansion.");
+        }
+    }
+}
+
+TEST(XmlParserHazards, NestingOfInputsCanBeLimited) {
+    const testing::FakeWeb web(testing::FakeWeb::Resources{{"http://h/e.ent", "<b/>......&e;"}});
+    const char* document = "<!DOCTYPE a [<!ENTITY e SYSTEM 'http://h/e.ent'>]><a>&e;</a>";
+    EXPECT_EQ(readAll(document, ZRLimits::strict()).error.substr(0, 30),
+              "Limit exceeded: input nesting.");
+    EXPECT_EQ(web.asked().size(), 41U);
+}
+
+// A breach is no error that a callback could pass over.
+TEST(XmlParserHazards, LimitsDoNotAskTheCallback) {
+    std::istringstream stream(deep(4));
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    int reported = 0;
+    parser->setCallbackError([](const ZRError&, void* data) { ++*static_cast<int*>(data); },
+                             &reported);
+    parser->setLimits(limitsWith(&ZRLimits::elementDepth, 3));
+    parser->setInput(stream, u"", u"");
+    const std::string error = testing::errorOf([&parser] {
+        while (parser->next() != ZRXmlParser::END_DOCUMENT) {
+        }
+    });
+    EXPECT_EQ(error.substr(0, 37), "0x183A Limit exceeded: element depth.");
+    EXPECT_EQ(reported, 0);
+    EXPECT_EQ(parser->next(), ZRXmlParser::END_DOCUMENT);
+    EXPECT_EQ(reported, 1);  // the missing end tags
+}
+
+// Endless blanks behind a beginning. After some of them it sets a flag, as another thread would.
+class CancellingBuf : public testing::PiecewiseBuf {
+public:
+    CancellingBuf(std::string head, std::atomic<bool>& flag)
+        : PiecewiseBuf(std::move(head)), m_flag(flag) {}
+
+protected:
+    int_type atEnd() override {
+        m_flag = ++m_rounds == 10;
+        setg(m_blanks.data(), m_blanks.data(), m_blanks.data() + m_blanks.size());
+        return traits_type::to_int_type(' ');
+    }
+
+private:
+    std::atomic<bool>& m_flag;
+    std::string m_blanks = std::string(4096, ' ');
+    int m_rounds = 0;
+};
+
+TEST(XmlParserHazards, AParseCanBeCancelled) {
+    for (const char* head : {"<a>", "<!-- ", "<a b='", "<a "}) {
+        std::atomic<bool> flag = false;
+        CancellingBuf buffer(head, flag);
+        std::istream stream(&buffer);
+        ZRLimits limits;
+        limits.cancelFlag = &flag;
+        EXPECT_EQ(readAll(stream, limits).error.substr(0, 26), "Limit exceeded: cancelled.")
+            << head;
+    }
+}
+
+TEST(XmlParserHazards, EndlessExpansionCanBeCancelled) {
+    for (const char* content : {"&e;", "<b c='&e;'/>"}) {
+        std::istringstream stream(std::string("<!DOCTYPE a [<!ENTITY e '&#38;e;'>]><a>") + content);
+        const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+        std::atomic<bool> flag = false;
+        ZRLimits limits;
+        limits.cancelFlag = &flag;
+        parser->setLimits(limits);
+        parser->setInput(stream, u"", u"");
+        parser->next();
+        flag = true;
+        EXPECT_EQ(testing::errorOf([&parser] { parser->next(); }).substr(0, 33),
+                  "0x183A Limit exceeded: cancelled.");
+    }
+}
+
+// The first element of a document of any size comes after a few kilobytes.
+TEST(XmlParserHazards, TheFirstElementComesEarly) {
+    testing::PiecewiseBuf buffer("<a><b/>" + std::string(1'000'000, ' '), 4096);
+    std::istream stream(&buffer);
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    parser->setInput(stream, u"", u"");
+    parser->next();
+    EXPECT_EQ(buffer.refills(), 1U);
+}
+
+}  // namespace
+}  // namespace ZroCommon

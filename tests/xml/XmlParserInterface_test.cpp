@@ -1,0 +1,277 @@
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/Errors.h"
+#include "tests/support/Streams.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/XmlEvents.h"
+
+namespace ZroCommon {
+namespace {
+
+using testing::errorOf;
+using testing::utf8;
+using testing::xmlEvents;
+
+// A parser at the first event of a document.
+class ParserAt {
+public:
+    explicit ParserAt(const std::string& document)
+        : m_stream(document), m_parser(ZRXmlUtil::createXmlParser()) {
+        m_parser->setInput(m_stream, u"", u"");
+        m_parser->nextToken();
+    }
+    ZRXmlParser* operator->() const { return m_parser.get(); }
+
+private:
+    std::istringstream m_stream;
+    ZRPtr<ZRXmlParser> m_parser;
+};
+
+constexpr const char* kWrongState =
+    "0x080B SYSTEM ERROR: Cannot set a value on node type. [ZroCommon::XmlParserImpl::";
+
+TEST(XmlParserInterface, TellsItsType) {
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    EXPECT_EQ(parser->getTypeID(), 0x5C58F35AU);
+    EXPECT_EQ(utf8(parser->getTypeName()), "XmlParserImpl");
+    for (const unsigned int id : {0x5C58F35AU, 0x07416767U, 0x90AF0240U, 0xA4EBD8C4U}) {
+        EXPECT_TRUE(parser->isA(id));
+    }
+    EXPECT_FALSE(parser->isA(0xE6D5767DU));
+}
+
+TEST(XmlParserInterface, FeaturesStayOverInputs) {
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    const auto unknown = static_cast<ZRXmlParser::Feature>(6);
+    parser->setFeature(unknown, true);
+    EXPECT_FALSE(parser->getFeature(unknown));
+    parser->setFeature(ZRXmlParser::FEATURE_BUILTIN_ENCODINGS_ONLY, true);
+    std::istringstream stream("<a/>");
+    parser->setInput(stream, u"", u"");
+    EXPECT_TRUE(parser->getFeature(ZRXmlParser::FEATURE_BUILTIN_ENCODINGS_ONLY));
+    EXPECT_FALSE(parser->getFeature(ZRXmlParser::FEATURE_SKIP_EXTERNAL_SUBSET));
+}
+
+TEST(XmlParserInterface, BeforeAnyInput) {
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    EXPECT_EQ(parser->getLineNumber(), -1);
+    EXPECT_EQ(parser->getColumnNumber(), -1);
+    EXPECT_EQ(parser->getAttributeCount(), -1);
+    EXPECT_EQ(utf8(parser->getPositionDescription()), "START_DOCUMENT.");
+    const std::string wrongState = std::string(kWrongState) + "checkStream]";
+    EXPECT_EQ(errorOf([&parser] { parser->next(); }), wrongState);
+    EXPECT_EQ(errorOf([&parser] { parser->rewind(); }), wrongState);
+    parser->closeStream();
+}
+
+TEST(XmlParserInterface, ReadsFilesAndTellsTheirNames) {
+    const testing::TempFolder folder;
+    const UnicodeString path = folder.write("a.xml", "<a>\n</a>");
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    parser->setInput(path, u"", u"");
+    parser->next();
+    EXPECT_EQ(utf8(parser->getPositionDescription()),
+              "START_TAG, '" + folder.path() + "/a.xml', Line 1, Col 2.");
+    EXPECT_EQ(utf8(parser->getBaseUri()), folder.path() + "/");
+    // The stream was the parser's own and is gone.
+    EXPECT_EQ(errorOf([&parser] { parser->rewind(); }), std::string(kWrongState) + "checkStream]");
+}
+
+TEST(XmlParserInterface, InputsThatCannotBeRead) {
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    EXPECT_EQ(errorOf([&parser] { parser->setInput(u"/no/such.xml", u"", u""); }),
+              "0x1003 Cannot open file: file:/no/such.xml [ZroCommon::XmlParserImpl::setInput]");
+    const auto errorFor = [&parser](std::istream& stream) {
+        return errorOf([&] { parser->setInput(stream, u"", u""); });
+    };
+    std::istringstream empty;
+    EXPECT_EQ(errorFor(empty), "0x1004 Unexpected end of input stream. "
+                               "[ZroCommon::XmlParserImpl::checkStream]");
+    std::istream none(nullptr);
+    EXPECT_EQ(errorFor(none), "0x1006 Input stream error. "
+                              "[ZroCommon::XmlParserImpl::checkStream]");
+    testing::ThrowAtBuf throwing("", 0);
+    std::istream bad(&throwing);
+    EXPECT_EQ(errorFor(bad), "0x1006 Input stream error. "
+                             "[ZroCommon::XmlParserImpl::checkStream]");
+}
+
+TEST(XmlParserInterface, AStreamThatFailsInTheMiddleEndsTheDocument) {
+    const std::string document = "<a>xy<b/></a>";
+    for (std::size_t at = 1; at < document.size(); ++at) {
+        testing::ThrowAtBuf throwing(document, at);
+        std::istream failing(&throwing);
+        std::istringstream cut(document.substr(0, at));
+        EXPECT_EQ(xmlEvents(failing), xmlEvents(cut)) << at;
+        EXPECT_TRUE(failing.bad());
+    }
+}
+
+TEST(XmlParserInterface, TheEndSetsTheStateThatReadingWould) {
+    std::istringstream stream("<a/>");
+    stream.exceptions(std::ios_base::failbit | std::ios_base::eofbit);
+    EXPECT_EQ(xmlEvents(stream), "<a/>  </a>  .");
+    EXPECT_TRUE(stream.eof());
+    EXPECT_TRUE(stream.fail());
+}
+
+TEST(XmlParserInterface, RewindsAtAnyTime) {
+    std::istringstream stream("<a>x</a>");
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    parser->setInput(stream, u"", u"http://h/");
+    for (int events = 1; events < 6; ++events) {
+        for (int i = 0; i < events; ++i) {
+            parser->next();
+        }
+        parser->rewind();
+        EXPECT_EQ(parser->getEventType(), ZRXmlParser::START_DOCUMENT);
+        EXPECT_EQ(parser->getDepth(), 0);
+        EXPECT_EQ(utf8(parser->getBaseUri()), "http://h/");
+    }
+    EXPECT_EQ(testing::XmlEventLog(*parser, {}).read(), "<a>  'x'  </a>  .");
+}
+
+TEST(XmlParserInterface, AttributesByIndexAndByName) {
+    const ParserAt parser("<p:a xmlns:p='u' b='1' p:b='2'/>");
+    EXPECT_EQ(parser->getAttributeCount(), 3);
+    EXPECT_EQ(utf8(parser->getAttributeValue(ZRName(u"u"), ZRName(u"b"))), "2");
+    EXPECT_EQ(utf8(parser->getAttributeValue(ZRName(), ZRName(u"b"))), "1");
+    EXPECT_TRUE(parser->getAttributeValue(ZRName(u"v"), ZRName(u"b")).isBogus());
+    const std::string outOfRange =
+        "0x0804 SYSTEM ERROR: ZRErrorCodeZROLIB [ZroCommon::XmlParserImpl::getAttribute";
+    for (const int index : {-1, 3}) {
+        EXPECT_EQ(errorOf([&] { parser->getAttributeName(index); }), outOfRange + "Name]");
+        EXPECT_EQ(errorOf([&] { parser->getAttributePrefix(index); }), outOfRange + "Prefix]");
+        EXPECT_EQ(errorOf([&] { parser->getAttributeNamespace(index); }),
+                  outOfRange + "Namespace]");
+        EXPECT_EQ(errorOf([&] { parser->getAttributeValue(index); }), outOfRange + "Value]");
+    }
+    parser->nextToken();
+    EXPECT_EQ(parser->getAttributeCount(), -1);
+    EXPECT_EQ(errorOf([&] { parser->getAttributeName(0); }), outOfRange + "Name]");
+    EXPECT_EQ(errorOf([&] { parser->getAttributeValue(ZRName(), ZRName(u"b")); }),
+              outOfRange + "Value]");
+}
+
+// On purpose: an attribute without prefix is looked for in the default namespace.
+TEST(XmlParserInterface, AttributesByNameFollowTheDefaultNamespace) {
+    const ParserAt parser("<a xmlns='u' b='1'/>");
+    EXPECT_EQ(utf8(parser->getAttributeValue(ZRName(u"u"), ZRName(u"b"))), "1");
+    EXPECT_TRUE(parser->getAttributeValue(ZRName(), ZRName(u"b")).isBogus());
+    EXPECT_EQ(parser->getAttributeNamespace(1), ZRN_EMPTY);
+}
+
+TEST(XmlParserInterface, NamespaceDeclarationsByScope) {
+    const ParserAt parser("<a xmlns:zz='u' xmlns:xsl='v'><b xmlns:zz='u' xmlns:c='w'/></a>");
+    EXPECT_EQ(parser->getNamespaceCount(0), 2);
+    EXPECT_EQ(parser->getNamespaceCount(1), 2);
+    EXPECT_EQ(parser->getNamespaceCount(2), 0);
+    EXPECT_EQ(parser->getNamespaceCount(-1), 0);
+    // In the order of numbers: builtin names come first.
+    EXPECT_EQ(utf8(parser->getNamespacePrefix(0).toString()), "xsl");
+    EXPECT_EQ(utf8(parser->getNamespaceUri(1).toString()), "u");
+    EXPECT_TRUE(parser->getNamespacePrefix(2).isEmpty());
+    parser->nextToken();
+    // What was in force already is an attribute, but no declaration.
+    EXPECT_EQ(parser->getAttributeCount(), 2);
+    EXPECT_EQ(parser->getNamespaceCount(2), 1);
+    EXPECT_EQ(utf8(parser->getNamespace(ZRName(u"zz")).toString()), "u");
+}
+
+TEST(XmlParserInterface, QuestionsThatFitOtherEvents) {
+    const ParserAt parser("<a> <![CDATA[x]]></a>\n");
+    EXPECT_EQ(errorOf([&] { parser->isWhitespace(); }), std::string(kWrongState) + "isWhitespace]");
+    EXPECT_FALSE(parser->isEmptyElementTag());
+    parser->nextToken();
+    EXPECT_TRUE(parser->isWhitespace());
+    EXPECT_EQ(errorOf([&] { parser->isEmptyElementTag(); }),
+              std::string(kWrongState) + "isEmptyElementTag]");
+    EXPECT_TRUE(parser->getName().isEmpty());
+    parser->nextToken();
+    EXPECT_FALSE(parser->isWhitespace());
+    parser->nextToken();
+    EXPECT_EQ(parser->getDepth(), 1);
+    parser->nextToken();
+    EXPECT_TRUE(parser->isWhitespace());
+    EXPECT_EQ(parser->getDepth(), 0);
+}
+
+// The text of a reference is looked up once.
+TEST(XmlParserInterface, TheTextOfAReferenceIsKept) {
+    const ParserAt parser("<a>&lt;</a>");
+    parser->nextToken();
+    EXPECT_EQ(utf8(parser->getText()), "&#60;");
+    parser->defineEntityReplacementText(ZRN_lt, u"other");
+    EXPECT_EQ(utf8(parser->getText()), "&#60;");
+}
+
+// What a callback tries on the parser that called it.
+struct Intruder {
+    ZRXmlParser* parser;
+    std::istringstream other{"<other/>"};
+    std::vector<std::string> errors;
+
+    static void callback(const ZRError&, void* data) {
+        auto& self = *static_cast<Intruder*>(data);
+        ZRXmlParser& parser = *self.parser;
+        self.errors = {errorOf([&] { parser.next(); }),
+                       errorOf([&] { parser.nextToken(); }),
+                       errorOf([&] { parser.rewind(); }),
+                       errorOf([&] { parser.closeStream(); }),
+                       errorOf([&] { parser.setInput(self.other, u"", u""); }),
+                       errorOf([&] { parser.setInput(u"x", u"", u""); })};
+    }
+};
+
+TEST(XmlParserInterface, ACallbackCannotMoveTheParser) {
+    std::istringstream stream("<a>]]></a>");
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    Intruder intruder{parser.get(), {}, {}};
+    parser->setCallbackError(&Intruder::callback, &intruder);
+    parser->setInput(stream, u"", u"");
+    while (parser->next() != ZRXmlParser::END_DOCUMENT) {
+    }
+    EXPECT_EQ(intruder.errors,
+              std::vector<std::string>(6, std::string(kWrongState) + "checkStream]"));
+}
+
+// A callback that throws at its n-th call, for every n; then the parser reads another document.
+TEST(XmlParserInterface, ACallbackMayThrowAtAnyReport) {
+    struct Bomb {
+        int left;
+        static void callback(const ZRError&, void* data) {
+            if (--static_cast<Bomb*>(data)->left == 0) {
+                throw 1;
+            }
+        }
+    };
+    const std::string document =
+        "<!DOCTYPE a [<!ENTITY e 'x<'>%q;]><p:a b='&c;<' b='&e;' d=1>]]>&#0;&f;<!-- -- ---></c>"
+        "<![x]><?p?>";
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    int exploded = 0;
+    for (int n = 1; n < 40; ++n) {
+        Bomb bomb{n};
+        parser->setCallbackError(&Bomb::callback, &bomb);
+        std::istringstream stream(document);
+        try {
+            parser->setInput(stream, u"", u"");
+            while (parser->next() != ZRXmlParser::END_DOCUMENT) {
+            }
+        } catch (int) {
+            ++exploded;
+        }
+        parser->setCallbackError(nullptr, nullptr);
+        std::istringstream good("<a b='&lt;'>x</a>");
+        parser->setInput(good, u"", u"");
+        EXPECT_EQ(testing::XmlEventLog(*parser, {}).read(), "<a b=<>  'x'  </a>  .") << n;
+    }
+    EXPECT_GT(exploded, 12);
+}
+
+}  // namespace
+}  // namespace ZroCommon
