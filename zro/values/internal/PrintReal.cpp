@@ -4,12 +4,27 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
+
+#include "zro/foundation/internal/AppendNumber.h"
 
 namespace ZroCommon::internal {
+namespace {
+
+// Up to six digits and no sign of zero: what integers print alike, in a fraction of the time.
+bool isShortInteger(double number) {
+    return std::fabs(number) < 1e6 && number == std::trunc(number)
+           && !(number == 0 && std::signbit(number));
+}
+
+}  // namespace
 
 UnicodeString& appendReal(UnicodeString& text, double number) {
     if (std::isnan(number)) {
         return text.append(u"nan");
+    }
+    if (isShortInteger(number)) {
+        return appendNumber(text, static_cast<std::int64_t>(number));
     }
     constexpr int kDigits = 6;
     std::array<char, 32> narrow{};
