@@ -34,7 +34,8 @@ public:
     }
     template <class U, class = std::enable_if_t<std::is_convertible_v<U*, T*>>>
     ZRPtr& operator=(const ZRPtr<U>& other) {
-        return *this = other.get();
+        ZRPtr(other).swap(*this);
+        return *this;
     }
     ZRPtr& operator=(T* object) {
         ZRPtr(object).swap(*this);
