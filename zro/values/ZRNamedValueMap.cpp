@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace ZroCommon {
 
@@ -13,8 +14,10 @@ ZRNamedValueMap::~ZRNamedValueMap() {
     std::multimap<ZRNameEnum, ZRNamedValue> doomed;
     doomed.merge(m_items);
     while (!doomed.empty()) {
-        const auto item = doomed.extract(doomed.begin());
-        ZRNamedValueMap* map = item.mapped().getNamedValueMap();
+        const auto first = doomed.begin();
+        const ZRValue item = std::move(first->second);
+        doomed.erase(first);
+        ZRNamedValueMap* map = item.getNamedValueMap();
         // A count of 1 is the item's own reference. Giving it up and taking it back orders what
         // other owners did before they let go.
         if (map != nullptr && map->getRefCount() == 1 && map->removeRef() == 0) {
