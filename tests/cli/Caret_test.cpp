@@ -185,6 +185,30 @@ TEST(Caret, ErrorInAnEntityIsShownInItsFile) {
               "  hint: the open element is <c>, from line 2\n");
 }
 
+TEST(Caret, MissingEntityIsShownWhereItIsAskedFor) {
+    const Workplace place;
+    place.write("a.xml", "<!DOCTYPE a [<!ENTITY part SYSTEM 'none.ent'>]>\n<a>\n&part;\n</a>");
+    const Outcome outcome = place.run("zro check a.xml");
+    EXPECT_EQ(outcome.err, "a.xml:3:6: error: Cannot open file: file:" + place.path()
+                               + "/none.ent [0x1003]\n"
+                                 " 3 | &part;\n"
+                                 "   |      ^\n"
+                                 "  hint: no such file\n");
+}
+
+// The parser's position is that of the reference; the same token may stand elsewhere by chance.
+TEST(Caret, ErrorInAnInternalEntityIsShownAtItsReference) {
+    const Case cases[] = {
+        {"end tag", "<!DOCTYPE a [<!ENTITY e '</b>'>]>\n<a>\n&e; and on </a>",
+         "a.xml:3:3: error: End tag 'b' does not match the start tag 'a'. [0x1806]\n"
+         " 3 | &e; and on </a>\n"
+         "   |   ^\n"},
+    };
+    for (const Case& test : cases) {
+        expectShown(test);
+    }
+}
+
 TEST(Caret, ErrorInADtdIsShownInItsFile) {
     const Workplace place;
     place.write("a.xml", "<!DOCTYPE a SYSTEM 'a.dtd'>\n<a/>");

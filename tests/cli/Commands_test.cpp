@@ -167,6 +167,22 @@ TEST(Check, StopsAtTheNumberOfErrorsAskedFor) {
     EXPECT_EQ(place.run("zro check --max-errors 0 bad.xml").out, "bad.xml: 3 errors\n");
 }
 
+TEST(Check, CountsARunOfTextAtTheTopAsOneError) {
+    const Workplace place;
+    place.write("bad.xml", "<a/>\nsome text\nmore");
+    const Outcome outcome = place.run("zro check bad.xml");
+    EXPECT_EQ(outcome.out, "bad.xml: 2 errors\n");
+    EXPECT_EQ(outcome.err.substr(0, 12), "bad.xml:2:1:") << outcome;
+    EXPECT_NE(outcome.err.find("\nbad.xml:3:1:"), std::string::npos) << outcome;
+}
+
+TEST(Check, StopsWhereTheEncodingIsUnknown) {
+    const Workplace place;
+    place.write("bad.xml", "<?xml version='1.0' encoding='X-NONE'?><a></b>");
+    const Outcome outcome = place.run("zro check bad.xml");
+    EXPECT_EQ(outcome.out, "bad.xml: 1 error, stopped there\n") << outcome;
+}
+
 TEST(Uri, OperationsOnTexts) {
     const Workplace place;
     const struct {

@@ -49,6 +49,11 @@ std::string referenceIn(const ZRError& error) {
     return reference;
 }
 
+// How far behind the end of a token the parser may stand: some look-ahead, and behind a reference
+// in an entity's value at the end of the whole literal.
+constexpr std::size_t kLookAhead = 3;
+constexpr std::size_t kLiteral = 200;
+
 std::optional<Excerpt> namedPlace(const ZRError& error, const SourceText& source) {
     switch (plainCode(error)) {
     case 0x1801:  // what the end of the input came too early for
@@ -57,23 +62,23 @@ std::optional<Excerpt> namedPlace(const ZRError& error, const SourceText& source
     case 0x181A:
     case 0x182D:
     case 0x182F: return source.behindPosition();
-    case 0x1802: return source.lastOf(U"<");
-    case 0x1806: return source.lastOf(wide("</" + quotedIn(error)));
+    case 0x1802: return source.lastOf(U"<", kLookAhead);
+    case 0x1806: return source.lastOf(wide("</" + quotedIn(error)), kLookAhead);
     case 0x1807: return source.prefixInTag(wide(argumentOf(error)));
     case 0x1808: return source.attributeInTag(wide(argumentOf(error)));
-    case 0x1810: return source.lastOf(U"]]>");
+    case 0x1810: return source.lastOf(U"]]>", kLookAhead);
     case 0x1814:
-    case 0x1815: return source.lastOf(U"<!DOCTYPE");
-    case 0x1821: return source.lastOf(U"<?xml");
-    case 0x181B: return source.lastOf(U"&");
-    case 0x181D:
-    case 0x181E:
+    case 0x1815: return source.lastOf(U"<!DOCTYPE", kLookAhead);
+    case 0x1821: return source.lastOf(U"<?xml", kLookAhead);
+    case 0x181B: return source.lastOf(U"&", kLookAhead);
     case 0x182B:
-    case 0x182C: return source.lastOf(wide(argumentOf(error)));
+    case 0x182C: return source.lastOf(wide(argumentOf(error)), kLookAhead);
+    case 0x181D:
+    case 0x181E: return source.lastOf(wide(argumentOf(error)), kLiteral);
     case 0x181C:
     case 0x1831:
     case 0x1832:
-    case 0x1833: return source.lastOf(wide(referenceIn(error)));
+    case 0x1833: return source.lastOf(wide(referenceIn(error)), kLiteral);
     default: return std::nullopt;
     }
 }

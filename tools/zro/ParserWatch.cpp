@@ -11,6 +11,8 @@ using ZroCommon::ZRError;
 using ZroCommon::ZRXmlParser;
 
 constexpr int kCannotOpen = 0x1003;
+constexpr int kTextAtTopLevel = 0x180E;
+constexpr int kUnknownEncoding = 0x1835;
 
 }  // namespace
 
@@ -39,9 +41,13 @@ void ParserWatch::open() {
 
 void ParserWatch::onError(const ZRError& error, void* self) {
     auto& watch = *static_cast<ParserWatch*>(self);
-    const auto position = parsePosition(watch.m_parser.getPositionDescription());
-    watch.add(error, position.value_or(Position()));
-    if (watch.m_errorCount == watch.m_mostErrors) {
+    const auto position =
+        parsePosition(watch.m_parser.getPositionDescription()).value_or(Position());
+    if (watch.isRepetition(error, position)) {
+        return;
+    }
+    watch.add(error, position);
+    if (watch.m_errorCount == watch.m_mostErrors || plainCode(error) == kUnknownEncoding) {
         watch.m_ended = true;
         ZRError fatal = error;
         fatal.setErrorCode(static_cast<unsigned short>(plainCode(error)));
@@ -55,9 +61,19 @@ void ParserWatch::report(const ZRError& thrown) {
     }
     ZRError error = thrown;
     UnicodeString message = thrown.getRawMessage();
-    const auto position = takePosition(message);
+    auto position = takePosition(message);
     error.setRawMessage(message);
+    if (!position) {  // of a resource; the parser stands where it is asked for
+        position = parsePosition(m_parser.getPositionDescription());
+    }
     add(error, position.value_or(Position()));
+}
+
+bool ParserWatch::isRepetition(const ZRError& error, const Position& position) {
+    const Position last = std::exchange(m_lastPosition, position);
+    const int lastCode = std::exchange(m_lastCode, plainCode(error));
+    return lastCode == kTextAtTopLevel && m_lastCode == kTextAtTopLevel
+           && last.name == position.name && last.line == position.line;
 }
 
 void ParserWatch::add(const ZRError& error, const Position& position) {

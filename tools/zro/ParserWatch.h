@@ -17,8 +17,9 @@ namespace zro {
 
 /// Listens to a parser's errors and reports them with position, source line and advice.
 ///
-/// Ends the parse, by throwing a `ZRError` out of the callback, after a number of errors. Lives no
-/// longer than the parser.
+/// Ends the parse, by throwing a `ZRError` out of the callback, after a number of errors, and
+/// behind an error that leaves nothing that could be read rightly. A run of text where none may be
+/// is one error, though the parser reports each character. Lives no longer than the parser.
 class ParserWatch {
 public:
     /// \param mostErrors  the parse ends with the error of this number; 0 means never
@@ -39,13 +40,14 @@ public:
     void report(const ZroCommon::ZRError& thrown);
 
     int errorCount() const { return m_errorCount; }
-    /// Whether the parse was ended since there were too many errors.
+    /// Whether the parse was ended on purpose.
     bool isEnded() const { return m_ended; }
 
 private:
     static void onError(const ZroCommon::ZRError& error, void* self);
 
     void add(const ZroCommon::ZRError& error, const Position& position);
+    bool isRepetition(const ZroCommon::ZRError& error, const Position& position);
     bool isDocument(const UnicodeString& name) const;
     std::string shownName(const UnicodeString& name) const;
     SourceText* sourceOf(const UnicodeString& name, ReadPosition position);
@@ -58,6 +60,8 @@ private:
     int m_mostErrors;
     std::function<std::vector<OpenElement>()> m_openElements;
     int m_errorCount = 0;
+    int m_lastCode = 0;
+    Position m_lastPosition;
     bool m_ended = false;
     std::unique_ptr<SourceText> m_source;  // of the file that had the last error
     UnicodeString m_sourceName;

@@ -170,10 +170,11 @@ Excerpt SourceText::excerptAt(const Joined& joined, std::size_t offset, std::siz
     return excerpt(index, offset - joined.starts[index], length);
 }
 
-std::optional<Excerpt> SourceText::lastOf(std::u32string_view text) const {
+std::optional<Excerpt> SourceText::lastOf(std::u32string_view text, std::size_t distance) const {
     const Joined all = joined();
     const std::size_t offset = all.text.rfind(text);
-    if (text.empty() || offset == std::u32string::npos) {
+    if (text.empty() || offset == std::u32string::npos
+        || offset + text.size() + distance < all.text.size()) {
         return std::nullopt;
     }
     return excerptAt(all, offset, text.size());

@@ -45,8 +45,9 @@ public:
     /// The place behind that: where something is missing.
     Excerpt behindPosition() const;
 
-    /// The last place up to the position that holds the text, if it is not far.
-    std::optional<Excerpt> lastOf(std::u32string_view text) const;
+    /// The last place up to the position that holds the text, if no more than `distance` characters
+    /// are between it and the position.
+    std::optional<Excerpt> lastOf(std::u32string_view text, std::size_t distance) const;
 
     /// A prefix, without its colon, where the tag before the position first uses it.
     std::optional<Excerpt> prefixInTag(std::u32string_view prefix) const;
