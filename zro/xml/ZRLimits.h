@@ -24,12 +24,17 @@ struct ZRLimits {
     /// External inputs open inside one another. Breach: "input nesting".
     std::uint32_t inputNesting = 0;
 
+    /// Nothing but the document itself is opened: an external entity is a breach, "external
+    /// entity", and an external subset is skipped. The MathML entities, which need no opening,
+    /// stay.
+    bool denyExternal = false;
+
     /// Set to true, from any thread, to end the parse: "cancelled". Not owned, may be null; lives
     /// as long as the parser that has it.
     const std::atomic<bool>* cancelFlag = nullptr;
 
     /// What suits documents from strangers: depth 2048, expansion 100 times beyond 8 Mi units,
-    /// nesting 40.
+    /// nesting 40. External inputs stay allowed; see `denyExternal`.
     static constexpr ZRLimits strict() {
         ZRLimits limits;
         limits.elementDepth = 2048;

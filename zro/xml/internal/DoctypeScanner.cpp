@@ -134,6 +134,9 @@ void DoctypeScanner::loadSubset(const UnicodeString& systemId) {
     if (uri.toString().startsWith(kMathMLDirectory)) {
         return m_state.entities.addMathML();
     }
+    if (m_state.reader.limits.denyExternal) {
+        return;
+    }
     const BusyScope busy(m_state);
     m_state.entities.merge(*externalSubset(
         uri.toString(), uri.isAbsolute() ? UnicodeString() : baseUri, m_state.reader.limits));

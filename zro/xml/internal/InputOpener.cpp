@@ -194,6 +194,9 @@ void InputOpener::readDeclarationEnd() {
 // External entities.
 
 void InputOpener::openEntity(const UnicodeString& systemId) {
+    if (m_state.reader.limits.denyExternal) {
+        throw LimitBreach{u"external entity"};
+    }
     const ZRUri base(m_state.reader.input().baseUri, URISTR_PATH_OR_URI_CSS);
     const ZRUri uri(base, systemId, URISTR_PATH_OR_URI_CSS);
     std::unique_ptr<std::istream> stream;

@@ -64,30 +64,32 @@ bool isNameCharacter(char32_t c) {
                     : isIn(kStartRanges, c) || isIn(kFurtherRanges, c);
 }
 
-bool NameReader::Entry::is(std::uint32_t otherHash, std::u16string_view otherText) const {
-    return hash == otherHash && length == otherText.size()
-           && sameUnits(text.data(), otherText.data(), length);
+bool KnownName::isText(const char16_t* units) const {
+    return sameUnits(text.data(), units, length);
 }
 
-const NameReader::Entry* NameReader::find(std::uint32_t hash, std::u16string_view text) const {
+const KnownName* NameReader::find(std::uint32_t hash, std::u16string_view text) const {
     for (std::size_t at = hash % kIndexSize; m_index[at] != 0; at = (at + 1) % kIndexSize) {
-        const Entry& entry = m_entries[m_index[at] - 1U];
-        if (entry.is(hash, text)) {
-            return &entry;
+        const KnownName& known = m_entries[m_index[at] - 1U];
+        if (known.hash == hash && known.length == text.size() && known.isText(text.data())) {
+            return &known;
         }
     }
     return nullptr;
 }
 
 void NameReader::remember(std::uint32_t hash, std::u16string_view text, QName name) {
-    if (text.empty() || text.size() > Entry::kMostUnits) {
+    m_lastKnown = nullptr;
+    if (text.size() > KnownName::kMostUnits) {
         return;
     }
+    m_entries.reserve(kMostEntries);
     if (m_entries.size() == kMostEntries) {
         m_entries.clear();
         m_index.fill(0);
     }
-    Entry& entry = m_entries.emplace_back();
+    KnownName& entry = m_entries.emplace_back();
+    m_lastKnown = &entry;
     entry.hash = hash;
     entry.name = name;
     entry.length = static_cast<std::uint16_t>(text.size());
@@ -102,8 +104,9 @@ void NameReader::remember(std::uint32_t hash, std::u16string_view text, QName na
 // The text is a name, so that what the cache holds can be taken for one.
 ZRName NameReader::intern(std::u16string_view text) {
     const std::uint32_t hash = builtinNameHash(text);
-    if (const Entry* entry = find(hash, text)) {
-        return entry->name.local;
+    if (const KnownName* known = find(hash, text)) {
+        m_lastKnown = known;
+        return known->name.local;
     }
     const ZRName name = internSharedName(text);
     remember(hash, text, {ZRName(), name});
@@ -174,11 +177,12 @@ bool NameReader::readKnownQName(QName& name) {
         return false;
     }
     const std::u16string_view text(run.at, static_cast<std::size_t>(end - run.at));
-    const QName* known = findKnown(text);
+    const KnownName* known = find(builtinNameHash(text), text);
     if (known == nullptr) {
         return false;
     }
-    name = *known;
+    m_lastKnown = known;
+    name = known->name;
     m_reader.moveTo(end + 1);
     m_reader.pushBack(*end);
     return true;
@@ -209,7 +213,8 @@ bool NameReader::readNewQName(QName& name) {
     text += u':';
     text += viewOf(name.local.toString());
     const std::uint32_t hash = builtinNameHash(text);
-    if (find(hash, text) == nullptr) {
+    m_lastKnown = find(hash, text);
+    if (m_lastKnown == nullptr) {
         remember(hash, text, name);
     }
     return true;

@@ -24,6 +24,19 @@ struct QName {
     ZRName local;
 };
 
+/// A qualified name with its text. 64 bytes; the texts of common names lie inside.
+struct KnownName {
+    static constexpr std::size_t kMostUnits = 25;
+
+    std::uint32_t hash = 0;
+    QName name;
+    std::uint16_t length = 0;
+    std::array<char16_t, kMostUnits> text{};
+
+    /// Whether these `length` units are the text.
+    bool isText(const char16_t* units) const;
+};
+
 /// Reads names and interns them.
 ///
 /// Qualified names that were met before are found by their text in a small cache of the parser's
@@ -42,30 +55,22 @@ public:
     /// The qualified name of this text, if it was met before, else null. Holds until the next name
     /// is read.
     const QName* findKnown(std::u16string_view text) const {
-        const Entry* entry = find(builtinNameHash(text), text);
-        return entry == nullptr ? nullptr : &entry->name;
+        const KnownName* known = find(builtinNameHash(text), text);
+        return known == nullptr ? nullptr : &known->name;
     }
+
+    /// The entry of the last qualified name that was found or added, null when there is none. It
+    /// stays where it is, but may become another name.
+    const KnownName* lastKnown() const { return m_lastKnown; }
 
     /// Skips white space. \return whether there was any
     bool skipSpace();
 
 private:
-    // 64 bytes; texts of common names lie inside.
-    struct Entry {
-        static constexpr std::size_t kMostUnits = 25;
-
-        std::uint32_t hash = 0;
-        QName name;
-        std::uint16_t length = 0;
-        std::array<char16_t, kMostUnits> text{};
-
-        bool is(std::uint32_t otherHash, std::u16string_view otherText) const;
-    };
-
     static constexpr std::size_t kIndexSize = 1024;
     static constexpr std::size_t kMostEntries = 512;
 
-    const Entry* find(std::uint32_t hash, std::u16string_view text) const;
+    const KnownName* find(std::uint32_t hash, std::u16string_view text) const;
     void remember(std::uint32_t hash, std::u16string_view text, QName name);
     ZRName intern(std::u16string_view text);
     bool readKnownQName(QName& name);
@@ -75,7 +80,8 @@ private:
 
     CharReader& m_reader;
     std::u16string m_scratch;
-    std::vector<Entry> m_entries;
+    std::vector<KnownName> m_entries;  // reserved, so that they never move
+    const KnownName* m_lastKnown = nullptr;
     std::array<std::uint16_t, kIndexSize> m_index{};  // entry number plus 1, open addressing
 };
 

@@ -163,11 +163,17 @@ inline void countLines(const char16_t* at, const char16_t* end, LineCount& count
         const __m128i units = simd::load(at);
         const __m128i kind = _mm_and_si128(units, simd::all(0xFC00));
         const unsigned leads = simd::maskOf(_mm_cmpeq_epi16(kind, simd::all(0xD800)));
-        const unsigned ends = simd::maskOf(_mm_cmpeq_epi16(units, simd::all(u'\n')));
-        if ((leads | ends) == 0) {
+        unsigned ends = simd::maskOf(_mm_cmpeq_epi16(units, simd::all(u'\n')));
+        if (leads != 0) {
+            scalar::countLines(at, at + simd::kStep, count);
+        } else if (ends == 0) {
             count.characters += simd::kStep;
         } else {
-            scalar::countLines(at, at + simd::kStep, count);
+            count.characters = static_cast<std::size_t>(std::countl_zero(ends << 16U)) / 2;
+            for (; ends != 0; ends &= ends - 1) {
+                ends &= ends - 1;  // two bits a unit
+                ++count.lines;
+            }
         }
     }
     scalar::countLines(at, end, count);

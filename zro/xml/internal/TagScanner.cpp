@@ -54,6 +54,7 @@ void TagScanner::readStartTag() {
         && static_cast<std::uint32_t>(m_state.depth()) >= limits.elementDepth) {
         throw LimitBreach{u"element depth"};
     }
+    noteOpenName();
     m_state.namespaces->pushScope();
     m_state.attributes.clear();
     m_state.values.clear();
@@ -62,6 +63,14 @@ void TagScanner::readStartTag() {
     resolveElement(name);
     noteRoot(name);
     resolveAttributes();
+}
+
+void TagScanner::noteOpenName() {
+    const auto depth = static_cast<std::size_t>(m_state.depth());
+    if (m_openNames.size() <= depth) {
+        m_openNames.resize(depth + 1);
+    }
+    m_openNames[depth] = m_state.names.lastKnown();
 }
 
 void TagScanner::readAttributes() {
@@ -285,9 +294,31 @@ void TagScanner::findDuplicatesAmongMany() {
     std::sort(m_duplicates.begin(), m_duplicates.end());
 }
 
+// The common case: the text of the start tag's name, and ">" right behind it.
+bool TagScanner::readExpectedEndTag() {
+    const auto depth = static_cast<std::size_t>(m_state.depth());
+    const KnownName* known =
+        depth == 0 || depth > m_openNames.size() ? nullptr : m_openNames[depth - 1];
+    const NamespaceManager& open = *m_state.namespaces;
+    if (known == nullptr || known->name.local != open.elementName()
+        || known->name.prefix != open.elementPrefix()) {
+        return false;
+    }
+    const Run& run = m_state.reader.run();
+    if (run.end - run.at <= known->length || run.at[known->length] != u'>'
+        || !known->isText(run.at)) {
+        return false;
+    }
+    m_state.reader.moveTo(run.at + known->length + 1);
+    return true;
+}
+
 void TagScanner::readEndTag() {
     m_state.lookahead = Lookahead::None;
     m_state.event = Parser::END_TAG;
+    if (readExpectedEndTag()) {
+        return;
+    }
     const char32_t first = m_state.reader.get();
     m_state.reader.pushBack(first);
     if (isXmlSpace(first)) {

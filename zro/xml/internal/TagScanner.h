@@ -20,6 +20,8 @@ public:
     void readEndTag();
 
 private:
+    void noteOpenName();
+    bool readExpectedEndTag();
     void readAttributes();
     bool readPlainAttributes();
     const char16_t* readPlainAttribute(const char16_t* at, const char16_t* end);
@@ -36,6 +38,7 @@ private:
 
     ParserState& m_state;
     LiteralReader& m_literals;
+    std::vector<const KnownName*> m_openNames;  // by depth; a guess at what ends the element
     std::vector<std::size_t> m_duplicates;
     std::vector<std::size_t> m_order;
 };
