@@ -33,6 +33,9 @@ if(TARGET zrocommon_static)
   zro_install_targets(static zrocommon_static)
 endif()
 if(TARGET zro)
+  # The program finds the library it was installed with, wherever the tree is moved.
+  file(RELATIVE_PATH _lib "/p/${CMAKE_INSTALL_BINDIR}" "/p/${CMAKE_INSTALL_LIBDIR}")
+  set_target_properties(zro PROPERTIES INSTALL_RPATH "$ORIGIN/${_lib}")
   zro_install_targets(tools zro)
 endif()
 
