@@ -86,24 +86,24 @@ TEST(Decoder, Utf8IsDecodedByShapeAlone) {
 }
 
 TEST(Decoder, WhatUtf16CannotCarryLeavesTheWindow) {
-    static const std::u32string lead(1, static_cast<char32_t>(0xD800));
-    static const std::u32string trail(1, static_cast<char32_t>(0xDC00));
-    static const std::u32string none(1, static_cast<char32_t>(0xFFFF));
-    static const std::u32string above(1, static_cast<char32_t>(0x110000));
-    static const std::u32string far(1, static_cast<char32_t>(0xFFFFFFFF));
+    static const std::u32string s_lead(1, static_cast<char32_t>(0xD800));
+    static const std::u32string s_trail(1, static_cast<char32_t>(0xDC00));
+    static const std::u32string s_none(1, static_cast<char32_t>(0xFFFF));
+    static const std::u32string s_above(1, static_cast<char32_t>(0x110000));
+    static const std::u32string s_far(1, static_cast<char32_t>(0xFFFFFFFF));
     expectRows({
-        {Mode::Utf8, "\xED\xA0\x80"sv, lead},
-        {Mode::Utf8, "\xED\xB0\x80"sv, trail},
-        {Mode::Utf8, "\xEF\xBF\xBF"sv, none},
-        {Mode::Utf8, "\xF4\x90\x80\x80"sv, above},
-        {Mode::Utf16LE, "\x00\xDC"sv, trail},
-        {Mode::Utf16BE, "\xFF\xFF"sv, none},
-        {Mode::Utf32LE, "\x00\x00\x11\x00"sv, above},
-        {Mode::Utf32BE, "\xFF\xFF\xFF\xFF"sv, far},
-        {Mode::Utf32BE, "\x00\x00\xD8\x00"sv, lead},
+        {Mode::Utf8, "\xED\xA0\x80"sv, s_lead},
+        {Mode::Utf8, "\xED\xB0\x80"sv, s_trail},
+        {Mode::Utf8, "\xEF\xBF\xBF"sv, s_none},
+        {Mode::Utf8, "\xF4\x90\x80\x80"sv, s_above},
+        {Mode::Utf16LE, "\x00\xDC"sv, s_trail},
+        {Mode::Utf16BE, "\xFF\xFF"sv, s_none},
+        {Mode::Utf32LE, "\x00\x00\x11\x00"sv, s_above},
+        {Mode::Utf32BE, "\xFF\xFF\xFF\xFF"sv, s_far},
+        {Mode::Utf32BE, "\x00\x00\xD8\x00"sv, s_lead},
     });
     // Two of them never join to one character.
-    EXPECT_EQ(decodeAll(Mode::Utf8, "\xED\xA0\x80\xED\xB0\x80").characters, lead + trail);
+    EXPECT_EQ(decodeAll(Mode::Utf8, "\xED\xA0\x80\xED\xB0\x80").characters, s_lead + s_trail);
 }
 
 TEST(Decoder, WideEncodings) {
@@ -149,34 +149,43 @@ TEST(Decoder, AnOpenInputKeepsWhatIsNotWhole) {
     EXPECT_EQ(decodeAll(Mode::Utf16LE, "a\0b"sv, InputTail::Open).left, 1U);
 }
 
-// Whole windows by vector steps against one character at a time, over bytes of every kind.
+// The same one character at a time, by the plain rules.
+std::u32string decodeSingly(Mode mode, std::string_view bytes) {
+    std::u32string result;
+    const unsigned char* at = bytesOf(bytes);
+    const unsigned char* const end = at + bytes.size();
+    while (at != end) {
+        const DecodedOne one = decodeOne(mode, at, end, true);
+        at += one.length;
+        const bool isReturn = one.character == U'\r';
+        if (isReturn && at != end) {
+            const DecodedOne two = decodeOne(mode, at, end, true);
+            at += two.character == U'\n' || two.character == 0x85 ? two.length : 0;
+        }
+        const bool isEnd = isReturn || one.character == 0x85 || one.character == 0x2028;
+        result += isEnd ? U'\n' : one.character;
+    }
+    return result;
+}
+
+std::string randomBytes(std::mt19937& random) {
+    static constexpr std::string_view kBytes =
+        "a\r\n\xC2\x85\xE2\x80\xA8\xED\xA0\xF0\x9F\xEF\xBF\0<"sv;
+    std::string bytes(random() % 60, 'x');
+    for (char& byte : bytes) {
+        byte = random() % 4 != 0 ? 'x' : kBytes[random() % kBytes.size()];
+    }
+    return bytes;
+}
+
 TEST(Decoder, BlocksAndSingleCharactersAgree) {
-    static constexpr std::array kBytes = {'a',    '\r',   '\n',   '\xC2', '\x85', '\xE2',
-                                          '\x80', '\xA8', '\xED', '\xA0', '\xF0', '\x9F',
-                                          '\xEF', '\xBF', '\0',   '<'};
     static constexpr std::array kModes = {Mode::Unknown, Mode::Utf8,    Mode::Utf16LE,
                                           Mode::Utf16BE, Mode::Utf32LE, Mode::Latin1};
     std::mt19937 random(7);
     for (int round = 0; round < 4000; ++round) {
-        std::string bytes(random() % 60, 'x');
-        for (char& byte : bytes) {
-            byte = random() % 4 != 0 ? 'x' : kBytes[random() % kBytes.size()];
-        }
+        const std::string bytes = randomBytes(random);
         for (const Mode mode : kModes) {
-            std::u32string single;
-            const unsigned char* at = bytesOf(bytes);
-            for (const unsigned char* end = at + bytes.size(); at != end;) {
-                const DecodedOne one = decodeOne(mode, at, end, true);
-                at += one.length;
-                const bool isReturn = one.character == U'\r';
-                const bool isEnd = one.character == 0x85 || one.character == 0x2028;
-                if (isReturn && at != end) {
-                    const DecodedOne two = decodeOne(mode, at, end, true);
-                    at += two.character == U'\n' || two.character == 0x85 ? two.length : 0;
-                }
-                single += isReturn || isEnd ? U'\n' : one.character;
-            }
-            ASSERT_EQ(decodeAll(mode, bytes).characters, single)
+            ASSERT_EQ(decodeAll(mode, bytes).characters, decodeSingly(mode, bytes))
                 << ::testing::PrintToString(bytes) << " mode " << static_cast<int>(mode);
         }
     }

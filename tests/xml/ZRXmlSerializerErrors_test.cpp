@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/Errors.h"
+#include "tests/support/NamesStay.h"
 #include "tests/support/Text.h"
 #include "tests/xml/SerializerCalls.h"
 
@@ -22,6 +23,7 @@ using testing::text;
 using testing::written;
 
 TEST(ZRXmlSerializerErrors, RefusesWrongCalls) {
+    const testing::NamesStay names;
     const ZRName uri = name("urn:1");
     const ZRName p = name("p");
     const struct {

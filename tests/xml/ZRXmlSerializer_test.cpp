@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/NamesStay.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/Text.h"
 #include "tests/xml/SerializerCalls.h"
@@ -198,6 +199,7 @@ TEST(ZRXmlSerializer, LongTextsGoThroughInBlocks) {
 }
 
 TEST(ZRXmlSerializer, WritesDeclarationsBehindTheAttributes) {
+    const testing::NamesStay names;
     const ZRName u1 = name("urn:1");
     const ZRName u2 = name("urn:2");
     const ZRName p = name("prefix-a");
@@ -271,6 +273,7 @@ TEST(ZRXmlSerializer, FindsOrMakesPrefixes) {
 }
 
 TEST(ZRXmlSerializer, AMadePrefixIsDeclaredWithItsTag) {
+    const testing::NamesStay names;
     const ZRName uri = name("urn:made");
     ZRName made;
     const std::string result = written([&](ZRXmlSerializer& s) {

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/Errors.h"
+#include "tests/support/NamesStay.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/Text.h"
 
@@ -83,6 +84,7 @@ std::string rootOf(const std::string& document) {
 }
 
 TEST(ZRXmlUtil, LooksAtTheRoot) {
+    const testing::NamesStay names;
     const struct {
         const char* document;
         const char* root;

@@ -19,7 +19,7 @@ struct ZRLimits {
     /// input; looked at once they exceed `entityExpansionThreshold`. Breach: "entity expansion".
     std::uint32_t entityExpansionFactor = 0;
     /// UTF-16 units of replacement text that are always allowed.
-    std::uint64_t entityExpansionThreshold = 8U * 1024U * 1024U;
+    std::uint64_t entityExpansionThreshold = std::uint64_t{8} * 1024 * 1024;
 
     /// External inputs open inside one another. Breach: "input nesting".
     std::uint32_t inputNesting = 0;

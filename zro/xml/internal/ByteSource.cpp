@@ -11,8 +11,8 @@ using Traits = std::istream::traits_type;
 
 // Small at first, so that the first event of a large document costs no more than that of a small
 // one.
-constexpr std::size_t kFirstBlock = 4 * 1024;
-constexpr std::size_t kLargestBlock = 32 * 1024;
+constexpr std::size_t kFirstBlock = 4096;
+constexpr std::size_t kLargestBlock = 32768;
 
 }  // namespace
 

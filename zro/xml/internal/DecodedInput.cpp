@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t kHistory = 2;
 constexpr std::size_t kFirstWindow = 1024;
-constexpr std::size_t kLargestWindow = 32 * 1024;
+constexpr std::size_t kLargestWindow = 32768;
 
 // How many bytes the first units of a window were made from.
 std::size_t bytesOfUnits(EncodingMode mode, const unsigned char* bytes, std::size_t count,

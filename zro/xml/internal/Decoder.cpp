@@ -29,8 +29,8 @@ constexpr bool isPlain(char32_t c) {
 
 // The bytes that are there, one by one; `next` after the last one says so and gives no byte.
 struct Bytes {
-    const Byte* at;
-    const Byte* end;
+    const Byte* at = nullptr;
+    const Byte* end = nullptr;
     bool exhausted = false;
 
     bool next(Byte& byte) {

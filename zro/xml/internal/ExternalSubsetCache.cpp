@@ -17,7 +17,7 @@ struct Cache {
 
 // Never destroyed, since parsers of other static objects may still run at the end of the process.
 Cache& cache() {
-    static Cache* const s_cache = new Cache;
+    static auto* const s_cache = new Cache;
     return *s_cache;
 }
 

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::size_t kFirstCapacity = 256;
 constexpr std::size_t kMostUnits = 0x7FFFFFFF;  // what a UnicodeString can hold
-constexpr std::size_t kKeptCapacity = 64 * 1024;
+constexpr std::size_t kKeptCapacity = 65536;
 
 }  // namespace
 
