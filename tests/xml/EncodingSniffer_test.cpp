@@ -1,5 +1,6 @@
 #include "zro/xml/internal/EncodingSniffer.h"
 
+#include <locale>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -22,6 +23,7 @@ std::string sniffed(std::string_view bytes, EncodingMode preset = EncodingMode::
     encoding.mode = preset;
     const Sniffed result = sniffEncoding(source, encoding);
     std::ostringstream text;
+    text.imbue(std::locale::classic());
     text << static_cast<int>(encoding.mode) << ' ' << testing::utf8(encoding.name)
          << (encoding.bomSeen ? " bom" : "") << (result.isValid ? "" : " invalid") << std::hex
          << std::uppercase;
