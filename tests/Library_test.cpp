@@ -1,12 +1,17 @@
 #include "zro/Library.h"
 
 #include <cstdlib>
+#include <memory>
 
 #include <gtest/gtest.h>
 #include <unicode/locid.h>
 
+#include "tests/support/TempFolder.h"
 #include "zro/text/ZRUtil.h"
 #include "zro/vocabulary/ZRNameTable.h"
+#include "zro/xml/ZRLimits.h"
+#include "zro/xml/internal/EntityTable.h"
+#include "zro/xml/internal/ExternalSubsetCache.h"
 
 namespace ZroCommon {
 namespace {
@@ -31,6 +36,20 @@ TEST(Library, CanBeReferencedByALinker) {
 
 TEST(LibraryDeathTest, CleanupEndsNamesAndMayComeTwice) {
     EXPECT_EXIT(useAndCleanUp(), ::testing::ExitedWithCode(0), "");
+}
+
+[[noreturn]] void readASubsetAndCleanUp(const UnicodeString& uri) {
+    ZRNameTable::addRefSharedNameTable();
+    const std::weak_ptr table = internal::externalSubset(uri, UnicodeString(), ZRLimits());
+    const bool wasKept = !table.expired();
+    cleanup();
+    std::exit(wasKept && table.expired() ? 0 : 1);
+}
+
+TEST(LibraryDeathTest, CleanupForgetsExternalSubsets) {
+    const testing::TempFolder folder;
+    const UnicodeString uri = folder.write("s.dtd", "<!ENTITY e 'x'>");
+    EXPECT_EXIT(readASubsetAndCleanUp(uri), ::testing::ExitedWithCode(0), "");
 }
 
 }  // namespace

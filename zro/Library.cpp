@@ -7,6 +7,7 @@
 #include "zro/vocabulary/MathMLName.h"
 #include "zro/vocabulary/SVGName.h"
 #include "zro/vocabulary/ZRNameTable.h"
+#include "zro/xml/internal/ExternalSubsetCache.h"
 
 namespace ZroCommon {
 
@@ -15,6 +16,7 @@ int getLibVersion() {
 }
 
 void cleanup() {
+    internal::forgetExternalSubsets();  // they hold names of the table
     ZRNameTable::cleanup();
     ZRUtil::cleanup();
     ZRLang::cleanup();

@@ -47,4 +47,9 @@ Table externalSubset(const UnicodeString& uri, const UnicodeString& baseUri,
     return cache().tables.emplace(uri, std::move(table)).first->second;
 }
 
+void forgetExternalSubsets() {
+    const std::lock_guard guard(cache().lock);
+    cache().tables.clear();
+}
+
 }  // namespace ZroCommon::internal

@@ -17,4 +17,7 @@ namespace ZroCommon::internal {
 std::shared_ptr<const EntityTable>
 externalSubset(const UnicodeString& uri, const UnicodeString& baseUri, const ZRLimits& limits);
 
+/// Forgets all of them; tables in use stay with their users.
+void forgetExternalSubsets();
+
 }  // namespace ZroCommon::internal
