@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "zro/foundation/internal/AppendNumber.h"
+#include "zro/foundation/internal/PrintReal.h"
 #include "zro/values/ZRNamedValueMap.h"
-#include "zro/values/internal/PrintReal.h"
 #include "zro/values/internal/Units.h"
 
 namespace ZroCommon {

@@ -1,4 +1,4 @@
-#include "zro/values/internal/PrintReal.h"
+#include "zro/foundation/internal/PrintReal.h"
 
 #include <algorithm>
 #include <array>
