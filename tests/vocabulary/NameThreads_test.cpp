@@ -59,6 +59,19 @@ TEST(NameThreads, TextsOutliveTablesThatComeAndGo) {
     EXPECT_EQ(wrong, 0);
 }
 
+TEST(NameThreads, BuiltinTextsAreThereForWhoeverAsksFirst) {
+    std::atomic<int> wrong{0};
+    inThreads(8, [&wrong](int thread) {
+        for (int i = 0; i < ZRN_LAST_BUILTIN; ++i) {
+            const auto number =
+                static_cast<ZRNameEnum>(1 + (i + thread / 2 * 400) % ZRN_LAST_BUILTIN);
+            const UnicodeString& text = ZRNameTable::getBuiltinNameString(number);
+            wrong += ZRNameTable::getBuiltinNameEnum(text) == number ? 0 : 1;
+        }
+    });
+    EXPECT_EQ(wrong, 0);
+}
+
 TEST(NameThreads, PrivateTablesOfSeveralThreadsDoNotMix) {
     std::atomic<int> wrong{0};
     inThreads(4, [&wrong](int thread) {
