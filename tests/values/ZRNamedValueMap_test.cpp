@@ -155,10 +155,10 @@ TEST(ZRValueCompound, TheOldValueBecomesTheDefaultItem) {
     ZRValue value(5);
     value.setUnitType(ZRValueUnitColor);
     value.makeCompound();
-    EXPECT_EQ(dump(value), "map {.: 5}");
+    EXPECT_EQ(dump(value), "map {.: #000005}");
     EXPECT_FALSE(value.isColor());
     value.makeCompound();
-    EXPECT_EQ(dump(value), "map {.: 5}");
+    EXPECT_EQ(dump(value), "map {.: #000005}");
     ZRValue nothing;
     nothing.makeCompound();
     EXPECT_EQ(dump(nothing), "map {}");

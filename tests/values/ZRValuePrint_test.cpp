@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/Values.h"
-#include "zro/values/internal/PrintReal.h"
+#include "zro/foundation/internal/PrintReal.h"
 
 namespace ZroCommon {
 namespace {

@@ -12,6 +12,7 @@
 
 namespace ZroCommon {
 
+class ZRColor;
 class ZRNamedValue;
 class ZRNamedValueMap;
 class ZRRCObject;
@@ -54,6 +55,9 @@ public:
     /// One reference on the object; null for a null pointer.
     ZRValue(ZRRCObject* object);
     ZRValue(ZRNamedValueMap* map);
+    /// An integer RGB of the unit colour. What has another form beside it becomes a map with the
+    /// RGB as its default item and an item named like the form.
+    ZRValue(const ZRColor& color);
 
     ZRValue(const ZRValue& other) { copyFrom(other); }
     ZRValue(ZRValue&& other) noexcept { takeFrom(other); }
@@ -99,6 +103,8 @@ public:
     /// The points of an absolute length; of a map its item "length" or else its default item.
     /// Everything else is `auto`, the number 0 without a unit too.
     ZRLength getLengthValue() const;
+    /// The colour of a value of the unit colour; everything else, names too, is the invalid colour.
+    ZRColor getColorValue() const;
     /// The object or map, null for any other type. No reference is added.
     ZRRCObject* getRCObject() const {
         return m_type == ZRValueTypeRCObject || m_type == ZRValueTypeMap ? object() : nullptr;
@@ -195,9 +201,9 @@ public:
     ZRValue getNamedItem(ZRName name) const;
     void removeNamedItem(ZRName name);
 
-    /// The text of a name or string, "12pt" for a number, "{name: value; ...}" for a map with "."
-    /// for the empty name, "##" and the class for an object; null is empty. Numbers have six
-    /// digits.
+    /// The text of a name or string, "12pt" for a number, "#FF0000" for a colour, "{name: value;
+    /// ...}" for a map with "." for the empty name, "##" and the class for an object; null is
+    /// empty. Numbers have six digits.
     UnicodeString toString() const;
     UnicodeString toValueText() const { return toString(); }
     operator UnicodeString() const { return toString(); }

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "zro/foundation/ZRRCObject.h"
+#include "zro/values/ZRColor.h"
 
 namespace ZroCommon {
 namespace {
@@ -58,8 +59,12 @@ bool ZRValue::equalsAlike(const ZRValue& other) const {
     case ZRValueTypeNull: return true;
     case ZRValueTypeReal: return real() == other.real();
     case ZRValueTypeString: return text() == other.text();
-    case ZRValueTypeRCObject:
-    case ZRValueTypeMap: return object() == other.object();
+    case ZRValueTypeMap:
+        if (isColor() && other.isColor()) {
+            return getColorValue() == other.getColorValue();
+        }
+        [[fallthrough]];
+    case ZRValueTypeRCObject: return object() == other.object();
     default: return integer() == other.integer();
     }
 }

@@ -5,6 +5,7 @@
 
 #include "zro/foundation/internal/AppendNumber.h"
 #include "zro/foundation/internal/PrintReal.h"
+#include "zro/values/ZRColor.h"
 #include "zro/values/ZRNamedValueMap.h"
 #include "zro/values/internal/Units.h"
 
@@ -26,8 +27,16 @@ void appendNumeric(UnicodeString& text, const ZRValue& value) {
     text.append(unit.data(), static_cast<int32_t>(unit.size()));
 }
 
-// Everything but maps.
+bool isPlainMap(const ZRValue& value) {
+    return value.isCompound() && !value.isColor();
+}
+
+// Everything but plain maps.
 void appendSimple(UnicodeString& text, const ZRValue& value) {
+    if (value.isColor()) {
+        text.append(value.getColorValue().toString(false));
+        return;
+    }
     switch (value.getValueType()) {
     case ZRValueTypeInteger:
     case ZRValueTypeReal: appendNumeric(text, value); return;
@@ -87,7 +96,7 @@ private:
         m_open.back().isFirst = false;
         const ZRName name = item.getName();
         m_text.append(name.isEmpty() ? UnicodeString(u'.') : name.toString()).append(u": ");
-        if (item.isCompound()) {
+        if (isPlainMap(item)) {
             open(item.getNamedValueMap());
         } else {
             appendSimple(m_text, item);
@@ -102,7 +111,7 @@ private:
 }  // namespace
 
 UnicodeString ZRValue::toString() const {
-    if (isCompound()) {
+    if (isPlainMap(*this)) {
         return MapPrinter().print(map());
     }
     UnicodeString text;
