@@ -82,7 +82,7 @@ double ZRUtil::parseNumber(const char16_t* text, const char16_t** end) {
     next = readDigits(next, mantissa);
     const Digits integer(digits, static_cast<std::size_t>(next - digits));
     if (integer.size() > kMaxDigits) {
-        return 0;
+        return 0;  // On purpose: no number at all, though a double could hold it.
     }
     Digits fraction;
     if (*next == u'.') {

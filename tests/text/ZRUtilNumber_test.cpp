@@ -1,0 +1,176 @@
+#include "zro/text/ZRUtil.h"
+
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+#include <random>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/Text.h"
+
+namespace ZroCommon {
+namespace {
+
+using testing::utf8;
+
+// "number|rest", with all digits that a double has and its sign.
+std::string parsed(const UnicodeString& number) {
+    UnicodeString text(number);
+    const char16_t* end = nullptr;
+    const double value = ZRUtil::parseNumber(text.getTerminatedBuffer(), &end);
+    char digits[40];
+    std::snprintf(digits, sizeof digits, "%.17g", value);
+    std::string result = digits;
+    // The printer follows the locale, which the parser must not.
+    const std::size_t comma = result.find(',');
+    if (comma != std::string::npos) {
+        result[comma] = '.';
+    }
+    return result + "|" + utf8(end);
+}
+
+UnicodeString digits(int count, char16_t digit = u'1') {
+    return {count, static_cast<UChar32>(digit), count};
+}
+
+TEST(ZRUtil, ParsesNumbers) {
+    const struct {
+        const char16_t* text;
+        const char* expected;
+    } cases[] = {
+        {u"12", "12|"},
+        {u"  -.5x", "-0.5|x"},
+        {u" \t\r\n+7 ", "7| "},
+        {u"-0", "-0|"},
+        {u"5.", "5|"},
+        {u"5..5", "5|.5"},
+        {u"1e3", "1|e3"},
+        {u"1,5", "1|,5"},
+        {u"0x10", "0|x10"},
+        {u"00012.500pt", "12.5|pt"},
+        {u"9007199254740993", "9007199254740992|"},
+        {u"1.7976931348623157", "1.7976931348623157|"},
+        {u"0.1000000000000000055511151231257827", "0.10000000000000001|"},
+        {u"18446744073709551617.5", "1.8446744073709552e+19|"},
+        // Without a number nothing is taken, not even white space.
+        {u"", "0|"},
+        {u" ", "0| "},
+        {u"-x", "0|-x"},
+        {u"-.x", "0|-.x"},
+        {u" .", "0| ."},
+        {u"+-1", "0|+-1"},
+        {u"- 1", "0|- 1"},
+        {u"\f1", "0|\f1"},
+        {u"\u0661", "0|\u0661"},
+        {u"\uFF11", "0|\uFF11"},
+        {u"inf", "0|inf"},
+    };
+    for (const auto& [text, expected] : cases) {
+        EXPECT_EQ(parsed(text), expected) << "for: " << utf8(text);
+    }
+    EXPECT_EQ(ZRUtil::parseNumber(u"2.5", nullptr), 2.5);
+}
+
+// On purpose: a longer number is none, though it would fit a double.
+TEST(ZRUtil, NumbersHave98Digits) {
+    EXPECT_EQ(parsed(digits(98)), "1.111111111111111e+97|");
+    EXPECT_EQ(parsed(u"-" + digits(98) + u".25x"), "-1.111111111111111e+97|x");
+    EXPECT_EQ(parsed(digits(99)), "0|" + utf8(digits(99)));
+    EXPECT_EQ(parsed(u" -" + digits(100, u'0')), "0| -" + utf8(digits(100, u'0')));
+    EXPECT_EQ(parsed(u"1." + digits(200) + u"x"), "1.1111111111111112|x");
+    EXPECT_EQ(parsed(u"0." + digits(97, u'0') + u"9"), "0|");
+    EXPECT_EQ(parsed(u"." + digits(97, u'0') + u"9"), "8.9999999999999999e-98|");
+}
+
+// Against the C library, over numbers of all lengths: every last bit.
+TEST(ZRUtil, NumbersAreRoundedCorrectly) {
+    const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
+    std::mt19937 random(5);  // NOLINT(cert-msc51-cpp): the same numbers in each run
+    for (int round = 0; round < 20000; ++round) {
+        std::string text;
+        const auto point = random() % 24;
+        for (auto length = 1 + random() % 24; text.size() < length;) {
+            text += text.size() == point ? '.' : static_cast<char>('0' + random() % 10);
+        }
+        ASSERT_EQ(ZRUtil::parseNumber(testing::text(text).getTerminatedBuffer(), nullptr),
+                  strtod_l(text.c_str(), nullptr, plain))
+            << text;
+    }
+    freelocale(plain);
+}
+
+TEST(ZRUtil, ParsesHexadecimalNumbers) {
+    const struct {
+        const char16_t* text;
+        int maxDigits;
+        unsigned value;
+        const char16_t* rest;
+    } cases[] = {
+        {u"1aFg", 0, 0x1AF, u"g"},
+        {u" \r\n\t7F", 0, 0x7F, u""},
+        {u"123456", 4, 0x1234, u"56"},
+        {u"12 34", 4, 0x12, u" 34"},
+        {u"FFFFFFFF", 0, 0xFFFFFFFF, u""},
+        {u"123456789", 0, 0xFFFFFFFF, u""},
+        {u"000000000123", 0, 0x123, u""},
+        {u"0x1F", 0, 0, u"x1F"},
+        {u"", 0, 0, u""},
+        {u"-1", 0, 0, u"-1"},
+        {u"  g", 0, 0, u"g"},  // unlike a number's, the white space is taken
+    };
+    for (const auto& [text, maxDigits, value, rest] : cases) {
+        const char16_t* end = nullptr;
+        EXPECT_EQ(ZRUtil::parseHexNum(text, &end, maxDigits), value) << utf8(text);
+        EXPECT_EQ(utf8(end), utf8(rest)) << utf8(text);
+    }
+    const UnicodeString beyond = digits(98, u'0') + u"FF";
+    EXPECT_EQ(ZRUtil::parseHexNum(UnicodeString(beyond).getTerminatedBuffer(), nullptr, 0), 0U);
+}
+
+TEST(ZRUtil, RoundsHalvesAwayFromZero) {
+    constexpr int kMax = std::numeric_limits<int>::max();
+    constexpr int kMin = std::numeric_limits<int>::min();
+    const struct {
+        double number;
+        int expected;
+    } cases[] = {
+        {0.5, 1},
+        {-0.5, -1},
+        {1.4999, 1},
+        {-1.5, -2},
+        {-0.0, 0},
+        {3e9, kMax},
+        {-3e9, kMin},
+        {1e308, kMax},
+        {kMax + 0.0, kMax},
+        {kMin + 0.0, kMin},
+        {ZRUtil::getNaN(), 0},
+        {std::numeric_limits<double>::infinity(), kMax},
+        {-std::numeric_limits<double>::infinity(), kMin},
+    };
+    for (const auto& [number, expected] : cases) {
+        EXPECT_EQ(ZRUtil::roundToInteger(number), expected) << number;
+        EXPECT_EQ(ZRUtil::roundToInteger(static_cast<float>(number)), expected) << number;
+    }
+}
+
+// On purpose: the sum with a half is rounded to a float before its fraction is cut off.
+TEST(ZRUtil, FloatsRoundInSinglePrecision) {
+    EXPECT_EQ(ZRUtil::roundToInteger(0.49999997F), 1);
+    EXPECT_EQ(ZRUtil::roundToInteger(double{0.49999997F}), 0);
+    EXPECT_EQ(ZRUtil::roundToInteger(8388609.0F), 8388610);
+}
+
+TEST(ZRUtil, PrintsNumbersInAnyLocale) {
+    EXPECT_EQ(utf8(ZRUtil::toString(std::numeric_limits<int>::min())), "-2147483648");
+    EXPECT_EQ(utf8(ZRUtil::toString(1234567.5)), "1.23457e+06");
+    EXPECT_EQ(utf8(ZRUtil::toString(-0.25)), "-0.25");
+    EXPECT_TRUE(ZRUtil::isNaN(ZRUtil::getNaNf()) && ZRUtil::isNaN(ZRUtil::getNaN()));
+    EXPECT_FALSE(ZRUtil::isNaN(std::numeric_limits<float>::infinity()));
+}
+
+}  // namespace
+}  // namespace ZroCommon

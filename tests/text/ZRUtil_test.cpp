@@ -1,0 +1,143 @@
+#include "zro/text/ZRUtil.h"
+
+#include <limits>
+#include <sstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/Text.h"
+#include "zro/text/ZRUUID.h"
+
+namespace ZroCommon {
+namespace {
+
+using testing::text;
+using testing::utf8;
+
+std::string encoded(const std::string& bytes, int sizeHint = 0) {
+    std::istringstream in(bytes);
+    return utf8(ZRUtil::encodeBase64(in, sizeHint));
+}
+
+std::string decoded(const UnicodeString& base64) {
+    std::ostringstream out;
+    ZRUtil::decodeBase64(base64.getBuffer(), base64.length(), out);
+    return out.str();
+}
+
+TEST(ZRUtil, EncodesBase64) {
+    EXPECT_EQ(encoded(""), "");
+    EXPECT_EQ(encoded("f"), "Zg==");
+    EXPECT_EQ(encoded("fo"), "Zm8=");
+    EXPECT_EQ(encoded("foobar"), "Zm9vYmFy");
+    EXPECT_EQ(encoded("\xFB\xEF\xBF\xFF"), "+++//w==");
+}
+
+TEST(ZRUtil, Base64GoesRoundOverBlocks) {
+    std::string bytes;
+    for (int i = 0; i < 3 * 3072 + 2; ++i) {
+        bytes += static_cast<char>(i * 7 + i / 256);
+    }
+    for (const std::size_t length : {1U, 3071U, 3072U, 3073U, 6144U, 9218U}) {
+        const std::string piece = bytes.substr(0, length);
+        EXPECT_EQ(decoded(text(encoded(piece, -1))), piece) << length;
+    }
+}
+
+TEST(ZRUtil, ASizeHintIsNoPromise) {
+    for (const int hint : {std::numeric_limits<int>::min(), 1, std::numeric_limits<int>::max()}) {
+        EXPECT_EQ(encoded("foo", hint), "Zm9v") << hint;
+    }
+}
+
+TEST(ZRUtil, AStreamThatHasFailedGivesNothing) {
+    std::istringstream in("foo");
+    in.setstate(std::ios::failbit);
+    EXPECT_TRUE(ZRUtil::encodeBase64(in, 3).isEmpty());
+}
+
+TEST(ZRUtil, MakesDataUris) {
+    std::istringstream first("foo");
+    EXPECT_EQ(utf8(ZRUtil::encodeBase64(first, 3, text("text/plain"), text("charset=utf-8"))),
+              "data:text/plain;charset=utf-8;base64,Zm9v");
+    std::istringstream second("foo");
+    EXPECT_EQ(utf8(ZRUtil::encodeBase64(second, 3, text("image/png"), UnicodeString())),
+              "data:image/png;base64,Zm9v");
+}
+
+TEST(ZRUtil, DecodesBase64) {
+    const struct {
+        const char* base64;
+        const char* expected;
+    } cases[] = {
+        {"Zm9vYmFy", "foobar"},
+        {"Zm9v\r\nYmFy", "foobar"},
+        {" Z m-9_v\u00E9.Y\u3042mFy{", "foobar"},  // what is not of the alphabet
+        {"Zg==", "f"},
+        {"Zm9v=YmFy", "foo"},
+        {"Zm9vY=mFy", "foo"},
+        {"Zg", "f"},  // bytes count as soon as they are whole
+        {"Zm8", "fo"},
+        {"Zm9vY", "foo"},
+        {"=", ""},
+        {"", ""},
+    };
+    for (const auto& [base64, expected] : cases) {
+        EXPECT_EQ(decoded(text(base64)), expected) << base64;
+    }
+}
+
+TEST(ZRUtil, DecodesAsManyCharactersAsAreGiven) {
+    std::ostringstream out;
+    ZRUtil::decodeBase64(u"Zm9vYmFy", 4, out);
+    ZRUtil::decodeBase64(nullptr, 0, out);
+    ZRUtil::decodeBase64(nullptr, -1, out);
+    EXPECT_EQ(out.str(), "foo");
+}
+
+TEST(ZRUtil, NamesEncodingsAsIanaDoes) {
+    const struct {
+        const char* name;
+        const char* expected;
+    } cases[] = {
+        {"", "UTF-8"},
+        {" utf-8 ", "UTF-8"},
+        {"iso-8859-1", "ISO_8859-1:1987"},  // the Turkish capital of i would be another
+        {"utf-16", "UTF-16LE"},
+        {"UTF-16BE", "UTF-16BE"},
+        {"utf-32", "UTF-32LE"},
+        {"shift_jis", "Shift_JIS"},
+        {"ChineseBig5", "Big5"},
+        {"ChineseGBK", "GBK"},
+        {"KoreanKSC", "EUC-KR"},
+        {"ANSI_X3.4", "ANSI_X3.4-1968"},
+        {"ISO_646.irv", "ANSI_X3.4-1968"},
+        {"klingon", ""},
+        {"utf-8\u00E9", ""},
+        {"uTf-8 but much longer than any name of an encoding could ever be in any registry", ""},
+    };
+    for (const auto& [name, expected] : cases) {
+        EXPECT_EQ(utf8(ZRUtil::getStandardEncoding(text(name))), expected) << name;
+    }
+    EXPECT_EQ(ZRUtil::getStandardEncoding(UnicodeString(u"UTF-8\0x", 7)), UnicodeString());
+}
+
+TEST(ZRUUID, IsRandomOfVersion4) {
+    const ZRUUID first;
+    const ZRUUID second;
+    const std::string digits = utf8(first.toString());
+    EXPECT_EQ(digits.size(), 32U);
+    EXPECT_EQ(digits.find_first_not_of("0123456789ABCDEF"), std::string::npos);
+    EXPECT_EQ(digits[12], '4');
+    EXPECT_NE(std::string("89AB").find(digits[16]), std::string::npos);
+    EXPECT_NE(first.toString(), second.toString());
+    ZRUUID copy(first);
+    EXPECT_EQ(copy, first);
+    EXPECT_FALSE(copy == second);
+    copy = second;
+    EXPECT_EQ(copy.toString(), second.toString());
+}
+
+}  // namespace
+}  // namespace ZroCommon
