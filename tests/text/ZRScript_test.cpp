@@ -1,0 +1,216 @@
+#include "zro/text/ZRScript.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/Text.h"
+
+namespace ZroCommon {
+namespace {
+
+using testing::text;
+using testing::utf8;
+
+// The codes from -20 to 200 for which a question is answered with yes: "-8 5 17".
+template <class Question>
+std::string codesWhere(Question holds) {
+    std::string codes;
+    for (int code = -20; code <= 200; ++code) {
+        if (holds(ZRScript(code))) {
+            codes += (codes.empty() ? "" : " ") + std::to_string(code);
+        }
+    }
+    return codes;
+}
+
+TEST(ZRScript, ReadsNamesAndTexts) {
+    const struct {
+        const char* text;
+        int byName;
+        int byText;
+    } cases[] = {
+        {"", -1, -2},  // an empty property is automatic, no name is no script
+        {"auto", -2, -2},
+        {"none", -3, -3},
+        {"Math", -11, -11},
+        {"Latn", 25, 25},
+        {"Latf", 25, USCRIPT_LATIN_FRAKTUR},
+        {"Latg", 25, USCRIPT_LATIN_GAELIC},
+        {"Arab", 2, 2},
+        {"Hang", 18, 18},
+        {"Hani", 17, 17},
+        {"Hrkt", 54, 54},
+        {"Qaai", 1, 1},
+        {"Zyyy", 0, 0},
+        {"Armn", USCRIPT_ARMENIAN, USCRIPT_ARMENIAN},
+        {"ja", -8, -8},
+        {"jpn", -8, -8},
+        {"ja-JP", -8, -8},
+        {"kor", -4, -4},
+        {"zh", 73, 73},
+        {"zh-MO", 73, 73},
+        {"zh-TW", 74, 74},
+        {"zho-TWN", 74, 74},
+        {"chi-HK", 74, 74},
+        {"de", 25, 25},
+        {"Latin", 25, 25},
+        {"nonsense", -1, -1},
+    };
+    for (const auto& [name, byName, byText] : cases) {
+        EXPECT_EQ(ZRScript(ZRName(text(name))), byName) << name;
+        EXPECT_EQ(ZRScript(text(name)), byText) << name;
+    }
+    EXPECT_EQ(ZRScript(), USCRIPT_COMMON);
+    EXPECT_EQ(ZRScript(ZRN_Thai).getUScriptCode(), ZRUScriptThai);
+    EXPECT_EQ(ZRScript(USCRIPT_THAI).getUScriptCode(), ZRUScriptThai);
+}
+
+TEST(ZRScript, PrintsCodesAndNames) {
+    const struct {
+        int code;
+        const char* shortName;
+        const char* longName;
+    } cases[] = {
+        {-11, "Math", "Math"}, {-8, "Jpan", "Jpan"},
+        {-3, "", ""},          {-2, "", ""},
+        {-1, "", ""},          {-100, "", ""},
+        {0, "Zyyy", "Common"}, {1, "Qaai", "Inherited"},
+        {25, "Latn", "Latin"}, {39, "Tibt", "Tibetan"},
+        {73, "Hans", "Hans"},  {54, "Hrkt", "Katakana_Or_Hiragana"},
+        {99999, "", ""},
+    };
+    for (const auto& [code, shortName, longName] : cases) {
+        EXPECT_EQ(utf8(ZRScript(code).toString()), shortName) << code;
+        EXPECT_EQ(utf8(ZRScript(code).getScriptName()), longName) << code;
+    }
+}
+
+TEST(ZRScript, NamesOfScriptsReadBack) {
+    for (int code = 0; code < 200; ++code) {
+        const ZRName name = ZRScript(code).getScriptCode();
+        const bool isReadAsAnother = name == ZRN_Latf || name == ZRN_Latg || name == ZRN_Jpan;
+        if (!name.isEmpty() && !isReadAsAnother) {
+            EXPECT_EQ(ZRScript(name), code) << utf8(name.toString());
+        }
+    }
+}
+
+// On purpose: there is one code for the script and for the language's mixture of scripts.
+TEST(ZRScript, KoreanReadsBackAsHangul) {
+    EXPECT_EQ(ZRScript(-4).getScriptCode(), ZRN_Hang);
+    EXPECT_EQ(ZRScript(ZRScript(-4).getScriptCode()), 18);
+}
+
+TEST(ZRScript, SortsScripts) {
+    EXPECT_EQ(codesWhere([](ZRScript s) { return s.isCJK(); }), "-8 -4 5 17 18 20 22 54 73 74");
+    EXPECT_EQ(codesWhere([](ZRScript s) { return s.isCJKJustify(); }), "-8 5 17 20 22 54 73 74");
+    EXPECT_EQ(codesWhere([](ZRScript s) { return s.isCJKorAuto(); }),
+              "-8 -4 -2 5 17 18 20 22 54 73 74");
+    EXPECT_EQ(codesWhere([](ZRScript s) { return s.isJA(); }), "-8 20 22 54");
+    EXPECT_EQ(codesWhere([](ZRScript s) { return s.isSC() || s.isTC() || s.isAuto(); }),
+              "-2 73 74");
+    EXPECT_EQ(codesWhere([](ZRScript s) { return !s.isGlyphOrientationPossible(); }),
+              "-11 2 4 10 11 12 15 16 19 21 23 24 26 27 28 29 31 32 33 34 35 36 37 38 39");
+}
+
+TEST(ZRScript, TellsTheScriptOfACharacter) {
+    const struct {
+        int c;
+        int script;
+    } cases[] = {
+        {'a', 25},
+        {'1', 0},
+        {0x05D0, 19},
+        {0x05FF, 19},
+        {0x0600, 2},
+        {0x060C, 2},
+        {0x0660, 2},
+        {0x06FF, 2},
+        {0x0964, 10},
+        {0x00A3, 25},
+        {0x00A6, 0},
+        {0x00AB, 0},
+        {0x00BA, 25},
+        {0x3042, 20},
+        {0x30A2, 22},
+        {0x3099, 54},
+        {0x30FC, 54},
+        {0x4E00, 17},
+        {0x2211, -11},
+        {0x1D400, -11},
+        {0x0300, 1},
+        {0xAC00, 18},
+        {0x0378, USCRIPT_UNKNOWN},
+        {-1, -1},
+        {0x110000, -1},
+        {0x1F600, 0},
+    };
+    for (const auto& [c, script] : cases) {
+        EXPECT_EQ(ZRScript::getScript(c), script) << std::hex << c;
+    }
+    // Digits run from left to right; by Unicode they belong to the script all the same.
+    for (const int digit : {0x0660, 0x0661, 0x0669, 0x06F0, 0x06F9}) {
+        EXPECT_FALSE(ZRScript::isArabicScript(digit)) << std::hex << digit;
+    }
+    EXPECT_TRUE(ZRScript::isArabicScript(0x066A) && ZRScript::isArabicScript(0x06EF));
+    EXPECT_TRUE(ZRScript::isMathematicalOperators(0x22FF));
+    EXPECT_FALSE(ZRScript::isMathematicalOperators(0x2300));
+}
+
+TEST(ZRScript, TellsTheScriptOfAText) {
+    EXPECT_EQ(ZRScript::getScriptFromText(text("12 \u3042a")), 20);
+    EXPECT_EQ(ZRScript::getScriptFromText(text("1\u0300a")), 1);
+    EXPECT_EQ(ZRScript::getScriptFromText(text("\U0001D400a")), -11);
+    EXPECT_EQ(ZRScript::getScriptFromText(text("1.5 \U0001F600")), 0);
+    EXPECT_EQ(ZRScript::getScriptFromText(UnicodeString()), 0);
+}
+
+TEST(ZRScript, WidensAmbiguousCharactersInCjk) {
+    const struct {
+        int script;
+        int c;
+        bool isWide;
+    } cases[] = {
+        {25, 0x3042, true},  {-8, 'a', false},    {25, 0x00A7, false},
+        {-8, 0x00A7, true},  {-8, 0x0416, true},  {-8, 0x00AA, false},
+        {25, 0x0416, false}, {-2, 0x0416, false}, {-8, 0xFF71, false},
+    };
+    for (const auto& [script, c, isWide] : cases) {
+        EXPECT_EQ(ZRScript(script).isZenkakuScript(c), isWide) << script << " " << std::hex << c;
+    }
+}
+
+TEST(ZRScript, HangsPunctuation) {
+    const struct {
+        int script;
+        int c;
+        const char* places;  // start, end, last
+    } cases[] = {
+        {-8, 0x3001, "-EL"}, {73, 0xFF0E, "-EL"}, {-4, 0x3001, "--L"}, {74, 0x3001, "--L"},
+        {74, 0xFE50, "-EL"}, {74, 0xFF64, "-EL"}, {-8, 0xFF64, "--L"}, {17, 0x3002, "--L"},
+        {-8, ',', "--L"},    {25, ',', "-EL"},    {25, '"', "SEL"},    {-8, '\'', "S-L"},
+        {25, 0x2019, "-EL"}, {25, 0x2018, "S--"}, {25, '(', "S--"},    {25, ')', "---"},
+        {25, '}', "-EL"},    {25, 0x300D, "-EL"}, {25, 0x2022, "S--"}, {25, 0x00AD, "-EL"},
+        {25, 0x3001, "-EL"}, {25, 'a', "---"},    {-8, 'a', "---"},
+    };
+    for (const auto& [script, c, places] : cases) {
+        const ZRScript s(script);
+        const std::string found = std::string(s.isHangingStartChar(c) ? "S" : "-")
+                                  + (s.isHangingEndChar(c) ? "E" : "-")
+                                  + (s.isHangingLastChar(c) ? "L" : "-");
+        EXPECT_EQ(found, places) << script << " " << std::hex << c;
+    }
+}
+
+TEST(ZRScript, HasALetterForEachScript) {
+    std::string letters;
+    for (const int code : {-8, 20, 54, -4, 18, 2, 8, 10, 14, 17, 73, 74, 19, 22, 38, 25, -1}) {
+        letters += utf8(UnicodeString(ZRScript(code).getA()));
+    }
+    EXPECT_EQ(letters, "\u3042\u3042\u3042\uAC00\uAC00\u0627\u0410\u0905\u0391\u4E9C\u4E9C\u4E9C"
+                       "\u05D0\u30A2\u0E01AA");
+}
+
+}  // namespace
+}  // namespace ZroCommon
