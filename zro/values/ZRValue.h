@@ -201,6 +201,17 @@ public:
     ZRValue getNamedItem(ZRName name) const;
     void removeNamedItem(ZRName name);
 
+    /// What a whole text stands for: "12pt" is a number with a unit, "auto" a name, "'a b'" a
+    /// literal string, "#F00" a colour, "-3" an integer. Any other text, the empty one too, is a
+    /// string of unit none with the whole text: the unknown string.
+    static ZRValue parse(const UnicodeString& text);
+    /// The same for quoted strings and names alone; "12pt" stays an unknown string.
+    static ZRValue parseNonNumeric(const UnicodeString& text);
+    /// A colour: "#F00", "rgb(255, 0%, 0)", a form behind it as `rgb-icc(...)`; a name as it
+    /// stands, unresolved; else the unknown string. \param extended  takes "icc-color(...)" too,
+    /// alone and behind a colour
+    static ZRValue parseColor(const UnicodeString& text, bool extended);
+
     /// The text of a name or string, "12pt" for a number, "#FF0000" for a colour, "{name: value;
     /// ...}" for a map with "." for the empty name, "##" and the class for an object; null is
     /// empty. Numbers have six digits.

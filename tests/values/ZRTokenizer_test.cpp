@@ -1,0 +1,271 @@
+#include "zro/values/ZRTokenizer.h"
+
+#include <cmath>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/SmallStack.h"
+#include "tests/support/Values.h"
+
+namespace ZroCommon {
+namespace {
+
+using testing::dump;
+using testing::onSmallStack;
+using testing::text;
+using testing::utf8;
+
+std::string describe(const ZRTokenizer& tokenizer) {
+    char number[32];
+    switch (tokenizer.ttype) {
+    case -2: std::snprintf(number, sizeof number, "%.10g", tokenizer.nval); break;
+    case -3: return "name " + utf8(tokenizer.sval);
+    case -5: return "string " + utf8(tokenizer.sval);
+    case -6:
+        std::snprintf(number, sizeof number, "%06X", static_cast<unsigned>(tokenizer.nval));
+        return std::string("colour ") + number;
+    default: return "char " + utf8(UnicodeString(static_cast<char16_t>(tokenizer.ttype)));
+    }
+    return std::string("number ") + number + utf8(tokenizer.sval);
+}
+
+std::string allTokens(const UnicodeString& source) {
+    ZRTokenizer tokenizer(source);
+    std::string all;
+    while (tokenizer.nextToken() != -1) {
+        all += (all.empty() ? "" : ", ") + describe(tokenizer);
+    }
+    EXPECT_EQ(tokenizer.nextToken(), -1) << "the end stays";
+    EXPECT_TRUE(tokenizer.nval == 0 && tokenizer.sval.isEmpty());
+    return all;
+}
+
+using Read = ZRValue (ZRTokenizer::*)();
+
+// Values by one reader up to the end, with their units where those do not print.
+std::string allValues(const UnicodeString& source, Read read) {
+    ZRTokenizer tokenizer(source);
+    std::string all;
+    for (ZRValue value = (tokenizer.*read)(); !value.isNull(); value = (tokenizer.*read)()) {
+        const std::string kind = value.isCharacter()       ? "char " + utf8(value.toString())
+                                 : value.isUnknownString() ? "unknown " + utf8(value.toString())
+                                                           : dump(value);
+        all += (all.empty() ? "" : ", ") + kind;
+    }
+    return all;
+}
+
+TEST(ZRTokenizer, SplitsATextIntoTokens) {
+    const struct {
+        const char16_t* text;
+        const char* tokens;
+    } cases[] = {
+        {u"", ""},
+        {u" \t\r\n ", ""},
+        {u"\f", "char \f"},
+        {u".5pt,1em", "number 0.5pt, char ,, number 1em"},
+        {u"5. .", "number 5, char ."},
+        {u"50% 50 %", "number 50%, number 50, char %"},
+        {u"10PT-2.x", "number 10PT-2.x"},
+        {u"-1", "char -, number 1"},
+        {u"rgb(1 2)", "name rgb, char (, number 1, number 2, char )"},
+        {u"fo:block", "name fo, char :, name block"},
+        {u"\u00D7\u00F7\u00B7 \uF8FF", "name \u00D7\u00F7\u00B7, char \uF8FF"},
+        {u"'a\"b' \"\" 'c", "string a\"b, string , char ', name c"},
+        {u"#ABC #ABCD #12 #1", "colour AABBCC, colour 00ABCD, colour 001122, colour 000011"},
+        {u"#abcdef #FFFFFFFF", "colour ABCDEF, colour FFFFFFFF"},
+        {u"#123456789", "colour FFFFFFFF"},
+        {u"#GG #CMYK", "char #, name GG, colour 0000CC, name MYK"},
+    };
+    for (const auto& [source, tokens] : cases) {
+        EXPECT_EQ(allTokens(source), tokens) << "for: " << utf8(source);
+    }
+    EXPECT_EQ(allTokens(UnicodeString(u"12\0ab", 5)), "number 12");
+    UnicodeString bogus;
+    bogus.setToBogus();
+    EXPECT_EQ(allTokens(bogus), "");
+}
+
+TEST(ZRTokenizer, SurrogatesAreCharactersOneByOne) {
+    ZRTokenizer tokenizer(u"a\U0001F600");
+    EXPECT_EQ(tokenizer.nextToken(), -3);
+    EXPECT_EQ(tokenizer.nextToken(), 0xD83D);
+    EXPECT_EQ(tokenizer.nextToken(), 0xDE00);
+}
+
+TEST(ZRTokenizer, TooManyDigitsAreCharacters) {
+    EXPECT_EQ(allTokens(text(std::string(98, '1'))), "number 1.111111111e+97");
+    EXPECT_EQ(allTokens(text(std::string(100, '0') + "5pt")), "char 0, char 0, char 0, number 5pt");
+    EXPECT_EQ(allTokens(text("." + std::string(300, '1'))), "number 0.1111111111");
+}
+
+TEST(ZRTokenizer, ReadsValuesWithTheirUnits) {
+    const struct {
+        const char16_t* text;
+        const char* values;
+    } cases[] = {
+        {u"5 5.0 0.5 3000000000", "integer 5, integer 5, real 0.5, real 3e+09"},
+        {u"50% 1PT 2Hz 3\u212AHZ", "real 50%, real 1pt, real 2Hz, real 3kHz"},
+        {u"1twip 2grad 3S", "real 1twip, real 2grad, real 3s"},
+        {u"10foo 10pt-2", "integer 10, name foo, integer 10, name pt-2"},
+        {u"1\u0130n", "integer 1, name \u0130n"},
+        {u"'a' b , #F00", "string a, name b, char ,, integer #FF0000"},
+    };
+    for (const auto& [source, values] : cases) {
+        EXPECT_EQ(allValues(source, &ZRTokenizer::nextTokenValue), values) << utf8(source);
+    }
+    ZRTokenizer tokenizer(u"12PT 1foo");
+    tokenizer.nextTokenValue();
+    EXPECT_EQ(tokenizer.sval, u"pt");
+    tokenizer.nextTokenValue();
+    EXPECT_EQ(tokenizer.sval, u"");
+    EXPECT_EQ(UnicodeString(tokenizer.getPtr()), u"foo");
+}
+
+TEST(ZRTokenizer, ReadsSignsAndExponents) {
+    const struct {
+        Read read;
+        const char16_t* text;
+        const char* values;
+    } cases[] = {
+        {&ZRTokenizer::nextTokenValueSigned, u"-.5pt +3 -0", "real -0.5pt, integer 3, integer 0"},
+        {&ZRTokenizer::nextTokenValueSigned, u"- 5 +a --1",
+         "char -, integer 5, char +, name a, char -, integer -1"},
+        {&ZRTokenizer::nextTokenValueSigned, u"-2147483648 2147483647",
+         "real -2.14748e+09, integer 2147483647"},
+        {&ZRTokenizer::nextTokenValueSigned, u"1e5", "integer 1, name e5"},
+        {&ZRTokenizer::nextTokenValueExp, u"1E3 1e2pt -1e-2 1e2%",
+         "real 1000, real 100pt, real -0.01, real 100%"},
+        {&ZRTokenizer::nextTokenValueExp, u"1e, 1e#12 1pt e",
+         "integer 1, name e, char ,, integer 1, "
+         "name e, integer #001122, real 1pt, name e"},
+        {&ZRTokenizer::nextTokenValueExp, u"1e999 1em", "real inf, real 1em"},
+    };
+    for (const auto& [read, source, values] : cases) {
+        EXPECT_EQ(allValues(source, read), values) << utf8(source);
+    }
+    ZRTokenizer doubles(u"1e-2 16777217 5pt a");
+    EXPECT_EQ(doubles.nextTokenDoubleExp(), 0.01);
+    EXPECT_EQ(doubles.nextTokenDoubleExp(), 16777217);
+    EXPECT_EQ(doubles.nextTokenDoubleExp(), 5);
+    EXPECT_EQ(doubles.nextTokenDoubleExp(), 0);
+}
+
+TEST(ZRTokenizer, KeepsFunctionsAndGroupsAsTheyStand) {
+    const struct {
+        const char16_t* text;
+        const char* values;
+    } cases[] = {
+        {u"rgb(1,2,3) a", "unknown rgb(1,2,3), name a"},
+        {u"f( g(1e2 ) , (')') ) x", "unknown f( g(1e2 ) , (')') ), name x"},
+        {u"rgb (1)", "name rgb, unknown (1)"},
+        {u"(a ) )", "unknown (a ), char )"},
+        {u"f(g(1) ", "unknown f(g(1) "},
+        {u"f('", "unknown f('"},
+    };
+    for (const auto& [source, values] : cases) {
+        EXPECT_EQ(allValues(source, &ZRTokenizer::nextTokenValueFunc), values) << utf8(source);
+    }
+}
+
+TEST(ZRTokenizer, ReadsAnyDepthWithoutRecursion) {
+    constexpr int kDepth = 1'000'000;
+    const UnicodeString open = text(std::string(kDepth, '('));
+    const UnicodeString digits = text("f(" + std::string(kDepth / 10, '1') + ")");
+    onSmallStack([&] {
+        EXPECT_EQ(ZRTokenizer(open).nextTokenValueFunc().toString(), open);
+        EXPECT_EQ(ZRTokenizer(digits).nextTokenValueFunc().toString(), digits);
+    });
+}
+
+TEST(ZRTokenizer, PushesATokenBack) {
+    ZRTokenizer tokenizer(u"12pt -5 a(b)");
+    tokenizer.nextToken();
+    tokenizer.pushBack();
+    EXPECT_EQ(tokenizer.nextToken(), -2);
+    EXPECT_EQ(describe(tokenizer), "number 12pt");
+    EXPECT_EQ(tokenizer.nextToken(), '-');
+    tokenizer.pushBack();
+    EXPECT_EQ(dump(tokenizer.nextTokenValueSigned()), "integer -5") << "the sign is read again";
+    tokenizer.pushBack();
+    EXPECT_FALSE(tokenizer.skipSeparator('a'));
+    EXPECT_FALSE(tokenizer.scanSeparator('a'));
+    EXPECT_EQ(dump(tokenizer.nextTokenValue()), "integer -5");
+    tokenizer.nextTokenValueFunc();
+    tokenizer.pushBack();
+    EXPECT_EQ(dump(tokenizer.nextTokenValueFunc()), "name a");
+    ZRTokenizer fresh(u"a");
+    fresh.pushBack();
+    EXPECT_TRUE(fresh.nextTokenValue().isNull());
+}
+
+TEST(ZRTokenizer, PushesBackWhatStandsAfterAFailedExponent) {
+    ZRTokenizer tokenizer(u"7e x 10foo");
+    tokenizer.nextTokenValueExp();
+    tokenizer.pushBack();
+    EXPECT_EQ(dump(tokenizer.nextTokenValue()), "integer 7");
+    EXPECT_EQ(dump(tokenizer.nextTokenValue()), "name e");
+    tokenizer.nextToken();
+    tokenizer.nextToken();
+    tokenizer.pushBack();
+    EXPECT_EQ(dump(tokenizer.nextTokenValue()), "integer 10") << "the unit is given back";
+    EXPECT_EQ(dump(tokenizer.nextTokenValue()), "name foo");
+}
+
+TEST(ZRTokenizer, ACopyGoesOnFromTheSamePlace) {
+    for (const char16_t* source :
+         {u"a b c", u"a b this text is too long to lie within the object"}) {
+        ZRTokenizer first((UnicodeString(source)));
+        first.nextToken();
+        ZRTokenizer second(first);
+        EXPECT_EQ(second.sval, u"a");
+        second.nextToken();
+        first = second;
+        second.nextToken();
+        EXPECT_EQ(describe(first), "name b");
+        EXPECT_EQ(UnicodeString(first.getPtr()), UnicodeString(source + 3));
+    }
+}
+
+std::string items(const char16_t* source, char16_t separator) {
+    ZRTokenizer tokenizer((UnicodeString(source)));
+    std::string all;
+    for (UnicodeString item = tokenizer.nextSeparatedValue(separator); tokenizer.ttype != -1;
+         item = tokenizer.nextSeparatedValue(separator)) {
+        all += "[" + utf8(item) + "]";
+        EXPECT_EQ(tokenizer.sval, item);
+    }
+    return all;
+}
+
+TEST(ZRTokenizer, ReadsTheItemsOfAList) {
+    EXPECT_EQ(items(u" a  b , c,", ','), "[a b][c]");
+    EXPECT_EQ(items(u"a,,b", ','), "[a][][b]");
+    EXPECT_EQ(items(u"'a,b' c,\"d", ','), "[a,b c][d]");
+    EXPECT_EQ(items(u"a 'b c' d", ' '), "[a][b c][d]");
+    EXPECT_EQ(items(u"a b", 0), "[a b]");
+    ZRTokenizer tokenizer(u"a,b");
+    tokenizer.nextSeparatedValue(',');
+    tokenizer.pushBack();
+    EXPECT_EQ(tokenizer.nextSeparatedValue(','), u"a");
+    EXPECT_EQ(tokenizer.nextSeparatedValue(','), u"b");
+}
+
+TEST(ZRTokenizer, ABlankJoinsPiecesThatTouch) {
+    EXPECT_EQ(items(u"'a'b\"c\"'d',e", ','), "[a b\"c\"'d'][e]");
+}
+
+TEST(ZRTokenizer, StepsOverSeparators) {
+    ZRTokenizer tokenizer(u"  , a");
+    EXPECT_TRUE(tokenizer.scanSeparator(','));
+    EXPECT_FALSE(tokenizer.skipSeparator(';'));
+    EXPECT_EQ(UnicodeString(tokenizer.getPtr()), u", a");
+    EXPECT_TRUE(tokenizer.skipSeparator(','));
+    tokenizer.nextToken();
+    EXPECT_FALSE(tokenizer.skipSeparator(0));
+    EXPECT_FALSE(tokenizer.scanSeparator(0));
+}
+
+}  // namespace
+}  // namespace ZroCommon

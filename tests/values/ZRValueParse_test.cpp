@@ -1,0 +1,161 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/Values.h"
+#include "zro/values/ZRColor.h"
+
+namespace ZroCommon {
+namespace {
+
+using testing::dump;
+using testing::text;
+using testing::utf8;
+
+struct ParseCase {
+    const char16_t* text;
+    const char* value;  // "unknown" for the unknown string of the whole text
+};
+
+std::string shown(const ZRValue& value, const UnicodeString& text) {
+    if (value.isUnknownString()) {
+        EXPECT_EQ(value.toString(), text);
+        return "unknown";
+    }
+    return dump(value);
+}
+
+TEST(ZRValueParse, TypesAWholeText) {
+    const ParseCase cases[] = {
+        {u"12pt", "real 12pt"},     {u" 1in\n", "real 1in"},  {u"-3", "integer -3"},
+        {u"auto", "name auto"},     {u"'a b'", "string a b"}, {u"#ff0000", "integer #FF0000"},
+        {u"50%", "real 50%"},       {u"+.5em", "real 0.5em"}, {u"-0.0", "integer 0"},
+        {u"", "unknown"},           {u" ", "unknown"},        {u"%", "unknown"},
+        {u"a b", "unknown"},        {u"12 pt", "unknown"},    {u"1e5", "unknown"},
+        {u"10foo", "unknown"},      {u"- 5", "unknown"},      {u"'a", "unknown"},
+        {u"rgb(1,2,3)", "unknown"}, {u"a, b", "unknown"},     {u"\xD800", "unknown"},
+    };
+    for (const auto& [source, value] : cases) {
+        EXPECT_EQ(shown(ZRValue::parse(source), source), value) << utf8(source);
+    }
+    EXPECT_TRUE(ZRValue::parse(u"'x'").isLiteralString());
+    EXPECT_TRUE(ZRValue::parse(u"").isEmpty());
+    EXPECT_EQ(dump(ZRValue::parse(UnicodeString(u"12\0abc", 6))), "integer 12");
+    UnicodeString bogus;
+    bogus.setToBogus();
+    EXPECT_FALSE(ZRValue::parse(bogus).toString().isBogus());
+}
+
+TEST(ZRValueParse, TypesLongTexts) {
+    const std::string name(300, 'n');
+    EXPECT_EQ(dump(ZRValue::parse(text("  " + name))), "name " + name);
+    EXPECT_TRUE(ZRValue::parse(text(std::string(127, '1'))).isUnknownString());
+    EXPECT_EQ(dump(ZRValue::parse(text(std::string(200, ' ') + "1pt"))), "real 1pt");
+}
+
+TEST(ZRValueParse, TypesNamesAndQuotedStringsAlone) {
+    const ParseCase cases[] = {
+        {u"auto", "name auto"},  {u"'12pt'", "string 12pt"}, {u"12pt", "unknown"},
+        {u"#ff0000", "unknown"}, {u"a b", "unknown"},        {u"", "unknown"},
+    };
+    for (const auto& [source, value] : cases) {
+        EXPECT_EQ(shown(ZRValue::parseNonNumeric(source), source), value) << utf8(source);
+    }
+}
+
+TEST(ZRValueParse, ReadsColours) {
+    const ParseCase cases[] = {
+        {u"#f00", "integer #FF0000"},
+        {u"red", "name red"},
+        {u"nonsense", "name nonsense"},
+        {u"rgb(255,0,0)", "integer #FF0000"},
+        {u"rgb ( 100% 0%, 50% ) ", "integer #FF0080"},
+        {u"rgb(1 2 3,)", "integer #010203"},
+        {u"rgb(300,-5,1.5)", "integer #FF0002"},
+        {u"rgb(3000000000,0,0)", "integer #FF0000"},
+        {u"rgb(1,,2)", "unknown"},
+        {u"rgb(1,2)", "unknown"},
+        {u"rgb(1,2,3", "unknown"},
+        {u"rgb(1,2,3) x", "unknown"},
+        {u"rgb(#1,2,3)", "unknown"},
+        {u"RGB(1,2,3)", "unknown"},
+        {u"nonsense()", "unknown"},
+        {u"red blue", "unknown"},
+        {u"12pt", "unknown"},
+        {u"'red'", "unknown"},
+        {u"", "unknown"},
+    };
+    for (const auto& [source, value] : cases) {
+        EXPECT_EQ(shown(ZRValue::parseColor(source, false), source), value) << utf8(source);
+        EXPECT_EQ(shown(ZRValue::parseColor(source, true), source), value) << utf8(source);
+    }
+}
+
+// What a colour of another form prints, and the same from what was printed.
+void expectColor(const char16_t* source, bool extended, const std::string& printed) {
+    const ZRValue color = ZRValue::parseColor(source, extended);
+    EXPECT_EQ(shown(color, source), printed) << utf8(source);
+    if (color.isColor()) {
+        EXPECT_EQ(dump(ZRValue::parseColor(color.toString(), true)), printed) << utf8(source);
+    }
+}
+
+TEST(ZRValueParse, ReadsTheOtherFormsOfColours) {
+    const ParseCase cases[] = {
+        {u"rgb-icc(1,2,3,#CMYK,1,0,.5,0)", "map #010203 icc-color(#CMYK,1,0,0.5,0)"},
+        {u"rgb-icc(1 2 3 #GRAYSCALE 50%)", "map #010203 icc-color(#GRAYSCALE,0.5)"},
+        {u"rgb-icc(#CMYK,1,0,0,0)", "map #00FFFF icc-color(#CMYK,1,0,0,0)"},
+        {u"rgb-icc(#GRAYSCALE,0.5)", "map #808080 icc-color(#GRAYSCALE,0.5)"},
+        {u"rgb-icc(1,2,3,sRGB,1,2)", "map #010203 icc-color(sRGB,1,2,0,0)"},
+        {u"rgb-icc(1,2,3,#SEPARATION,'A b')", "map #010203 icc-color(#SEPARATION,\"A b\",1)"},
+        {u"rgb-icc(#SPOTCOLOR,Gold,.5)", "map rgb-icc(#SEPARATION,\"Gold\",0.5)"},
+        {u"rgb-icc(#REGISTRATION,.5)", "map rgb-icc(#SEPARATION,\"All\",0.5)"},
+        {u"rgb-icc(#SEPARATION,Gold,1,0,0,1,0)", "map rgb-icc(#SEPARATION,\"Gold\",1,0,0,1,0)"},
+        {u"rgb-icc(1,2,3,#CMYK,1,0,0)", "unknown"},
+        {u"rgb-icc(1,2,3,#CMYK,1,0,0,0,0)", "unknown"},
+        {u"rgb-icc(1,2,3,#GRAYSCALE)", "unknown"},
+        {u"rgb-icc(1,2,3,#OTHER,1)", "unknown"},
+        {u"rgb-icc(1,2,3,)", "unknown"},
+        {u"rgb-icc(1,2,3,p,-1)", "unknown"},
+        {u"rgb-icc(1,2,3,p,1,2,3,4,5)", "unknown"},
+        {u"rgb-icc(1,2,3,#SEPARATION,'A')x", "unknown"},
+        {u"rgb-icc(1,2,p)", "unknown"},
+    };
+    for (const auto& [source, printed] : cases) {
+        expectColor(source, false, printed);
+    }
+}
+
+TEST(ZRValueParse, AFormBehindAColourIsAnExtension) {
+    const ParseCase cases[] = {
+        {u"#F00 icc-color(#CMYK,0,1,1,0)", "map #FF0000 icc-color(#CMYK,0,1,1,0)"},
+        {u"rgb(255,0,0) icc-color( p , 1 )", "map #FF0000 icc-color(p,1,0,0,0)"},
+        {u"Red icc-color(#GRAYSCALE,0)", "map #FF0000 icc-color(#GRAYSCALE,0)"},
+        {u"icc-color(#CMYK,1,0,0,0)", "map #00FFFF icc-color(#CMYK,1,0,0,0)"},
+        {u"icc-color(p,1,0,0)", "map #FF0000 icc-color(p,1,0,0,0)"},
+        {u"nonsense icc-color(p,1)", "unknown"},
+        {u"#F00 icc-color(p,1", "unknown"},
+        {u"#F00 icc-color", "unknown"},
+        {u"#F00 other(p,1)", "unknown"},
+        {u"icc-color(#CMYK)", "unknown"},
+    };
+    for (const auto& [source, printed] : cases) {
+        expectColor(source, true, printed);
+        EXPECT_TRUE(ZRValue::parseColor(source, false).isUnknownString()) << utf8(source);
+    }
+}
+
+// Every beginning of each text is read too, so that no reader runs past the end.
+TEST(ZRValueParse, ReadsEveryBeginningOfAText) {
+    const UnicodeString whole =
+        u"rgb-icc(1,2%,-3.5,#SEPARATION,'A \xD800 b',.5,1,0,0,1) icc-color(#CMYK,1e5)";
+    for (int length = 0; length < whole.length(); ++length) {
+        const UnicodeString source = whole.tempSubString(0, length);
+        for (const ZRValue& value : {ZRValue::parse(source), ZRValue::parseColor(source, true)}) {
+            EXPECT_TRUE(value.isName() || value.isColor() || value.toString() == source) << length;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace ZroCommon
