@@ -259,6 +259,22 @@ TEST(ZRMemStream, CopiesFromAStreamUpToACount) {
     EXPECT_EQ(contentOf(stream), "abcdefghij!");
 }
 
+TEST(ZRMemStream, AHeldLimitEndsEndlessSources) {
+    EndlessBuf endless("ab");
+    std::istream source(&endless);
+    ZRMemStream measured(&source, 4);
+    measured.setHeldLimit(10);
+    EXPECT_EQ(measured.length(), 12U) << "whole blocks";
+    ZRMemStream read(&source, 4);
+    read.setHeldLimit(10);
+    EXPECT_EQ(contentOf(read), "abababababab");
+    ZRMemStream passing(&source, 4);
+    passing.setHeldLimit(10);
+    passing.setKeepMemory(false);
+    passing.ignore(1000);
+    EXPECT_EQ(passing.gcount(), 1000) << "what is let go is not held";
+}
+
 TEST(ZRMemStream, WritesAtTheStartAgainWhenItsBlockWasAbandoned) {
     ZRMemStream stream(nullptr, 4);
     stream += "abcdefghij";

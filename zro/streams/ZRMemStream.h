@@ -42,6 +42,11 @@ public:
     void setGrowBytes(std::size_t growBytes);
     std::size_t getGrowBytes() const { return m_growBytes; }
 
+    /// A guard against sources without an end: once that many bytes are held, the sources count as
+    /// ended. Blocks are filled whole, so up to one block more may be held. 0, the default, is no
+    /// limit. Writing is not limited.
+    void setHeldLimit(std::size_t bytes) { m_heldLimit = bytes; }
+
     /// Bytes left in the present get area.
     std::size_t getRemains() const { return static_cast<std::size_t>(egptr() - gptr()); }
 
@@ -114,6 +119,7 @@ private:
 
     void addSource(std::istream* source, bool deleteSource);
     void readFrontSource();
+    bool hasMore();
     void drainSources();
     void addBlock(bool keep);
     void dropFront(std::size_t count);
@@ -133,6 +139,7 @@ private:
     std::size_t m_lastLength = 0;  // bytes of data in the last block; all others are full
     std::size_t m_getIndex = 0;    // where the areas lie, if there are any
     std::size_t m_putIndex = 0;
+    std::size_t m_heldLimit = 0;   // 0 without one
     bool m_keepMemory = true;
 };
 
@@ -158,6 +165,8 @@ public:
     }
     void setKeepMemory(bool keepMemory) { m_buffer.setKeepMemory(keepMemory); }
     void setGrowBytes(std::size_t growBytes) { m_buffer.setGrowBytes(growBytes); }
+    /// See `ZRMemStreamBuf::setHeldLimit`.
+    void setHeldLimit(std::size_t bytes) { m_buffer.setHeldLimit(bytes); }
 
     std::size_t length() { return m_buffer.length(); }
     std::size_t size() { return length(); }

@@ -128,8 +128,16 @@ void ZRMemStreamBuf::appendBuffer(bool keep) {
     }
 }
 
+// Whether a source may still give bytes that may be held.
+bool ZRMemStreamBuf::hasMore() {
+    if (m_heldLimit != 0 && heldLength() >= m_heldLimit) {
+        m_sources.clear();
+    }
+    return !m_sources.empty();
+}
+
 void ZRMemStreamBuf::drainSources() {
-    while (!m_sources.empty()) {
+    while (hasMore()) {
         appendBuffer(true);
     }
 }
@@ -184,7 +192,7 @@ ZRMemStreamBuf::int_type ZRMemStreamBuf::underflow() {
             setGet(index, covered);  // the last block has grown since
         } else if (index + 1 < m_blocks.size()) {
             setGet(index + 1, 0);
-        } else if (!m_sources.empty()) {
+        } else if (hasMore()) {
             appendBuffer(m_keepMemory);
             setGet(m_blocks.size() - 1, 0);
         }
