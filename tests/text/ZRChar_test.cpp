@@ -126,6 +126,7 @@ TEST(ZRChar, HexadecimalDigitsAreNotChecked) {
     EXPECT_EQ(ZRChar::hex2dig('a'), 10);
     EXPECT_EQ(ZRChar::hex2dig('F'), 15);
     EXPECT_EQ(ZRChar::hex2dig('g'), 16);
+    EXPECT_EQ(ZRChar::hex2dig(std::numeric_limits<int>::min()), 25);
 }
 
 TEST(ZRChar, WidensVisibleAsciiOnly) {

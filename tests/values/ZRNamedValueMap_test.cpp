@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/SmallStack.h"
 #include "tests/support/Values.h"
 
 namespace ZroCommon {
@@ -168,6 +169,19 @@ TEST(ZRValueCompound, AValueMayBecomeItsOwnItem) {
     ZRValue value(u"text");
     value.setNamedItem(ZRN_length, value);
     EXPECT_EQ(dump(value), "map {.: text; length: text}");
+}
+
+TEST(ZRNamedValueMap, DeepMapsEndWithoutRecursion) {
+    testing::onSmallStack([] {
+        ZRValue value;
+        for (int depth = 0; depth < 1'000'000; ++depth) {
+            const ZRPtr<ZRNamedValueMap> map = newMap();
+            map->setNamedItem(ZRN_length, value);
+            // Held as a map, and as an object like any other.
+            value =
+                depth % 2 == 0 ? ZRValue(map.get()) : ZRValue(static_cast<ZRRCObject*>(map.get()));
+        }
+    });
 }
 
 // On purpose: an object that is made the default item keeps the reference of the value as well.

@@ -26,7 +26,10 @@ public:
     static bool isEmptyOrWhitespace(const UnicodeString& text);
     /// The value of a hexadecimal digit. On purpose: not checked; any other character gives a
     /// number from 10 to 25.
-    static int hex2dig(int c) { return isAsciiDigit(c) ? c - '0' : ((c - 1) & 15) + 10; }
+    static int hex2dig(int c) {
+        return isAsciiDigit(c) ? c - '0'
+                               : static_cast<int>((static_cast<unsigned>(c) - 1U) & 15U) + 10;
+    }
     /// The full-width form of U+0021 to U+007E; all else stays, the blank too.
     static char16_t toZenkaku(char16_t c) {
         return c >= 0x21 && c <= 0x7E ? static_cast<char16_t>(c + 0xFEE0) : c;

@@ -10,6 +10,18 @@ ZRNamedValueMap::ZRNamedValueMap() = default;
 
 // Maps within maps go one by one from a list, since each in the destructor of the one around it
 // would take stack for every level. The list is made of the maps' own nodes.
+namespace {
+
+// The map that a value holds, as a map or as a plain object.
+ZRNamedValueMap* mapIn(const ZRValue& value) {
+    ZRRCObject* const object = value.getRCObject();
+    return object != nullptr && object->isA(ZRNamedValueMap::getStaticTypeID())
+               ? static_cast<ZRNamedValueMap*>(object)
+               : nullptr;
+}
+
+}  // namespace
+
 ZRNamedValueMap::~ZRNamedValueMap() {
     std::multimap<ZRNameEnum, ZRNamedValue> doomed;
     doomed.merge(m_items);
@@ -17,7 +29,7 @@ ZRNamedValueMap::~ZRNamedValueMap() {
         const auto first = doomed.begin();
         const ZRValue item = std::move(first->second);
         doomed.erase(first);
-        ZRNamedValueMap* map = item.getNamedValueMap();
+        ZRNamedValueMap* const map = mapIn(item);
         // A count of 1 is the item's own reference. Giving it up and taking it back orders what
         // other owners did before they let go.
         if (map != nullptr && map->getRefCount() == 1 && map->removeRef() == 0) {
