@@ -1,0 +1,174 @@
+#include "zro/values/ZRSide.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/Text.h"
+
+namespace ZroCommon {
+namespace {
+
+using testing::text;
+using testing::utf8;
+
+std::string shown(ZRName name) {
+    return name.isEmpty() ? "-" : utf8(name.toString());
+}
+
+ZRName named(const char* name) {
+    return text(name);
+}
+
+// What becomes of all eight sides, by their first letters; "-" for the empty name.
+template <class Turn>
+std::string turned(Turn turn) {
+    std::string letters;
+    for (int index = 0; index < 8; ++index) {
+        letters += shown(turn(ZRSide(index)).getName())[0];
+    }
+    return letters;
+}
+
+TEST(ZRSide, KnowsItsKind) {
+    EXPECT_EQ(turned([](ZRSide side) { return side; }), "basetblr");
+    for (int index = 0; index < 8; ++index) {
+        const ZRSide side(index);
+        EXPECT_EQ(side.getIndex(), index);
+        EXPECT_EQ(side.isRelative(), index < 4);
+        EXPECT_EQ(side.isAbsolute(), index >= 4);
+        EXPECT_EQ(side.isBlock(), index / 2 == 0);
+        EXPECT_EQ(side.isInline(), index / 2 == 1);
+        EXPECT_EQ(side.isVertical(), index / 2 == 2);
+        EXPECT_EQ(side.isHorizontal(), index / 2 == 3);
+        const ZRValue value = side;
+        EXPECT_EQ(ZRSide(value.getNameValue()).getIndex(), index);
+    }
+}
+
+TEST(ZRSide, Turns) {
+    EXPECT_EQ(turned([](ZRSide side) { return side.toOpposite(); }), "abesbtrl");
+    EXPECT_EQ(turned([](ZRSide side) { return side.rotate(0); }), "basetblr");
+    EXPECT_EQ(turned([](ZRSide side) { return side.rotate(90); }), "baselrbt");
+    EXPECT_EQ(turned([](ZRSide side) { return side.rotate(270); }), "baserltb");
+}
+
+// On purpose: a quarter turn leaves the relative sides alone.
+TEST(ZRSide, HalfATurnSwapsRelativeSidesToo) {
+    EXPECT_EQ(turned([](ZRSide side) { return side.rotate(180); }), "abesbtrl");
+    EXPECT_EQ(ZRSide(ZRN_start).rotate(90), ZRN_start);
+}
+
+TEST(ZRSide, GoesFromTextToPageAndBack) {
+    const char* absolute[] = {"tblr", "tbrl", "rltb", "rlbt", "btlr", "btrl", "lrtb", "lrbt"};
+    for (int mode = 0; mode < 8; ++mode) {
+        EXPECT_EQ(turned([mode](ZRSide side) { return side.toAbsolute(mode); }),
+                  absolute[mode] + std::string("tblr"));
+        EXPECT_EQ(turned([mode](ZRSide side) {
+                      return side.toAbsolute(mode).toRelative(mode);
+                  }).substr(0, 4),
+                  "base");
+    }
+    EXPECT_EQ(turned([](ZRSide side) { return side.toRelative(ZRN_tb_rl); }), "baseseab");
+    EXPECT_EQ(turned([](ZRSide side) { return side.toAbsolute(8); }), "tblrtblr");
+    EXPECT_EQ(turned([](ZRSide side) { return side.toAbsolute(-1); }), "tblrtblr");
+}
+
+TEST(ZRSide, ANameThatIsNoSideHasNoAnswers) {
+    for (const ZRSide& side : {ZRSide(ZRN_auto), ZRSide(), ZRSide(8), ZRSide(-1)}) {
+        EXPECT_EQ(side.getIndex(), -1);
+        EXPECT_FALSE(side.isAbsolute() || side.isRelative());
+        EXPECT_EQ(side.toOpposite(), ZRN_EMPTY);
+        EXPECT_EQ(side.rotate(180), ZRN_EMPTY);
+        EXPECT_EQ(side.toAbsolute(0), ZRN_EMPTY);
+        EXPECT_EQ(side.toRelative(0), ZRN_EMPTY);
+        EXPECT_EQ(side.concatName(ZRN_padding), ZRN_EMPTY);
+        EXPECT_EQ(side.rotate(90), side.getName());
+        EXPECT_EQ(side.rotate(0), side.getName());
+    }
+    EXPECT_EQ(ZRSide(ZRN_auto).getName(), ZRN_auto);
+}
+
+TEST(ZRSide, NamesItsProperties) {
+    const struct {
+        const char* side;
+        const char* base;
+        const char* name;
+    } cases[] = {
+        {"after", "border-color", "border-after-color"},
+        {"right", "border-style", "border-right-style"},
+        {"start", "border-width", "border-start-width"},
+        {"end", "border-precedence", "border-end-precedence"},
+        {"top", "border-precedence", "-"},
+        {"bottom", "padding", "padding-bottom"},
+        {"before", "padding", "padding-before"},
+        {"left", "margin", "margin-left"},
+        {"start", "space", "space-start"},
+        {"top", "position", "top-position"},
+        {"start", "position", "-"},
+        {"after", "region", "region-after"},
+        {"top", "region", "-"},
+        {"top", "color", "-"},
+        {"top", "no-name-of-ours", "-"},
+    };
+    for (const auto& [side, base, name] : cases) {
+        const ZRName property = ZRSide(named(side)).concatName(named(base));
+        EXPECT_EQ(shown(property), name) << side << " " << base;
+        if (!property.isEmpty()) {
+            EXPECT_EQ(shown(ZRSide::getSideFromName(property)), side);
+            EXPECT_EQ(shown(ZRSide::removeSideFromName(property)), base);
+        }
+    }
+}
+
+// On purpose: relative margins are called spaces, absolute spaces margins.
+TEST(ZRSide, MarginAndSpaceAreOneFamily) {
+    EXPECT_EQ(ZRSide(ZRN_before).concatName(ZRN_margin), ZRN_space_before);
+    EXPECT_EQ(ZRSide(ZRN_top).concatName(ZRN_space), ZRN_margin_top);
+    EXPECT_EQ(ZRSide::removeSideFromName(ZRN_space_before), ZRN_space);
+    EXPECT_EQ(ZRSide::removeSideFromName(ZRN_margin_top), ZRN_margin);
+}
+
+TEST(ZRSide, NamesWithoutASideHaveNoParts) {
+    for (const char* name : {"", "margin", "region-body", "border-top", "space-after-punctuation",
+                             "background-position", "auto", "border-top-nonsense"}) {
+        EXPECT_EQ(shown(ZRSide::getSideFromName(named(name))), "-") << name;
+        EXPECT_EQ(shown(ZRSide::removeSideFromName(named(name))), "-") << name;
+    }
+    EXPECT_EQ(shown(ZRSide::getSideFromName(static_cast<ZRNameEnum>(-1))), "-");
+}
+
+TEST(ZRSide, NamesPropertiesByModeOfWriting) {
+    const struct {
+        const char* name;
+        const char* mode;
+        const char* relative;
+        const char* absolute;
+    } cases[] = {
+        {"min-width", "lr-tb", "inline-progression-dimension", "-"},
+        {"width", "tb-rl", "block-progression-dimension", "-"},
+        {"max-height", "lr-tb", "block-progression-dimension", "-"},
+        {"height", "tb-rl", "inline-progression-dimension", "-"},
+        {"inline-progression-dimension", "lr-tb", "-", "width"},
+        {"inline-progression-dimension", "tb-rl", "-", "height"},
+        {"block-progression-dimension", "lr-tb", "-", "height"},
+        {"block-progression-dimension", "bt-lr", "-", "width"},
+        {"margin-top", "lr-tb", "space-before", "margin-top"},
+        {"space-before", "tb-rl", "space-before", "margin-right"},
+        {"padding-start", "rl-tb", "padding-start", "padding-right"},
+        {"border-left-color", "tb-rl", "border-after-color", "border-left-color"},
+        // Where the vocabulary lacks the combination, or there is no side at all.
+        {"border-start-precedence", "lr-tb", "border-start-precedence", "-"},
+        {"region-before", "lr-tb", "region-before", "-"},
+        {"top-position", "lr-tb", "-", "top-position"},
+        {"color", "lr-tb", "-", "-"},
+    };
+    for (const auto& [name, mode, relative, absolute] : cases) {
+        const ZRWritingMode writing(named(mode));
+        EXPECT_EQ(shown(ZRSide::toRelativeName(named(name), writing)), relative) << name << mode;
+        EXPECT_EQ(shown(ZRSide::toAbsoluteName(named(name), writing)), absolute) << name << mode;
+    }
+}
+
+}  // namespace
+}  // namespace ZroCommon
