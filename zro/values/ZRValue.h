@@ -212,6 +212,27 @@ public:
     /// alone and behind a colour
     static ZRValue parseColor(const UnicodeString& text, bool extended);
 
+    // Links: what they say behind "#", as a compound value.
+
+    /// "file.pdf#page=3&view=fit": the items "uri", "nameddest", "page", "last-page", "view",
+    /// "zoom", "left", "top", "width" and "height". Without a destination, "page" is 1 and "view"
+    /// is "xyz" unless they are given. Null when the text begins with "#".
+    static ZRValue parsePDFOpenParameters(const UnicodeString& text);
+    /// The same for an XLink, where a fragment "#name" is a destination and the text may begin with
+    /// "#". Null for the empty text.
+    static ZRValue parseXlinkHref(const UnicodeString& text);
+    /// A destination of this document: a name, a page number, or neither, with parameters behind
+    /// "#" as above and no defaults. Null when nothing is understood. \param flags  has no effect
+    static ZRValue parseInternalDestination(const UnicodeString& text, int flags);
+    /// How a destination is shown: a name from "fit" to "fitv", or one from "xyz" to "xyz-top" with
+    /// the item "zoom" (100 for "100%") beside it; "xyz-top" for all else.
+    static ZRValue parseDestinationType(const UnicodeString& text);
+    /// "file.xls#sheet=1": the items "sheet" and "chart", numbers from 0 up. Null without "#".
+    static ZRValue parseExcelOpenParameters(const UnicodeString& text);
+    /// "uri#key=value&...": strings by their keys, both unescaped, and the URI as the default item.
+    /// A text without "#" is a string.
+    static ZRValue parseUriFragmentParameters(const UnicodeString& text, bool lowerKeys);
+
     /// The text of a name or string, "12pt" for a number, "#FF0000" for a colour, "{name: value;
     /// ...}" for a map with "." for the empty name, "##" and the class for an object; null is
     /// empty. Numbers have six digits.
