@@ -8,6 +8,7 @@
 #include "zro/vocabulary/SVGName.h"
 #include "zro/vocabulary/ZRNameTable.h"
 #include "zro/xml/internal/ExternalSubsetCache.h"
+#include "zro/xml/internal/NameCache.h"
 
 namespace ZroCommon {
 
@@ -17,6 +18,7 @@ int getLibVersion() {
 
 void cleanup() {
     internal::forgetExternalSubsets();  // they hold names of the table
+    internal::forgetNameCache();
     ZRNameTable::cleanup();
     ZRUtil::cleanup();
     ZRLang::cleanup();

@@ -58,6 +58,30 @@ TEST(Scan, VectorAndScalarLineCountsAgree) {
     }
 }
 
+TEST(Scan, LongTextsAreCountedToTheEnd) {
+    std::u16string text(300'000, u'\n');
+    text.append(300'000, u'\xD83D');
+    for (const std::size_t start : {0U, 1U, 299'999U, 300'000U, 300'003U}) {
+        LineCount count;
+        countLines(text.data() + start, text.data() + text.size(), count);
+        EXPECT_EQ(count.lines, start < 300'000 ? 300'000 - start : 0);
+        EXPECT_EQ(count.characters, 0U);
+    }
+}
+
+TEST(Scan, VectorAndScalarComparisonsAgree) {
+    std::u16string text = u"an attribute's name of some length";
+    for (std::size_t length = 0; length <= text.size(); ++length) {
+        const std::u16string same = text.substr(0, length);
+        ASSERT_TRUE(isSameText(text.data(), same.data(), length));
+        for (std::size_t at = 0; at < length; ++at) {
+            std::u16string other = same;
+            other[at] ^= 0x100;
+            ASSERT_FALSE(isSameText(text.data(), other.data(), length)) << at << " of " << length;
+        }
+    }
+}
+
 TEST(Scan, EveryUnitIsClassedAlikeInEveryLane) {
     for (unsigned unit = 0; unit < 0x10000; ++unit) {
         std::u16string text(8, u'a');

@@ -158,6 +158,23 @@ TEST(XmlParserInterface, AttributesByIndexAndByName) {
 }
 
 // On purpose: an attribute without prefix is looked for in the default namespace.
+TEST(XmlParserInterface, AttributesOutliveTheStream) {
+    const testing::FakeWeb web(
+        testing::FakeWeb::Resources{{"http://h/e", "<!----><b c='plain' d='&#50;'/>"}});
+    for (const char* document :
+         {"<b c='plain' d='&#50;'/>", "<!DOCTYPE a [<!ENTITY e SYSTEM 'http://h/e'>]><a>&e;</a>"}) {
+        std::istringstream stream(document);
+        const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+        parser->setInput(stream, u"", u"");
+        do {
+            parser->next();
+        } while (parser->getAttributeCount() != 2);
+        parser->closeStream();
+        EXPECT_EQ(utf8(parser->getAttributeValue(0)), "plain");
+        EXPECT_EQ(utf8(parser->getAttributeValue(1)), "2");
+    }
+}
+
 TEST(XmlParserInterface, AttributesByNameFollowTheDefaultNamespace) {
     const ParserAt parser("<a xmlns='u' b='1'/>");
     EXPECT_EQ(utf8(parser->getAttributeValue(ZRName(u"u"), ZRName(u"b"))), "1");

@@ -10,7 +10,7 @@ namespace ZroCommon::internal {
 namespace {
 
 constexpr std::size_t kHistory = 2;
-constexpr std::size_t kFirstWindow = 1024;
+constexpr std::size_t kFirstWindow = 2048;
 constexpr std::size_t kLargestWindow = 32768;
 
 // How many bytes the first units of a window were made from.
@@ -75,6 +75,10 @@ void DecodedInput::makeWindow(Run& window) {
 }
 
 DecodedInput::Fill DecodedInput::refill(Run& window, InputTail tail) {
+    if (m_source.available() == 0 && !m_source.fetch()) {
+        m_decodedBytes = 0;
+        return Fill::End;
+    }
     makeWindow(window);
     m_decodedBytes = 0;
     char16_t* const first = m_units.get() + (window.at - window.start);

@@ -212,31 +212,45 @@ void widenRun(Decoding& state) {
 
 #endif
 
+// What is not decoded by a run, among the characters of two and three bytes.
+constexpr bool isSpecial(char16_t unit) {
+    return unit == kNextLine || unit == kLineSeparator || isSurrogate(unit) || unit == 0xFFFF;
+}
+
+// Four bytes as one number, the first lowest. Compilers make one load of it.
+constexpr std::uint32_t loadFourBytes(const Byte* bytes) {
+    return static_cast<std::uint32_t>(bytes[0]) | static_cast<std::uint32_t>(bytes[1]) << 8U
+           | static_cast<std::uint32_t>(bytes[2]) << 16U
+           | static_cast<std::uint32_t>(bytes[3]) << 24U;
+}
+
 // Well-formed characters of two and three bytes; anything else is left to the general rules.
 void utf8MultibyteRun(Decoding& state) {
-    while (state.bytesEnd - state.bytes >= 3 && state.units != state.unitsEnd) {
-        const Byte first = state.bytes[0];
-        const Byte second = state.bytes[1];
-        const Byte third = state.bytes[2];
-        if (first >= 0xE0 && first < 0xF0 && isContinuation(second) && isContinuation(third)) {
-            const auto c = static_cast<char16_t>((first & 0x0FU) << 12U | (second & 0x3FU) << 6U
-                                                 | (third & 0x3FU));
-            if (c < 0x800 || c == kLineSeparator || isSurrogate(c) || c == 0xFFFF) {
-                return;
+    const Byte* bytes = state.bytes;
+    char16_t* units = state.units;
+    while (state.bytesEnd - bytes >= 4 && units != state.unitsEnd) {
+        const std::uint32_t four = loadFourBytes(bytes);
+        if ((four & 0xC0C0F0U) == 0x8080E0U) {
+            const auto unit = static_cast<char16_t>((four & 0xFU) << 12U | (four >> 2U & 0xFC0U)
+                                                    | (four >> 16U & 0x3FU));
+            if (unit < 0x800 || isSpecial(unit)) {
+                break;
             }
-            *state.units++ = c;
-            state.bytes += 3;
-        } else if (first >= 0xC2 && first < 0xE0 && isContinuation(second)) {
-            const auto c = static_cast<char16_t>((first & 0x1FU) << 6U | (second & 0x3FU));
-            if (c == kNextLine) {
-                return;
+            *units++ = unit;
+            bytes += 3;
+        } else if ((four & 0xC0E0U) == 0x80C0U) {
+            const auto unit = static_cast<char16_t>((four & 0x1FU) << 6U | (four >> 8U & 0x3FU));
+            if (unit < 0x80 || isSpecial(unit)) {
+                break;
             }
-            *state.units++ = c;
-            state.bytes += 2;
+            *units++ = unit;
+            bytes += 2;
         } else {
-            return;
+            break;
         }
     }
+    state.bytes = bytes;
+    state.units = units;
 }
 
 void utf8Run(Decoding& state) {

@@ -1,7 +1,7 @@
 #include "zro/xml/internal/NameReader.h"
 
 #include <algorithm>
-#include <cstring>
+#include <array>
 
 #include "zro/vocabulary/internal/NameHash.h"
 #include "zro/vocabulary/internal/SharedNames.h"
@@ -35,24 +35,6 @@ constexpr bool isAsciiNameStart(char32_t c) {
     return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_';
 }
 
-// Texts of the same length, four units a step, the last step overlapping the one before.
-bool sameUnits(const char16_t* left, const char16_t* right, std::size_t count) {
-    if (count < 4) {
-        for (std::size_t i = 0; i < count; ++i) {
-            if (left[i] != right[i]) {
-                return false;
-            }
-        }
-        return true;
-    }
-    for (std::size_t i = 0; i + 4 < count; i += 4) {
-        if (loadFourUnits(left + i) != loadFourUnits(right + i)) {
-            return false;
-        }
-    }
-    return loadFourUnits(left + count - 4) == loadFourUnits(right + count - 4);
-}
-
 }  // namespace
 
 bool isNameStart(char32_t c) {
@@ -64,53 +46,16 @@ bool isNameCharacter(char32_t c) {
                     : isIn(kStartRanges, c) || isIn(kFurtherRanges, c);
 }
 
-bool KnownName::isText(const char16_t* units) const {
-    return sameUnits(text.data(), units, length);
-}
-
-const KnownName* NameReader::find(std::uint32_t hash, std::u16string_view text) const {
-    for (std::size_t at = hash % kIndexSize; m_index[at] != 0; at = (at + 1) % kIndexSize) {
-        const KnownName& known = m_entries[m_index[at] - 1U];
-        if (known.hash == hash && known.length == text.size() && known.isText(text.data())) {
-            return &known;
-        }
-    }
-    return nullptr;
-}
-
-void NameReader::remember(std::uint32_t hash, std::u16string_view text, QName name) {
-    m_lastKnown = nullptr;
-    if (text.size() > KnownName::kMostUnits) {
-        return;
-    }
-    m_entries.reserve(kMostEntries);
-    if (m_entries.size() == kMostEntries) {
-        m_entries.clear();
-        m_index.fill(0);
-    }
-    KnownName& entry = m_entries.emplace_back();
-    m_lastKnown = &entry;
-    entry.hash = hash;
-    entry.name = name;
-    entry.length = static_cast<std::uint16_t>(text.size());
-    std::copy(text.begin(), text.end(), entry.text.begin());
-    std::size_t at = hash % kIndexSize;
-    while (m_index[at] != 0) {
-        at = (at + 1) % kIndexSize;
-    }
-    m_index[at] = static_cast<std::uint16_t>(m_entries.size());
-}
-
 // The text is a name, so that what the cache holds can be taken for one.
 ZRName NameReader::intern(std::u16string_view text) {
     const std::uint32_t hash = builtinNameHash(text);
-    if (const KnownName* known = find(hash, text)) {
-        m_lastKnown = known;
-        return known->name.local;
+    m_lastKnown = m_cache->find(hash, text);
+    if (m_lastKnown == nullptr) {
+        const ZRName name = internSharedName(text);
+        m_lastKnown = m_cache->add(hash, text, {ZRName(), name});
+        return name;
     }
-    const ZRName name = internSharedName(text);
-    remember(hash, text, {ZRName(), name});
-    return name;
+    return m_lastKnown->local;
 }
 
 bool NameReader::skipSpace() {
@@ -177,12 +122,12 @@ bool NameReader::readKnownQName(QName& name) {
         return false;
     }
     const std::u16string_view text(run.at, static_cast<std::size_t>(end - run.at));
-    const KnownName* known = find(builtinNameHash(text), text);
+    KnownName* const known = findKnown(text);
     if (known == nullptr) {
         return false;
     }
     m_lastKnown = known;
-    name = known->name;
+    name = known->name();
     m_reader.moveTo(end + 1);
     m_reader.pushBack(*end);
     return true;
@@ -194,28 +139,29 @@ bool NameReader::readQName(QName& name) {
 
 bool NameReader::readNewQName(QName& name) {
     name = {};
-    const ZRName first = readName();
-    if (first.isEmpty()) {
+    m_lastKnown = nullptr;
+    m_newName = scanName();
+    if (m_newName.empty()) {
         return false;
     }
+    const ZRName first = internSharedName(m_newName);
     const char32_t c = m_reader.get();
     if (c != u':') {
         m_reader.pushBack(c);
         name.local = first;
-        return true;
+    } else {
+        name.prefix = first;
+        const std::u16string_view local = scanName();
+        name.local = internSharedName(local);
+        if (local.empty()) {
+            return false;
+        }
+        m_newName.append(u":").append(local);
     }
-    name.prefix = first;
-    name.local = readName();
-    if (name.local.isEmpty()) {
-        return false;
-    }
-    std::u16string text(viewOf(first.toString()));
-    text += u':';
-    text += viewOf(name.local.toString());
-    const std::uint32_t hash = builtinNameHash(text);
-    m_lastKnown = find(hash, text);
+    const std::uint32_t hash = builtinNameHash(m_newName);
+    m_lastKnown = m_cache->find(hash, m_newName);
     if (m_lastKnown == nullptr) {
-        remember(hash, text, name);
+        m_lastKnown = m_cache->add(hash, m_newName, name);
     }
     return true;
 }

@@ -10,6 +10,9 @@ namespace {
 // Above this many prefixes or URIs, scopes or declarations, a reset gives memory back.
 constexpr std::size_t kOrdinarySize = 1024;
 
+// Room for so many scopes and declarations is made at once.
+constexpr std::size_t kOrdinaryDepth = 16;
+
 bool byPrefix(const NamespaceMap::Entry& left, const NamespaceMap::Entry& right) {
     return left.prefix < right.prefix;
 }
@@ -44,6 +47,8 @@ ZRName NamespaceMap::uri(int index) const {
 }
 
 NamespaceManager::NamespaceManager() {
+    m_scopes.reserve(kOrdinaryDepth);
+    m_declarations.reserve(kOrdinaryDepth);
     m_scopes.push_back({ZRN_EMPTY, ZRN_EMPTY, ZRN_EMPTY, 0, 0});
     declare(ZRN_xml, ZRN_ns_xml);
     declare(ZRN_xmlns, ZRN_ns_xmlns);

@@ -36,8 +36,7 @@ void ParserState::reset() {
     text.shrink();
     textStart = 0;
     entityName = ZRName();
-    attributes.clear();
-    values.shrink();
+    attributes.shrink();
     reader.reset();
     entities.reset();
     namespaces->reset();

@@ -4,10 +4,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <vector>
 
 #include "zro/foundation/ZRPtr.h"
 #include "zro/xml/ZRXmlParser.h"
+#include "zro/xml/internal/AttributeList.h"
 #include "zro/xml/internal/CharReader.h"
 #include "zro/xml/internal/EntityTable.h"
 #include "zro/xml/internal/NameReader.h"
@@ -29,15 +29,6 @@ enum class Lookahead : std::uint8_t {
     Instruction,  ///< behind "<?"
     Declaration,  ///< behind "<!"
     End,
-};
-
-/// One attribute of the current start tag; its value lies in `ParserState::values`.
-struct Attribute {
-    ZRNameEnum prefix = ZRN_EMPTY;
-    ZRNameEnum name = ZRN_EMPTY;
-    ZRNameEnum namespaceUri = ZRN_EMPTY;
-    std::size_t valueStart = 0;
-    std::size_t valueLength = 0;
 };
 
 /// What the scanners of one parser share: where they read, what they write, and how they report.
@@ -89,8 +80,7 @@ public:
     TextBuffer text;
     std::size_t textStart = 0;
     ZRName entityName;
-    std::vector<Attribute> attributes;
-    TextBuffer values;
+    AttributeList attributes;
 
     CharReader reader;
     NameReader names{reader};

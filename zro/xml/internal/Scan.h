@@ -59,6 +59,16 @@ inline const char16_t* findQNameEnd(const char16_t* at, const char16_t* end) {
     return at;
 }
 
+/// Whether two texts of the same length are equal.
+inline bool isSameText(const char16_t* left, const char16_t* right, std::size_t length) {
+    for (std::size_t i = 0; i < length; ++i) {
+        if (left[i] != right[i]) {
+            return false;
+        }
+    }
+    return true;
+}
+
 /// Goes on counting the lines and the characters of the last one over [at, end).
 inline void countLines(const char16_t* at, const char16_t* end, LineCount& count) {
     for (; at != end; ++at) {
@@ -158,25 +168,79 @@ inline const char16_t* findQNameEnd(const char16_t* at, const char16_t* end) {
     return scalar::findQNameEnd(at, end);
 }
 
-inline void countLines(const char16_t* at, const char16_t* end, LineCount& count) {
-    for (; end - at >= simd::kStep; at += simd::kStep) {
-        const __m128i units = simd::load(at);
-        const __m128i kind = _mm_and_si128(units, simd::all(0xFC00));
-        const unsigned leads = simd::maskOf(_mm_cmpeq_epi16(kind, simd::all(0xD800)));
-        unsigned ends = simd::maskOf(_mm_cmpeq_epi16(units, simd::all(u'\n')));
-        if (leads != 0) {
-            scalar::countLines(at, at + simd::kStep, count);
-        } else if (ends == 0) {
-            count.characters += simd::kStep;
-        } else {
-            count.characters = static_cast<std::size_t>(std::countl_zero(ends << 16U)) / 2;
-            for (; ends != 0; ends &= ends - 1) {
-                ends &= ends - 1;  // two bits a unit
-                ++count.lines;
-            }
+// The last step overlaps the one before.
+inline bool isSameText(const char16_t* left, const char16_t* right, std::size_t length) {
+    constexpr std::size_t kStep = simd::kStep;
+    if (length < kStep) {
+        return scalar::isSameText(left, right, length);
+    }
+    const auto differ = [left, right](std::size_t at) {
+        return simd::maskOf(_mm_cmpeq_epi16(simd::load(left + at), simd::load(right + at)))
+               != 0xFFFFU;
+    };
+    for (std::size_t at = 0; at + kStep < length; at += kStep) {
+        if (differ(at)) {
+            return false;
         }
     }
-    scalar::countLines(at, end, count);
+    return !differ(length - kStep);
+}
+
+namespace simd {
+
+/// How many units match in [at, end), whose length is a multiple of `kStep`.
+template <class Match>
+inline std::size_t countMatches(const char16_t* at, const char16_t* end, Match match) {
+    constexpr std::ptrdiff_t kMostAtOnce = kStep * 0x7FFF;  // what the lanes of a sum can hold
+    std::size_t count = 0;
+    while (at != end) {
+        const char16_t* const stop = end - at < kMostAtOnce ? end : at + kMostAtOnce;
+        __m128i sums = _mm_setzero_si128();
+        for (; at != stop; at += kStep) {
+            sums = _mm_sub_epi16(sums, match(load(at)));  // NOLINT(portability-simd-intrinsics)
+        }
+        std::uint32_t pairs[4];
+        const __m128i added = _mm_madd_epi16(sums, all(1));
+        std::memcpy(pairs, &added, sizeof pairs);
+        count += std::size_t{pairs[0]} + pairs[1] + pairs[2] + pairs[3];
+    }
+    return count;
+}
+
+/// Behind the last line feed in [start, end), or null without one.
+inline const char16_t* findLastLine(const char16_t* start, const char16_t* end) {
+    for (; end - start >= kStep; end -= kStep) {
+        const __m128i units = load(end - kStep);
+        if (const unsigned mask = maskOf(_mm_cmpeq_epi16(units, all(u'\n')))) {
+            return end - std::countl_zero(mask << 16U) / 2;
+        }
+    }
+    while (end != start && end[-1] != u'\n') {
+        --end;
+    }
+    return end == start ? nullptr : end;
+}
+
+}  // namespace simd
+
+// Line feeds are counted over the whole, lead surrogates over the last line alone.
+inline void countLines(const char16_t* at, const char16_t* end, LineCount& count) {
+    const auto isLineFeed = [](__m128i units) {
+        return _mm_cmpeq_epi16(units, simd::all(u'\n'));
+    };
+    const auto isLead = [](__m128i units) {
+        return _mm_cmpeq_epi16(_mm_and_si128(units, simd::all(0xFC00)), simd::all(0xD800));
+    };
+    if (const char16_t* const lastLine = simd::findLastLine(at, end)) {
+        const char16_t* const rest = at + (lastLine - at) / simd::kStep * simd::kStep;
+        count.lines += simd::countMatches(at, rest, isLineFeed);
+        scalar::countLines(rest, lastLine, count);
+        count.characters = 0;
+        at = lastLine;
+    }
+    const char16_t* const rest = at + (end - at) / simd::kStep * simd::kStep;
+    count.characters += static_cast<std::size_t>(rest - at) - simd::countMatches(at, rest, isLead);
+    scalar::countLines(rest, end, count);
 }
 
 #else
@@ -185,6 +249,7 @@ using scalar::countLines;
 using scalar::findAny;
 using scalar::findAnyOr;
 using scalar::findQNameEnd;
+using scalar::isSameText;
 
 #endif
 

@@ -18,6 +18,8 @@ constexpr std::u16string_view kXLinkNamespace = u"http://www.w3.org/1999/xlink";
 constexpr std::u16string_view kMathMLNamespace = u"http://www.w3.org/1998/Math/MathML";
 constexpr std::u16string_view kChartNamespace = u"http://zro.example.org/names/PlotML";
 
+constexpr std::size_t kFirstDepth = 16;  // room for the names of open elements
+
 // Up to here each attribute is compared with each earlier one, above that they are sorted.
 constexpr std::size_t kFewAttributes = 16;
 
@@ -57,7 +59,6 @@ void TagScanner::readStartTag() {
     noteOpenName();
     m_state.namespaces->pushScope();
     m_state.attributes.clear();
-    m_state.values.clear();
     readAttributes();
     declareRootConveniences(name.local);
     resolveElement(name);
@@ -68,7 +69,7 @@ void TagScanner::readStartTag() {
 void TagScanner::noteOpenName() {
     const auto depth = static_cast<std::size_t>(m_state.depth());
     if (m_openNames.size() <= depth) {
-        m_openNames.resize(depth + 1);
+        m_openNames.resize(2 * depth + kFirstDepth);
     }
     m_openNames[depth] = m_state.names.lastKnown();
 }
@@ -76,6 +77,7 @@ void TagScanner::noteOpenName() {
 void TagScanner::readAttributes() {
     CharReader& reader = m_state.reader;
     while (!readPlainAttributes()) {
+        m_state.attributes.keepValues();
         const bool spaceSkipped = m_state.names.skipSpace();
         const char32_t c = reader.get();
         if (!spaceSkipped || c == u'>' || c == u'/') {
@@ -94,15 +96,17 @@ bool TagScanner::readPlainAttributes() {
     if (!m_state.reader.inWindow()) {
         return false;
     }
+    const char16_t* const end = run.end;
     const char16_t* at = run.at;
-    for (const char16_t* next = at; next != nullptr; next = readPlainAttribute(at, run.end)) {
+    KnownName* before = m_state.names.lastKnown();
+    for (const char16_t* next = at; next != nullptr; next = readPlainAttribute(at, end, before)) {
         at = next;
-        const char16_t* const tagEnd = skipXmlSpace(at, run.end);
-        if (run.end - tagEnd >= 2 && tagEnd[0] == u'>') {
+        const char16_t* const tagEnd = skipXmlSpace(at, end);
+        if (end - tagEnd >= 2 && tagEnd[0] == u'>') {
             m_state.reader.moveTo(tagEnd + 1);
             return true;
         }
-        if (run.end - tagEnd >= 2 && tagEnd[0] == u'/' && tagEnd[1] == u'>') {
+        if (end - tagEnd >= 2 && tagEnd[0] == u'/' && tagEnd[1] == u'>') {
             m_state.lookahead = Lookahead::EmptyElementEnd;
             m_state.reader.moveTo(tagEnd + 2);
             return true;
@@ -112,28 +116,46 @@ bool TagScanner::readPlainAttributes() {
     return false;
 }
 
-// Where the attribute ends, or null when it is not that plain.
-const char16_t* TagScanner::readPlainAttribute(const char16_t* at, const char16_t* end) {
+// Where the attribute ends, or null when it is not that plain. \param before  in and out: the name
+// in front of the attribute, which is often followed by the same name as the last time
+const char16_t* TagScanner::readPlainAttribute(const char16_t* at, const char16_t* end,
+                                               KnownName*& before) {
     const char16_t* const name = skipXmlSpace(at, end);
-    const char16_t* const nameEnd = findQNameEnd(name, end);
-    if (name == at || end - nameEnd < 3 || nameEnd[0] != u'='
-        || (nameEnd[1] != u'"' && nameEnd[1] != u'\'')) {
+    if (name == at) {
         return nullptr;
     }
-    const char16_t* const value = nameEnd + 2;
-    const char16_t* const valueEnd = findAnyOr<u'&', u'<', u'\n', u'\t'>(value, end, nameEnd[1]);
-    if (valueEnd == end || *valueEnd != nameEnd[1]) {
-        return nullptr;
-    }
-    const QName* const known =
-        m_state.names.findKnown({name, static_cast<std::size_t>(nameEnd - name)});
+    KnownName* known = m_state.names.findFollower(before, name, end);
     if (known == nullptr) {
+        known = findPlainName(name, end);
+        if (known == nullptr) {
+            return nullptr;
+        }
+        if (before != nullptr) {
+            before->follower = known;
+        }
+    }
+    const char16_t quote = name[known->length + 1];
+    const char16_t* const value = name + known->length + 2;
+    if (quote != u'"' && quote != u'\'') {
         return nullptr;
     }
-    const std::size_t valueStart = m_state.values.size();
-    m_state.values.appendRun(value, static_cast<std::size_t>(valueEnd - value), end);
-    addAttribute(*known, valueStart);
+    const char16_t* const valueEnd = findAnyOr<u'&', u'<', u'\n', u'\t'>(value, end, quote);
+    if (valueEnd == end || *valueEnd != quote) {
+        return nullptr;
+    }
+    const std::u16string_view units(value, static_cast<std::size_t>(valueEnd - value));
+    finishAttribute(m_state.attributes.addInWindow(known->name(), units));
+    before = known;
     return valueEnd + 1;
+}
+
+// The known name that stands before "=" and one more unit, or null.
+KnownName* TagScanner::findPlainName(const char16_t* name, const char16_t* end) const {
+    const char16_t* const nameEnd = findQNameEnd(name, end);
+    if (end - nameEnd < 2 || *nameEnd != u'=') {
+        return nullptr;
+    }
+    return m_state.names.findKnown({name, static_cast<std::size_t>(nameEnd - name)});
 }
 
 void TagScanner::readAttribute() {
@@ -147,21 +169,20 @@ void TagScanner::readAttribute() {
         m_state.report(XmlError::MissingEquals);
     }
     m_state.names.skipSpace();
-    const std::size_t valueStart = m_state.values.size();
-    m_literals.read(LiteralMode::Attribute, m_state.values);
-    addAttribute(name, valueStart);
+    AttributeList& attributes = m_state.attributes;
+    const std::size_t start = attributes.keptValues().size();
+    m_literals.read(LiteralMode::Attribute, attributes.keptValues());
+    finishAttribute(attributes.addKept(name, start));
 }
 
-void TagScanner::addAttribute(const QName& name, std::size_t valueStart) {
-    Attribute attribute{name.prefix, name.local, ZRN_EMPTY, valueStart,
-                        m_state.values.size() - valueStart};
-    if (name.prefix == ZRN_xmlns || (name.local == ZRN_xmlns && name.prefix.isEmpty())) {
-        const ZRName prefix = name.prefix.isEmpty() ? ZRName() : name.local;
-        const ZRName uri = internSharedName(m_state.values.view(valueStart));
-        m_state.namespaces->declare(prefix, uri);
+// Declares the namespace when the attribute is such a declaration.
+void TagScanner::finishAttribute(Attribute& attribute) {
+    const bool isDefault = attribute.name == ZRN_xmlns && attribute.prefix == ZRN_EMPTY;
+    if (isDefault || attribute.prefix == ZRN_xmlns) {
+        const ZRNameEnum prefix = isDefault ? ZRN_EMPTY : attribute.name;
+        m_state.namespaces->declare(prefix, internSharedName(m_state.attributes.value(attribute)));
         attribute.namespaceUri = ZRN_ns_xmlns;
     }
-    m_state.attributes.push_back(attribute);
 }
 
 // The end of the tag from its first character on; after an error it counts as ended.
@@ -259,26 +280,31 @@ bool TagScanner::resolvePrefix(Attribute& attribute) {
     return attribute.namespaceUri != ZRN_EMPTY;
 }
 
-// The attributes that have the name of an earlier one, in order.
+// The attributes that have the name of an earlier one, in order. Only those are compared whose
+// names have a low bit pattern in common with an earlier one.
 void TagScanner::findDuplicates() {
     m_duplicates.clear();
-    const std::vector<Attribute>& attributes = m_state.attributes;
+    const AttributeList& attributes = m_state.attributes;
     if (attributes.size() > kFewAttributes) {
         return findDuplicatesAmongMany();
     }
-    for (std::size_t i = 1; i < attributes.size(); ++i) {
-        for (std::size_t j = 0; j < i; ++j) {
-            if (isSameName(attributes[i], attributes[j])) {
-                m_duplicates.push_back(i);
-                break;
-            }
+    std::uint64_t seen = 0;
+    for (std::size_t i = 0; i < attributes.size(); ++i) {
+        const std::uint64_t bit = std::uint64_t{1}
+                                  << (static_cast<unsigned>(attributes[i].name) % 64);
+        if ((seen & bit) != 0
+            && std::any_of(
+                attributes.begin(), attributes.begin() + static_cast<std::ptrdiff_t>(i),
+                [&](const Attribute& earlier) { return isSameName(attributes[i], earlier); })) {
+            m_duplicates.push_back(i);
         }
+        seen |= bit;
     }
 }
 
 // By sorting, since no choice of names makes that slow.
 void TagScanner::findDuplicatesAmongMany() {
-    const std::vector<Attribute>& attributes = m_state.attributes;
+    const AttributeList& attributes = m_state.attributes;
     m_order.resize(attributes.size());
     std::iota(m_order.begin(), m_order.end(), std::size_t{0});
     std::sort(m_order.begin(), m_order.end(), [&attributes](std::size_t left, std::size_t right) {
@@ -300,8 +326,8 @@ bool TagScanner::readExpectedEndTag() {
     const KnownName* known =
         depth == 0 || depth > m_openNames.size() ? nullptr : m_openNames[depth - 1];
     const NamespaceManager& open = *m_state.namespaces;
-    if (known == nullptr || known->name.local != open.elementName()
-        || known->name.prefix != open.elementPrefix()) {
+    if (known == nullptr || known->local != open.elementName()
+        || known->prefix != open.elementPrefix()) {
         return false;
     }
     const Run& run = m_state.reader.run();

@@ -24,9 +24,10 @@ private:
     bool readExpectedEndTag();
     void readAttributes();
     bool readPlainAttributes();
-    const char16_t* readPlainAttribute(const char16_t* at, const char16_t* end);
+    const char16_t* readPlainAttribute(const char16_t* at, const char16_t* end, KnownName*& before);
+    KnownName* findPlainName(const char16_t* name, const char16_t* end) const;
     void readAttribute();
-    void addAttribute(const QName& name, std::size_t valueStart);
+    void finishAttribute(Attribute& attribute);
     void readTagEnd(char32_t c);
     void declareRootConveniences(ZRName local);
     void resolveElement(const QName& name);

@@ -198,7 +198,7 @@ UnicodeString XmlParserImpl::getAttributeValue(ZRName namespaceUri, ZRName name)
 }
 
 UnicodeString XmlParserImpl::valueOf(const Attribute& attribute) const {
-    return makeText(m_state.values.view().substr(attribute.valueStart, attribute.valueLength));
+    return makeText(m_state.attributes.value(attribute));
 }
 
 }  // namespace ZroCommon::internal

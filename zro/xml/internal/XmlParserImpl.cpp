@@ -77,6 +77,7 @@ void XmlParserImpl::setInput(std::istream& stream, const UnicodeString& encoding
 
 void XmlParserImpl::closeStream() {
     refuseReentry();
+    m_state.attributes.keepValues();  // they can still be asked for
     m_state.reader.close();
 }
 
