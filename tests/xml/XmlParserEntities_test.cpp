@@ -250,6 +250,14 @@ TEST(XmlParserEntities, ExternalSubsets) {
     }
 }
 
+TEST(XmlParserEntities, ACommentInPlaceOfAResourceIsHarmless) {
+    const testing::FakeWeb web(testing::FakeWeb::Resources{{"http://h/x", "<!---->"}});
+    const std::string entity = "[<!ENTITY e SYSTEM 'http://h/x'>]><a>&e;b</a>";
+    EXPECT_EQ(xmlEvents("<!DOCTYPE a " + entity), xmlEvents("<a>b</a>"));
+    EXPECT_EQ(xmlEvents("<!DOCTYPE a SYSTEM 'http://h/x' " + entity), xmlEvents("<a>b</a>"));
+    EXPECT_EQ(web.asked().size(), 3U);
+}
+
 TEST(XmlParserEntities, AMissingExternalSubset) {
     const std::vector<ZRXmlParser::Feature> ignore = {
         ZRXmlParser::FEATURE_IGNORE_EXTERNAL_SUBSET_ERRORS};

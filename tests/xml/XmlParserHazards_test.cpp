@@ -196,6 +196,54 @@ TEST(XmlParserHazards, NestingOfInputsCanBeLimited) {
     EXPECT_EQ(web.asked().size(), 41U);
 }
 
+// Short entities have ended before the reference in them is read.
+TEST(XmlParserHazards, NestingIsCountedByWhatRefersToWhat) {
+    const struct {
+        std::string first;
+        std::string second;
+        std::string content;
+        const char* error;
+    } cases[] = {
+        {"&a;", "", "&a;", "Limit exceeded: input nesting."},
+        {"&a;x", "", "&a;", "Limit exceeded: input nesting."},
+        {"&b;", "&a;", "&a;", "Limit exceeded: input nesting."},
+        {"&i;", "", "&a;", "Limit exceeded: input nesting."},
+        {"x", "<b/>", repeated(60, "&a;"), ""},
+        {"x", "&a;", repeated(60, "&b;&a;"), ""},
+    };
+    for (const auto& [first, second, content, error] : cases) {
+        const testing::FakeWeb web(
+            testing::FakeWeb::Resources{{"http://h/a", first}, {"http://h/b", second}});
+        EXPECT_EQ(readAll("<!DOCTYPE a [<!ENTITY a SYSTEM 'http://h/a'><!ENTITY b SYSTEM "
+                          "'http://h/b'><!ENTITY i '&#38;a;'>]><a>"
+                              + content + "</a>",
+                          ZRLimits::strict())
+                      .error.substr(0, 30),
+                  error)
+            << first << ' ' << second << ' ' << content;
+    }
+}
+
+TEST(XmlParserHazards, ParameterEntitiesThatReferToThemselvesAreLimited) {
+    const testing::FakeWeb web(testing::FakeWeb::Resources{{"http://h/p", "%p;"}});
+    EXPECT_EQ(readAll("<!DOCTYPE a [<!ENTITY % p SYSTEM 'http://h/p'>%p;]><a/>", ZRLimits::strict())
+                  .error.substr(0, 30),
+              "Limit exceeded: input nesting.");
+}
+
+TEST(XmlParserHazards, ExternalCharactersCountAsExpansion) {
+    const testing::FakeWeb web(testing::FakeWeb::Resources{{"http://h/a", repeated(10, "&b;")},
+                                                           {"http://h/b", repeated(10, "&c;")},
+                                                           {"http://h/c", std::string(99, 'x')}});
+    ZRLimits limits = ZRLimits::strict();
+    limits.entityExpansionThreshold = 10'000;
+    const std::string start = "<!DOCTYPE a [<!ENTITY a SYSTEM 'http://h/a'><!ENTITY b SYSTEM "
+                              "'http://h/b'><!ENTITY c SYSTEM 'http://h/c'>]><a>";
+    EXPECT_EQ(readAll(start + "&b;&b;</a>", limits).error, "");
+    EXPECT_EQ(readAll(start + repeated(9, "&a;") + "</a>", limits).error.substr(0, 33),
+              "Limit exceeded: entity expansion.");
+}
+
 TEST(XmlParserHazards, NothingElseIsOpenedWhenThatIsDenied) {
     const testing::FakeWeb web(testing::FakeWeb::Resources{{"http://h/e.ent", "<b/>"}});
     ZRLimits limits;

@@ -18,10 +18,10 @@ struct ZRLimits {
     /// Characters that entities bring in, as a multiple of the bytes read from the document's own
     /// input; looked at once they exceed `entityExpansionThreshold`. Breach: "entity expansion".
     std::uint32_t entityExpansionFactor = 0;
-    /// UTF-16 units of replacement text that are always allowed.
+    /// UTF-16 units from entities, internal and external, that are always allowed.
     std::uint64_t entityExpansionThreshold = std::uint64_t{8} * 1024 * 1024;
 
-    /// External inputs open inside one another. Breach: "input nesting".
+    /// External inputs that refer to one another, from the document on. Breach: "input nesting".
     std::uint32_t inputNesting = 0;
 
     /// Nothing but the document itself is opened: an external entity is a breach, "external

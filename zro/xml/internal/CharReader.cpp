@@ -121,20 +121,24 @@ void CharReader::addSegment(Segment segment) {
     resumeRun();
 }
 
-void CharReader::pushText(const UnicodeString& text) {
+void CharReader::pushText(const UnicodeString& text, std::uint32_t nesting) {
     if (!text.isEmpty()) {
-        addSegment({text, 0, kEnd});
+        addSegment({text, 0, kEnd, nesting});
     }
 }
 
 void CharReader::pushReplacement(const UnicodeString& text) {
     checkCancel();
-    m_replaced += static_cast<std::uint64_t>(text.length());
+    countReplacement(static_cast<std::uint64_t>(text.length()));
+    pushText(text);
+}
+
+void CharReader::countReplacement(std::uint64_t units) {
+    m_replaced += units;
     if (limits.entityExpansionFactor != 0 && m_replaced > limits.entityExpansionThreshold
         && m_replaced / limits.entityExpansionFactor > m_frames.front().input->total()) {
         throw LimitBreach{u"entity expansion"};
     }
-    pushText(text);
 }
 
 void CharReader::pushBackSlowly(char32_t c) {
@@ -153,7 +157,7 @@ void CharReader::pushBackSlowly(char32_t c) {
 
 void CharReader::pushCharacter(char32_t c) {
     if (c != kEnd) {
-        addSegment({UnicodeString(), 0, c});
+        addSegment({UnicodeString(), 0, c, nesting()});
     }
 }
 
@@ -174,6 +178,9 @@ DecodedInput::Fill CharReader::refill() {
     const DecodedInput::Fill fill = top().input->refill(m_run, tail);
     m_high = m_run.at;
     top().counted = m_run.at;
+    if (tail == InputTail::Nested) {
+        countReplacement(static_cast<std::uint64_t>(m_run.end - m_run.at) + 1);
+    }
     return fill;
 }
 
@@ -239,7 +246,7 @@ char32_t CharReader::closeReturns(char32_t next, unsigned count) {
     if (next != u'\n' && next != kNextLine && next != kEnd) {
         suspendRun();
         const auto first = m_segments.begin() + static_cast<std::ptrdiff_t>(top().firstSegment);
-        m_segments.insert(first, {UnicodeString(), 0, next, true});
+        m_segments.insert(first, {UnicodeString(), 0, next, top().nesting, true});
         resumeRun();
     }
     for (; count != 0; --count) {
@@ -271,7 +278,8 @@ char32_t CharReader::takeSingle() {
 // Inputs.
 
 void CharReader::push(std::unique_ptr<DecodedInput> inner) {
-    if (limits.inputNesting != 0 && m_frames.size() > limits.inputNesting) {
+    const std::uint32_t outer = nesting();
+    if (limits.inputNesting != 0 && outer >= limits.inputNesting) {
         throw LimitBreach{u"input nesting"};
     }
     dropUsedSegments();
@@ -279,14 +287,17 @@ void CharReader::push(std::unique_ptr<DecodedInput> inner) {
     Frame& frame = m_frames.emplace_back();
     frame.input = std::move(inner);
     frame.firstSegment = m_segments.size();
+    frame.nesting = outer + 1;
     resumeRun();
 }
 
 void CharReader::pushLiteral(std::u16string_view units, int line, int column) {
     dropUsedSegments();
     suspendRun();
+    const std::uint32_t outer = nesting();
     Frame& frame = m_frames.emplace_back();
     frame.firstSegment = m_segments.size();
+    frame.nesting = outer;
     frame.window = {units.data(), units.data(), units.data() + units.size()};
     frame.high = units.data();
     frame.counted = units.data();
@@ -322,7 +333,7 @@ void CharReader::keepUnread() {
     if (frame.window.at < frame.high) {
         const auto count = static_cast<std::int32_t>(frame.high - frame.window.at);
         const auto first = m_segments.begin() + static_cast<std::ptrdiff_t>(frame.firstSegment);
-        m_segments.insert(first, {UnicodeString(frame.window.at, count), 0, kEnd});
+        m_segments.insert(first, {UnicodeString(frame.window.at, count), 0, kEnd, frame.nesting});
         frame.window.at = frame.high;
     }
 }

@@ -71,7 +71,9 @@ public:
     /// Puts a character that was not read from here in front of what follows.
     void pushCharacter(char32_t c);
     /// Puts a text in front of what follows.
-    void pushText(const UnicodeString& text);
+    void pushText(const UnicodeString& text) { pushText(text, nesting()); }
+    /// The same for a text from an input of that nesting, which may have ended by now.
+    void pushText(const UnicodeString& text, std::uint32_t nesting);
     /// The same for replacement text, which the limits watch.
     void pushReplacement(const UnicodeString& text);
 
@@ -91,6 +93,11 @@ public:
 
     /// Makes an opened input the innermost one. Its end takes reading back to where it was.
     void push(std::unique_ptr<DecodedInput> inner);
+    /// How many external inputs lie around the character that was read last, by what they refer to:
+    /// what was put back counts for the input that it came from.
+    std::uint32_t nesting() const {
+        return inSegment() ? m_segments.back().nesting : top().nesting;
+    }
 
     /// Reads a text on its own: `get` ends with `kEnd` at its end, until `popLiteral`.
     /// \param units  normalised by `normalizeLiteral`; stays where it is until then
@@ -115,6 +122,7 @@ private:
         UnicodeString text;
         std::int32_t position = 0;
         char32_t single = kEnd;
+        std::uint32_t nesting = 0;
         bool counts = false;  // a single character that counts when it is read
     };
 
@@ -128,6 +136,7 @@ private:
         int line = -1;
         int column = -1;
         std::size_t firstSegment = 0;
+        std::uint32_t nesting = 0;
     };
 
     Frame& top() { return m_frames.back(); }
@@ -153,6 +162,7 @@ private:
     void resumeRun();
     void dropUsedSegments();
     void addSegment(Segment segment);
+    void countReplacement(std::uint64_t units);
     void keepUnread();
     void popFrame();
 

@@ -226,19 +226,24 @@ void InputOpener::openEntity(const UnicodeString& systemId) {
 // On purpose: a blank among the first characters of an entity that has no declaration is lost, and
 // the look for one goes on behind the end of a short entity.
 bool InputOpener::findTextDeclaration() {
+    CharReader& reader = m_state.reader;
+    const std::uint32_t nesting = reader.nesting();
     UnicodeString start;
+    int32_t own = 0;  // how much of it is the entity's
     char32_t c = 0;
     for (int count = 0; count < 6; ++count) {
-        c = m_state.reader.get();
+        c = reader.get();
         if (c == CharReader::kEnd || isXmlSpace(c)) {
             break;
         }
         start.append(static_cast<UChar32>(c));
+        own = reader.nesting() == nesting ? start.length() : own;
     }
     if (isXmlSpace(c) && start == u"<?xml") {
         return true;
     }
-    m_state.reader.pushText(start);
+    reader.pushText(start.tempSubString(own));
+    reader.pushText(start.tempSubString(0, own), nesting);
     return false;
 }
 
