@@ -1,28 +1,17 @@
 #include "tools/zro/Position.h"
 
 #include <algorithm>
-#include <array>
+#include <string_view>
 
 namespace zro {
 namespace {
 
-constexpr std::array kEventNames = {
-    u"START_DOCUMENT",
-    u"END_DOCUMENT",
-    u"START_TAG",
-    u"END_TAG",
-    u"TEXT",
-    u"CDSECT",
-    u"ENTITY_REF",
-    u"COMMENT",
-    u"IGNORABLE_WHITESPACE",
-    u"DOCDECL",
-    u"PROCESSING_INSTRUCTION",
-};
-
+// Any text of the form, "START_TAG": which events there are is the parser's business.
 bool isEventName(const UnicodeString& text) {
-    return std::any_of(kEventNames.begin(), kEventNames.end(),
-                       [&](const char16_t* name) { return text == name; });
+    const std::u16string_view units(text.getBuffer(), static_cast<std::size_t>(text.length()));
+    return !units.empty() && std::all_of(units.begin(), units.end(), [](char16_t unit) {
+        return (unit >= u'A' && unit <= u'Z') || unit == u'_';
+    });
 }
 
 // Takes the last field ", Line 12" off the text. \return its number, 0 without the field
