@@ -39,7 +39,9 @@ void makeRooted(std::string& name) {
     constexpr std::string_view kThisHost = "/localhost";
     if (name == kThisHost || name.starts_with("/localhost/")) {
         name.erase(0, kThisHost.size());
-        name.insert(0, name.empty() ? "/" : "");
+        if (name.empty()) {
+            name = '/';
+        }
     }
 }
 

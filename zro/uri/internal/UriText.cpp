@@ -127,7 +127,8 @@ std::size_t schemeLength(std::u16string_view text) {
 }
 
 bool isDriveAt(std::u16string_view text, std::size_t index) {
-    return text.size() >= index + 2 && text[index + 1] == u':' && isLetter(text[index]);
+    const std::u16string_view drive = text.substr(std::min(index, text.size()), 2);
+    return drive.size() == 2 && drive[1] == u':' && isLetter(drive[0]);
 }
 
 bool startsWithIgnoringCase(std::u16string_view text, std::u16string_view prefix) {
