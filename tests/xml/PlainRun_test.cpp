@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "zro/foundation/Text.h"
+
 namespace ZroCommon::internal {
 namespace {
 
@@ -49,6 +51,26 @@ TEST(PlainRun, StopsAtEachUnitThatIsNotPlain) {
         expectTwinsAgree<Escape::Text>(text);
         expectTwinsAgree<Escape::Attribute>(text);
         ASSERT_FALSE(::testing::Test::HasFatalFailure()) << "at unit " << unit;
+    }
+}
+
+// Against ICU; where there are no vector registers, nothing is written here.
+TEST(PlainRun, WritesRunsOfThreeBytesUpToAnyOtherUnit) {
+    constexpr char16_t kUnits[] = {0x800, 0xFFF, 0x1000, 0x3042, 0xD7FF, 0xE000, 0xFFFF};
+    for (const char16_t stop : {u'a', u'\u0080', u'\u07FF', char16_t{0xD800}, char16_t{0xDFFF}}) {
+        for (std::size_t at = 0; at < 40; ++at) {
+            std::u16string text;
+            while (text.size() < 40) {
+                text += text.size() == at ? stop : kUnits[text.size() % std::size(kUnits)];
+            }
+            std::string bytes(100, '?');  // too few for all
+            const std::size_t run = copyThreeByteRun(text.data(), text.size(), bytes.data(), 98);
+            ASSERT_TRUE(run <= at && run * 3 <= 98) << "stop at " << at;
+            std::string expected;
+            UnicodeString(text.data(), static_cast<int32_t>(run)).toUTF8String(expected);
+            EXPECT_EQ(bytes.substr(0, 3 * run), expected) << "stop at " << at;
+            EXPECT_EQ(bytes.substr(98), "??") << "stop at " << at;
+        }
     }
 }
 

@@ -109,6 +109,11 @@ std::size_t XmlOutput::putUtf8Run(std::u16string_view text) {
             to = appendTwoBytes(to, *from++);
         } else if ((*from & 0xF800U) != 0xD800) {
             to = appendThreeBytes(to, *from++);
+            const std::size_t run =
+                copyThreeByteRun(from, static_cast<std::size_t>(end - from), to,
+                                 static_cast<std::size_t>(m_block.get() + kBlockSize - to));
+            from += run;
+            to += 3 * run;
         } else {
             const auto [value, units] = firstCharacter({from, end});
             to = units == 2 ? appendFourBytes(to, value) : appendThreeBytes(to, value);
