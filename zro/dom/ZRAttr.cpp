@@ -5,8 +5,6 @@
 
 namespace ZroCommon {
 
-ZRAttr::~ZRAttr() = default;
-
 unsigned int ZRAttr::getTypeID() const {
     return getStaticTypeID();
 }

@@ -42,7 +42,7 @@ protected:
     explicit ZRAttr(ZRDocument* ownerDocument, ZRName namespaceUri = ZRName(),
                     ZRName localName = ZRName())
         : ZRNode(ownerDocument), m_namespaceUri(namespaceUri), m_localName(localName) {}
-    ~ZRAttr() override;
+    ~ZRAttr() override = default;
 
     ZRName storedNamespaceUri() const { return m_namespaceUri; }
     ZRName storedLocalName() const { return m_localName; }
@@ -51,9 +51,8 @@ private:
     friend class internal::AttrNodeMap;
     friend class internal::AttrIndex;
 
-    ZRAttr* m_nextAttribute = nullptr;
-    ZRAttr* m_previousAttribute = nullptr;
-    ZRName m_namespaceUri;  // what the map finds it by
+    ZRAttr* m_nextAttribute = nullptr;  // the previous one is behind the link of siblings
+    ZRName m_namespaceUri;              // what the map finds it by
     ZRName m_localName;
 };
 

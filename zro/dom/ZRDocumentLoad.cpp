@@ -90,7 +90,7 @@ void ZRDocument::abort() {
 
 void ZRDocument::setLastLoadingNode(ZRNode* node) {
     m_lastLoadingNode = node;
-    m_lastLoadingHold = node != this ? node : nullptr;
+    m_lastLoadingHold = ZRPtr<ZRNode>(node != this ? node : nullptr);
 }
 
 ZRNode* ZRDocument::loadNextNode() {
@@ -104,7 +104,7 @@ ZRNode* ZRDocument::loadNextNode() {
 }
 
 ZRNode* ZRDocument::buildNextNode() {
-    const ZRPtr<ZRXmlParser> parser(getParser());
+    const ZRPtr<ZRXmlParser> parser(getParser());  // may be replaced meanwhile
     ZRNode* point = insertionPoint();
     for (;;) {
         ZRXmlParser::EventType event = parser->next();

@@ -15,10 +15,6 @@ using internal::ErrorSite;
 using internal::LibraryError;
 using internal::throwLibraryError;
 
-ZRNode::~ZRNode() {
-    releaseChildren();
-}
-
 void* ZRNode::operator new(std::size_t size) {
     return internal::allocateNodeMemory(size);
 }
@@ -60,11 +56,6 @@ ZRValue ZRNode::getNodeValue() const {
 void ZRNode::setNodeValue(const ZRValue& /*value*/) {
     throwLibraryError(LibraryError::WrongState, ErrorSite::NodeSetNodeValue,
                       getNodeName().toString());
-}
-
-void ZRNode::setFlag(int mask, bool on) {
-    const auto bits = static_cast<std::uint32_t>(mask);
-    m_flags = on ? m_flags | bits : m_flags & ~bits;
 }
 
 ZRNode* ZRNode::getParentNode() const {

@@ -161,7 +161,10 @@ public:
 
     /// Whether any bit of the mask is set.
     bool getFlag(int mask) const { return (m_flags & static_cast<std::uint32_t>(mask)) != 0; }
-    void setFlag(int mask, bool on);
+    void setFlag(int mask, bool on) {
+        const auto bits = static_cast<std::uint32_t>(mask);
+        m_flags = on ? m_flags | bits : m_flags & ~bits;
+    }
     bool isLoading() const { return getFlag(kLoading); }
     /// True for what the parser made, finished or not; false for what was built by hand.
     bool isLoaded() const { return getFlag(kLoading | kLoaded); }
@@ -219,7 +222,11 @@ public:
 
 protected:
     explicit ZRNode(ZRDocument* ownerDocument) : m_ownerDocument(ownerDocument) {}
-    ~ZRNode() override;
+    ~ZRNode() override {
+        if (m_lastChild != nullptr) {
+            releaseChildren();
+        }
+    }
 
     /// Lets go of the children of a document that dies; those held elsewhere forget the document.
     void releaseTreeOfDocument();

@@ -52,7 +52,9 @@ void ZRNode::releaseAsChain(const ZRDocument* dyingDocument) {
     while (chain.first != nullptr) {
         ZRNode* node = std::exchange(chain.first, chain.first->m_next);
         node->m_next = nullptr;
-        node->forgetDyingDocument();
+        if (node->getRefCount() > 1) {
+            node->forgetDyingDocument();
+        }
         node->release();
     }
     Chain::t_current = outer;
@@ -66,11 +68,11 @@ void ZRNode::removeAllChildNodes() {
     releaseChildren();
 }
 
-/// What outlives its document must not lead to it any more.
+/// What is held elsewhere and outlives its document must not lead to it any more.
 void ZRNode::forgetDyingDocument() {
     const Chain* chain = Chain::t_current;
     if (chain != nullptr && chain->dyingDocument != nullptr
-        && chain->dyingDocument == m_ownerDocument && getRefCount() > 1) {
+        && chain->dyingDocument == m_ownerDocument) {
         forgetDocument();
     }
 }

@@ -22,6 +22,9 @@ public:
         addRef();
     }
 
+    template <class U, class = std::enable_if_t<std::is_convertible_v<U*, T*>>>
+    ZRPtr(ZRPtr<U>&& other) noexcept : m_object(other.detach()) {}
+
     ~ZRPtr() { release(); }
 
     ZRPtr& operator=(const ZRPtr& other) {  // NOLINT(bugprone-unhandled-self-assignment): a copy
@@ -35,6 +38,11 @@ public:
     template <class U, class = std::enable_if_t<std::is_convertible_v<U*, T*>>>
     ZRPtr& operator=(const ZRPtr<U>& other) {
         ZRPtr(other).swap(*this);
+        return *this;
+    }
+    template <class U, class = std::enable_if_t<std::is_convertible_v<U*, T*>>>
+    ZRPtr& operator=(ZRPtr<U>&& other) noexcept {
+        ZRPtr(std::move(other)).swap(*this);
         return *this;
     }
     ZRPtr& operator=(T* object) {

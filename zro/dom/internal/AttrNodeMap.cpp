@@ -32,9 +32,11 @@ void AttrNodeMap::close() {
     ZRAttr* attr = std::exchange(m_first, nullptr);
     while (attr != nullptr) {
         ZRAttr* next = std::exchange(attr->m_nextAttribute, nullptr);
-        attr->m_previousAttribute = nullptr;
+        attr->m_previous = nullptr;
         attr->m_parent = nullptr;
-        attr->forgetDyingDocument();
+        if (attr->getRefCount() > 1) {
+            attr->forgetDyingDocument();
+        }
         attr->release();
         attr = next;
     }
@@ -47,9 +49,7 @@ ZRNode* AttrNodeMap::getNextNode(ZRNode* node) {
 }
 
 ZRNode* AttrNodeMap::getPreviousNode(ZRNode* node) {
-    return node != nullptr && node->isA(ZRAttr::getStaticTypeID())
-               ? static_cast<ZRAttr*>(node)->m_previousAttribute
-               : nullptr;
+    return node != nullptr && node->isA(ZRAttr::getStaticTypeID()) ? node->m_previous : nullptr;
 }
 
 ZRNode* AttrNodeMap::item(int index) {
@@ -87,8 +87,9 @@ ZRAttr* AttrNodeMap::find(ZRName namespaceUri, ZRName localName) const {
 }
 
 bool AttrNodeMap::holds(const ZRAttr& attr) const {
-    return attr.m_parent == m_owner && m_owner != nullptr
-           && (attr.m_previousAttribute != nullptr || m_first == &attr);
+    // A child of the element is in a ring and so has a next sibling.
+    return attr.m_parent == m_owner && m_owner != nullptr && attr.m_next == nullptr
+           && (attr.m_previous != nullptr || m_first == &attr);
 }
 
 ZRAttr& AttrNodeMap::requireAddable(ZRNode* node, ErrorSite site) const {
@@ -142,17 +143,27 @@ ZRPtr<ZRNode> AttrNodeMap::replace(ZRAttr& attr, ZRAttr& old) {
     attr.addRef();
     attr.m_parent = m_owner;
     attr.m_nextAttribute = std::exchange(old.m_nextAttribute, nullptr);
-    attr.m_previousAttribute = std::exchange(old.m_previousAttribute, nullptr);
-    (attr.m_nextAttribute != nullptr ? attr.m_nextAttribute->m_previousAttribute : m_last) = &attr;
-    (attr.m_previousAttribute != nullptr ? attr.m_previousAttribute->m_nextAttribute : m_first) =
-        &attr;
+    attr.m_previous = std::exchange(old.m_previous, nullptr);
+    if (attr.m_nextAttribute != nullptr) {
+        attr.m_nextAttribute->m_previous = &attr;
+    } else {
+        m_last = &attr;
+    }
+    auto* previous = static_cast<ZRAttr*>(attr.m_previous);
+    (previous != nullptr ? previous->m_nextAttribute : m_first) = &attr;
     old.m_parent = nullptr;
     return ZRPtr<ZRNode>::adopt(&old);
 }
 
 void AttrNodeMap::append(ZRPtr<ZRAttr> attr) {
     noteNames(*attr);
-    addToIndex(*attr);
+    appendNamed(std::move(attr));
+}
+
+void AttrNodeMap::appendNamed(ZRPtr<ZRAttr> attr) {
+    if (m_count >= kIndexAbove) {
+        addToIndex(*attr);
+    }
     linkLast(*attr.detach());
 }
 
@@ -162,9 +173,6 @@ void AttrNodeMap::noteNames(ZRAttr& attr) {
 }
 
 void AttrNodeMap::addToIndex(ZRAttr& attr) {
-    if (m_count < kIndexAbove) {
-        return;
-    }
     try {
         if (!m_index) {
             m_index = std::make_unique<AttrIndex>();
@@ -181,7 +189,7 @@ void AttrNodeMap::addToIndex(ZRAttr& attr) {
 
 void AttrNodeMap::linkLast(ZRAttr& attr) {
     attr.m_parent = m_owner;
-    attr.m_previousAttribute = m_last;
+    attr.m_previous = m_last;
     (m_last != nullptr ? m_last->m_nextAttribute : m_first) = &attr;
     m_last = &attr;
     ++m_count;
@@ -189,9 +197,13 @@ void AttrNodeMap::linkLast(ZRAttr& attr) {
 
 void AttrNodeMap::unlink(ZRAttr& attr) {
     ZRAttr* next = std::exchange(attr.m_nextAttribute, nullptr);
-    ZRAttr* previous = std::exchange(attr.m_previousAttribute, nullptr);
-    (next != nullptr ? next->m_previousAttribute : m_last) = previous;
-    (previous != nullptr ? previous->m_nextAttribute : m_first) = next;
+    ZRNode* previous = std::exchange(attr.m_previous, nullptr);
+    if (next != nullptr) {
+        next->m_previous = previous;
+    } else {
+        m_last = static_cast<ZRAttr*>(previous);
+    }
+    (previous != nullptr ? static_cast<ZRAttr*>(previous)->m_nextAttribute : m_first) = next;
     attr.m_parent = nullptr;
     --m_count;
 }

@@ -40,6 +40,8 @@ public:
 
     /// Adds an attribute that nothing else has.
     void append(ZRPtr<ZRAttr> attr);
+    /// The same for one whose stored names are its names.
+    void appendNamed(ZRPtr<ZRAttr> attr);
     /// Takes out an attribute that this map holds.
     ZRPtr<ZRAttr> remove(ZRAttr& attr);
     /// Lets go of all attributes and of the element, which dies.

@@ -3,19 +3,30 @@
 #include <algorithm>
 #include <memory>
 #include <new>
+#include <utility>
 
 #include "zro/dom/internal/NodeSlab.h"
 
 namespace ZroCommon::internal {
+namespace {
 
-void AttrValue::clear() noexcept {
+/// A copy of an alias is a text of its own, and sooner made than by appending.
+UnicodeString copyOf(const char16_t* units, int32_t length) {
+    const UnicodeString alias(false, units, length);
+    return UnicodeString(alias);
+}
+
+}  // namespace
+
+/// Leaves nothing in the storage that has to be freed.
+void AttrValue::clearStorage() noexcept {
     if (m_kind == Kind::Value) {
         std::destroy_at(&m_storage.value);
     } else if (m_kind == Kind::BlockText) {
         freeNodeMemory(m_storage.block.units, m_storage.block.length * sizeof(char16_t));
     }
-    new (&m_storage.value) ZRValue;
-    m_kind = Kind::Value;
+    m_kind = Kind::InlineText;
+    m_inlineLength = 0;
 }
 
 void AttrValue::set(const ZRValue& value) {
@@ -23,33 +34,39 @@ void AttrValue::set(const ZRValue& value) {
         set(value.getStringValue(), value.getUnitType());
         return;
     }
-    const ZRValue copy = value;  // first: the value may be reached through the old one
+    ZRValue copy = value;  // first: the value may be reached through the old one
     clear();
-    m_storage.value = copy;
+    new (&m_storage.value) ZRValue(std::move(copy));
+    m_kind = Kind::Value;
 }
 
 void AttrValue::set(const UnicodeString& text, ZRValueUnitType unit) {
     if (text.isBogus()) {
-        const ZRValue bogus(text, unit);
+        ZRValue bogus(text, unit);
         clear();
-        m_storage.value = bogus;
+        new (&m_storage.value) ZRValue(std::move(bogus));
+        m_kind = Kind::Value;
         return;
     }
-    const auto length = static_cast<std::size_t>(text.length());
-    if (length > kInlineUnits) {
-        auto* units = static_cast<char16_t*>(allocateNodeMemory(length * sizeof(char16_t)));
-        std::copy_n(text.getBuffer(), length, units);
-        clear();
-        m_storage.block = {units, length};
-        m_kind = Kind::BlockText;
+    const std::u16string_view units(text.getBuffer(), static_cast<std::size_t>(text.length()));
+    if (units.size() > kInlineUnits) {
+        setBlock(units);
     } else {
         clear();
-        m_storage.units = {};
-        std::copy_n(text.getBuffer(), length, m_storage.units.data());
-        m_inlineLength = static_cast<std::uint8_t>(length);
-        m_kind = Kind::InlineText;
+        for (std::size_t i = 0; i < units.size(); ++i) {
+            m_storage.units[i] = units[i];
+        }
+        m_inlineLength = static_cast<std::uint8_t>(units.size());
     }
     m_unit = static_cast<std::uint8_t>(unit);
+}
+
+void AttrValue::setBlock(std::u16string_view text) {
+    auto* units = static_cast<char16_t*>(allocateNodeMemory(text.size() * sizeof(char16_t)));
+    std::copy(text.begin(), text.end(), units);
+    clear();
+    m_storage.block = {units, text.size()};
+    m_kind = Kind::BlockText;
 }
 
 ZRValue AttrValue::get() const {
@@ -58,9 +75,9 @@ ZRValue AttrValue::get() const {
 
 UnicodeString AttrValue::text() const {
     switch (m_kind) {
-    case Kind::InlineText: return {m_storage.units.data(), m_inlineLength};
+    case Kind::InlineText: return copyOf(m_storage.units.data(), m_inlineLength);
     case Kind::BlockText:
-        return {m_storage.block.units, static_cast<int32_t>(m_storage.block.length)};
+        return copyOf(m_storage.block.units, static_cast<int32_t>(m_storage.block.length));
     case Kind::Value: break;
     }
     return m_storage.value.toString();

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 #include "zro/values/ZRValue.h"
 
@@ -47,7 +48,13 @@ private:
         BlockText block;
     };
 
-    void clear() noexcept;
+    void clear() noexcept {
+        if (m_kind != Kind::InlineText) {
+            clearStorage();
+        }
+    }
+    void clearStorage() noexcept;
+    void setBlock(std::u16string_view text);
 
     Storage m_storage;
     Kind m_kind = Kind::Value;

@@ -9,9 +9,9 @@ namespace ZroCommon::internal {
 namespace {
 
 /// The same as setting a string value, without making one for an attribute of ours.
-void setTextValue(ZRAttr& attr, const UnicodeString& text) {
-    if (Attr* plain = asPlainAttr(attr)) {
-        plain->setText(text);
+void setTextValue(ZRAttr& attr, Attr* plain, const UnicodeString& text) {
+    if (plain != nullptr) {
+        plain->Attr::setText(text);
     } else {
         attr.setValue(ZRValue(text));
     }
@@ -48,7 +48,7 @@ void Element::setAttributeEx(ZRName namespaceUri, ZRName prefix, ZRName name,
                              const UnicodeString& text) {
     AttrNodeMap& map = ensureAttributes();
     if (ZRAttr* known = map.find(namespaceUri, name)) {
-        setTextValue(*known, text);
+        setTextValue(*known, asPlainAttr(*known), text);
         known->setPrefix(prefix);
         return;
     }
@@ -56,9 +56,10 @@ void Element::setAttributeEx(ZRName namespaceUri, ZRName prefix, ZRName name,
     if (attr.get() == nullptr) {
         return;
     }
-    setTextValue(*attr, text);
-    if (asPlainAttr(*attr) != nullptr && attr->getParentNodeFast() == nullptr) {
-        map.append(std::move(attr));
+    Attr* plain = asPlainAttr(*attr);
+    setTextValue(*attr, plain, text);
+    if (plain != nullptr && plain->getParentNodeFast() == nullptr) {
+        map.appendNamed(std::move(attr));
     } else {
         map.setNamedItemNS(attr);
     }

@@ -11,14 +11,13 @@
 namespace ZroCommon::internal {
 namespace {
 
-constexpr std::size_t kPageBytes = 64U * 1024U;
-constexpr std::size_t kPagesInRegion = 16;
+constexpr std::size_t kPageBytes = 32U * 1024U;
+constexpr std::size_t kPagesInRegion = 32;
 constexpr std::size_t kRegionBytes = kPageBytes * kPagesInRegion;
-constexpr std::size_t kSpareRegions = 32;  // entirely free ones that are kept
+constexpr std::size_t kSpareRegions = 64;  // entirely free ones that are kept
 constexpr std::size_t kGranule = 8;  // sizes that are a multiple of 16 get blocks aligned to 16
 constexpr std::size_t kSizes = NodeSlab::kLargestBlock / kGranule;
-constexpr std::size_t kExtendBytes = 4096;  // a new page is cut into blocks in steps of this
-constexpr std::size_t kBatch = 64;          // foreign blocks that a thread collects
+constexpr std::size_t kBatch = 64;  // foreign blocks that a thread collects
 
 class Heap;
 struct Region;
@@ -32,7 +31,7 @@ struct Page {
     std::atomic<Heap*> owner{nullptr};  // null once the thread has ended
     Region* region = nullptr;
     Block* free = nullptr;
-    std::byte* uncut = nullptr;  // what is not cut into blocks yet
+    std::byte* uncut = nullptr;  // behind the blocks that were out already
     std::uint32_t blockSize = 0;
     std::uint32_t live = 0;  // blocks out, those on `returned` included
     bool isFull = false;     // which of the owner's lists it is in
@@ -43,8 +42,20 @@ struct Page {
     std::uint32_t returnedCount = 0;
     Page* nextReturned = nullptr;
 
-    std::byte* end() { return reinterpret_cast<std::byte*>(this) + kPageBytes; }
-    void cutMore();
+    /// A block that was free, or the next one in the order of addresses; null when the page is
+    /// full.
+    void* take() {
+        void* block = free;
+        if (block != nullptr) {
+            free = free->next;
+        } else if (uncut + blockSize <= reinterpret_cast<std::byte*>(this) + kPageBytes) {
+            block = std::exchange(uncut, uncut + blockSize);
+        } else {
+            return nullptr;
+        }
+        ++live;
+        return block;
+    }
 };
 
 constexpr std::size_t kPageHead = 128;
@@ -53,13 +64,6 @@ static_assert(sizeof(Page) <= kPageHead);
 Page& pageOf(void* memory) {
     const auto address = reinterpret_cast<std::uintptr_t>(memory);
     return *reinterpret_cast<Page*>(address & ~(kPageBytes - 1));
-}
-
-void Page::cutMore() {
-    for (std::size_t cut = 0; cut < kExtendBytes && uncut + blockSize <= end(); cut += blockSize) {
-        free = new (uncut) Block{free};
-        uncut += blockSize;
-    }
 }
 
 /// A list of pages that a page can leave from anywhere.
@@ -223,7 +227,6 @@ public:
     void addReturned(Page& page);
 
 private:
-    Page& pageWithRoom(std::size_t index);
     Page& newPage(std::size_t index);
     void collectReturned();
     void flushForeign();
@@ -276,29 +279,18 @@ Heap::~Heap() {
 }
 
 void* Heap::allocateSlowly(std::size_t index) {
-    Page& page = pageWithRoom(index);
-    Block* block = page.free;
-    page.free = block->next;
-    ++page.live;
-    return block;
-}
-
-Page& Heap::pageWithRoom(std::size_t index) {
     if (m_hasReturned.load(std::memory_order_relaxed)) {
         collectReturned();
     }
     while (Page* page = m_open[index].front()) {
-        if (page->free == nullptr) {
-            page->cutMore();
-        }
-        if (page->free != nullptr) {
-            return *page;
+        if (void* block = page->take()) {
+            return block;
         }
         m_open[index].remove(*page);
         m_full[index].pushFront(*page);
         page->isFull = true;
     }
-    return newPage(index);
+    return newPage(index).take();
 }
 
 Page& Heap::newPage(std::size_t index) {
@@ -313,7 +305,6 @@ Page& Heap::newPage(std::size_t index) {
     page.region = region;
     page.blockSize = static_cast<std::uint32_t>((index + 1) * kGranule);
     page.uncut = static_cast<std::byte*>(memory) + kPageHead;
-    page.cutMore();
     m_open[index].pushFront(page);
     return page;
 }
@@ -383,7 +374,7 @@ void Heap::dropEmptyPages() {
     }
 }
 
-[[gnu::tls_model("initial-exec")]] thread_local constinit Heap* t_heap = nullptr;
+thread_local constinit Heap* t_heap = nullptr;
 thread_local constinit bool t_hasEnded = false;
 
 struct EndOfThread {
@@ -418,10 +409,8 @@ void* NodeSlab::allocate(std::size_t size) {
     const std::size_t index = (size - 1) / kGranule;
     if (t_heap != nullptr) {
         Page* page = t_heap->openPage(index);
-        if (page != nullptr && page->free != nullptr) {
-            Block* block = page->free;
-            page->free = block->next;
-            ++page->live;
+        void* block = page != nullptr ? page->take() : nullptr;
+        if (block != nullptr) {
             return block;
         }
     }

@@ -10,7 +10,7 @@ namespace ZroCommon::internal {
 /// Each thread takes blocks from pages of its own without a lock. A block may be freed by any
 /// thread: those of other threads' pages are collected and handed back in batches. Pages that
 /// become empty go back, so the memory of a dropped tree serves other sizes and other threads; what
-/// is beyond a reserve of 32 MiB goes back to the system.
+/// is beyond a reserve of 64 MiB goes back to the system.
 class NodeSlab {
 public:
     /// Larger blocks come from the global heap.
