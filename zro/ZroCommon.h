@@ -29,6 +29,8 @@
 #include "zro/text/ZRScript.h"
 #include "zro/text/ZRUUID.h"
 #include "zro/text/ZRUtil.h"
+#include "zro/text/xls/XlsFormat.h"
+#include "zro/text/xls/XlsFormatString.h"
 #include "zro/uri/ZRUri.h"
 #include "zro/uri/ZRUriReferenceResolver.h"
 #include "zro/values/TransMatrix.h"

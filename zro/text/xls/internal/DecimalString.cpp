@@ -1,0 +1,284 @@
+#include "zro/text/xls/internal/DecimalString.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+namespace ZroCommon::internal {
+namespace {
+
+constexpr std::size_t kSignificant = 15;
+constexpr int kMaxDecimals = 32;
+constexpr int kChunk = 9;  // decimals that are split off at once
+
+constexpr std::array<double, kChunk + 1> kPowers = {1e0, 1e1, 1e2, 1e3, 1e4,
+                                                    1e5, 1e6, 1e7, 1e8, 1e9};
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+}  // namespace
+
+void DecimalString::insert(std::size_t index, std::size_t count, char c) {
+    const std::size_t added = std::min(count, kCapacity - m_size);
+    std::memmove(m_chars.data() + index + added, m_chars.data() + index, m_size - index);
+    std::memset(m_chars.data() + index, c, added);
+    m_size += added;
+}
+
+std::size_t DecimalString::pointIndex() const {
+    return std::min(text().find('.'), m_size);
+}
+
+std::string_view DecimalString::decimals() const {
+    return hasPoint() ? text().substr(pointIndex() + 1) : std::string_view();
+}
+
+// Writing a double.
+
+void DecimalString::appendInteger(double whole) {
+    constexpr double kMaxInteger = 9e18;
+    char* const first = m_chars.data() + m_size;
+    char* const last = m_chars.data() + kCapacity;
+    const auto end = whole < kMaxInteger
+                         ? std::to_chars(first, last, static_cast<std::int64_t>(whole))
+                         : std::to_chars(first, last, whole, std::chars_format::fixed, 0);
+    m_size = static_cast<std::size_t>(end.ptr - m_chars.data());
+}
+
+// Splits decimals off in chunks, each product rounded as doubles are; what is left of the fraction
+// behind the last one tells whether it is to be rounded up.
+bool DecimalString::appendDecimals(double fraction, int decimals) {
+    for (int left = decimals; left > 0; left -= kChunk) {
+        const int places = std::min(left, kChunk);
+        const double scaled = fraction * kPowers[static_cast<std::size_t>(places)];
+        auto chunk = static_cast<std::uint32_t>(scaled);
+        fraction = scaled - chunk;
+        char* const first = m_chars.data() + m_size;
+        for (char* digit = first + places; digit != first; chunk /= 10) {
+            *--digit = static_cast<char>('0' + chunk % 10);
+        }
+        m_size += static_cast<std::size_t>(places);
+    }
+    return fraction > 0.5;  // On purpose: a half is rounded down.
+}
+
+bool DecimalString::assignFixed(double number, int decimals) {
+    m_size = 0;
+    if (number < 0) {
+        push('-');
+    }
+    double whole = 0;
+    const double fraction = std::modf(std::fabs(number), &whole);
+    appendInteger(whole);
+    push('.');
+    if (appendDecimals(fraction, decimals)) {
+        push('5');
+        return roundDecimals(static_cast<std::size_t>(decimals));
+    }
+    if (decimals == 0) {
+        --m_size;
+    }
+    return false;
+}
+
+void DecimalString::assignSixDecimals(double number) {
+    const auto end = std::to_chars(m_chars.data(), m_chars.data() + kCapacity, number,
+                                   std::chars_format::fixed, 6);
+    m_size = static_cast<std::size_t>(end.ptr - m_chars.data());
+}
+
+void DecimalString::assign(double magnitude) {
+    assignFixed(magnitude, kMaxDecimals);
+    stripZeros();
+    roundToFifteenDigits();
+    normalise();
+}
+
+// Rounding.
+
+// Adds one to the digit that ends ahead of `end`, with its carry through nines and over the point.
+// False when the carry leaves the digits, or there are none.
+bool DecimalString::increment(std::size_t end) {
+    while (end > signLength()) {
+        char& digit = m_chars[--end];
+        if (digit == '.') {
+            continue;
+        }
+        if (digit != '9') {
+            ++digit;
+            return true;
+        }
+        digit = '0';
+    }
+    return false;
+}
+
+// Adds one ahead of `end`, where a new digit in front is made if need be.
+bool DecimalString::incrementOrGrow(std::size_t end) {
+    const bool grows = !increment(end);
+    if (grows) {
+        insert(signLength(), 1, '1');
+    }
+    return grows;
+}
+
+// Fifteen significant digits, rounded half up by the sixteenth alone.
+void DecimalString::roundToFifteenDigits() {
+    std::size_t index = signLength();
+    while (index < m_size && (m_chars[index] == '0' || m_chars[index] == '.')) {
+        ++index;
+    }
+    for (std::size_t digits = 0; index < m_size; ++index) {
+        if (m_chars[index] != '.' && ++digits > kSignificant) {
+            break;
+        }
+    }
+    if (index >= m_size) {
+        return;
+    }
+    const bool roundsUp = m_chars[index] >= '5';
+    for (std::size_t behind = index; behind < m_size; ++behind) {
+        if (m_chars[behind] != '.') {
+            m_chars[behind] = '0';
+        }
+    }
+    if (!roundsUp) {
+        return;
+    }
+    if (m_chars[index - 1] == '.' && m_chars[index - 2] == '9') {
+        // On purpose: behind fifteen integer digits that end in 9, the point itself is raised.
+        ++m_chars[index - 1];
+        return;
+    }
+    incrementOrGrow(index);
+}
+
+// Digits at the end carry inward one by one, as long as they lie at `first` or behind.
+bool DecimalString::cascade(std::size_t first) {
+    // On purpose: rounding twice. The first fifteen characters are spared.
+    for (std::size_t index = m_size; index > std::max(first, kSignificant);) {
+        char& digit = m_chars[--index];
+        if (digit > '4' && isDigit(digit)) {
+            digit = '0';
+            if (incrementOrGrow(index)) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+bool DecimalString::roundDecimals(std::size_t decimals) {
+    const std::size_t point = pointIndex();
+    if (point == m_size) {
+        return false;
+    }
+    std::size_t first = std::min(point + 1 + decimals, m_size);
+    bool grows = cascade(first + 1);
+    if (!grows && first < m_size && m_chars[first] >= '5') {
+        grows = incrementOrGrow(first);
+    }
+    first = std::min(first + (grows ? 1 : 0), m_size);
+    std::memset(m_chars.data() + first, '0', m_size - first);
+    return grows;
+}
+
+// The form of the text.
+
+void DecimalString::stripZeros() {
+    if (!hasPoint()) {
+        return;
+    }
+    while (m_chars[m_size - 1] == '0') {
+        --m_size;
+    }
+    if (m_chars[m_size - 1] == '.') {
+        --m_size;
+    }
+}
+
+void DecimalString::dropDecimal() {
+    if (hasPoint()) {
+        --m_size;
+        if (m_chars[m_size - 1] == '.') {
+            --m_size;
+        }
+    }
+}
+
+void DecimalString::appendExponent(int exponent) {
+    push('E');
+    push(exponent < 0 ? '-' : '+');
+    if (std::abs(exponent) < 10) {
+        push('0');
+    }
+    appendInteger(std::abs(exponent));
+}
+
+void DecimalString::normalise() {
+    const std::size_t start = signLength();
+    std::size_t first = start;
+    while (first + 1 < m_size && m_chars[first] == '0' && isDigit(m_chars[first + 1])) {
+        ++first;
+    }
+    std::memmove(m_chars.data() + start, m_chars.data() + first, m_size - first);
+    m_size -= first - start;
+    if (m_size == start || m_chars[start] == '.') {
+        insert(start, 1, '0');
+    }
+    const std::size_t point = pointIndex();
+    if (point == m_size) {
+        push('.');
+    }
+    while (m_size > point + 2 && m_chars[m_size - 1] == '0') {
+        --m_size;
+    }
+    if (m_size == point + 1) {
+        push('0');
+    }
+}
+
+void DecimalString::movePointRight(std::size_t places) {
+    const std::size_t point = pointIndex();
+    const std::size_t behind = m_size - point - 1;
+    if (behind < places) {
+        insert(m_size, places - behind, '0');
+    }
+    const std::size_t moved = std::min(places, m_size - point - 1);
+    std::memmove(m_chars.data() + point, m_chars.data() + point + 1, moved);
+    m_chars[point + moved] = '.';
+}
+
+void DecimalString::movePointLeft(std::size_t places) {
+    const std::size_t start = signLength();
+    const std::size_t ahead = pointIndex() - start;
+    if (ahead < places) {
+        insert(start, places - ahead, '0');
+    }
+    const std::size_t point = pointIndex();
+    const std::size_t moved = std::min(places, point - start);
+    std::memmove(m_chars.data() + point - moved + 1, m_chars.data() + point - moved, moved);
+    m_chars[point - moved] = '.';
+}
+
+void DecimalString::movePoint(int places) {
+    if (places == 0) {
+        return;
+    }
+    if (!hasPoint()) {
+        push('.');
+    }
+    if (places > 0) {
+        movePointRight(static_cast<std::size_t>(places));
+    } else {
+        movePointLeft(static_cast<std::size_t>(-places));
+    }
+    normalise();
+}
+
+}  // namespace ZroCommon::internal

@@ -1,0 +1,102 @@
+#include "zro/text/xls/internal/Fraction.h"
+
+#include <cmath>
+#include <limits>
+
+namespace ZroCommon::internal {
+namespace {
+
+constexpr double kAlmostInteger = 1e-6;
+constexpr double kGain = 1e-8;  // by which a fraction must be better than the best so far
+
+struct Candidate {
+    double numerator = 0;
+    double denominator = 1;
+    double error = 1;  // relative to the denominator
+};
+
+// The fraction with this numerator: the denominator is the nearer integer, of two the lower.
+Candidate candidateFor(double numerator, double fraction) {
+    const double exact = numerator / fraction;
+    const double denominator = std::ceil(exact - 0.5);
+    return {numerator, denominator, std::fabs(exact - denominator) / denominator};
+}
+
+// The smallest numerator of a fraction strictly between two positive numbers, found by their
+// continued fractions as far as they agree.
+double smallestNumeratorBetween(double low, double high) {
+    double numerator = 1;  // of the last two convergents
+    double before = 0;
+    constexpr int kMaxTerms = 64;  // of doubles that differ no two agree for longer
+    for (int term = 0; term < kMaxTerms; ++term) {
+        const double whole = std::floor(low);
+        if (whole + 1 < high) {
+            return (whole + 1) * numerator + before;
+        }
+        const double next = whole * numerator + before;
+        before = numerator;
+        numerator = next;
+        const double top = high - whole;
+        high = low > whole ? 1 / (low - whole) : std::numeric_limits<double>::infinity();
+        low = 1 / top;
+    }
+    return std::numeric_limits<double>::infinity();
+}
+
+// What beats the best has an error below its own less the gain. The error of m/d is its distance
+// from the fraction, divided by the fraction; so whatever wins next lies between two numbers, and
+// numerators that have no fraction there need no try.
+double smallestWinner(const Candidate& best, double fraction, double slack) {
+    const double error = best.error - kGain + slack;
+    return smallestNumeratorBetween(fraction * (1 - error), fraction * (1 + error));
+}
+
+// The numerator to be tried behind the one that has been.
+double nextNumerator(const Candidate& tried, const Candidate& best, double fraction) {
+    constexpr double kTriedSingly = 64;  // one try costs less than a look ahead
+    constexpr double kNeighbours = 8192;
+    constexpr double kSlack = 1e-15;  // errors are rounded
+    if (tried.denominator < kTriedSingly) {
+        return tried.numerator + 1;
+    }
+    const double winner = smallestWinner(best, fraction, kSlack);
+    if (winner > tried.numerator) {
+        return winner;
+    }
+    // It was tried and has lost: up to here because the nearer denominator need not be the better
+    // one, and further on by rounding alone.
+    return tried.denominator < kNeighbours
+               ? tried.numerator + 1
+               : std::fmax(smallestWinner(best, fraction, -kSlack), tried.numerator + 1);
+}
+
+}  // namespace
+
+Fraction fractionOver(std::uint16_t denominator, double magnitude) {
+    double whole = 0;
+    const double fraction = std::modf(magnitude, &whole);
+    const double numerator = std::floor(fraction * denominator + 0.5);
+    return {denominator * whole + numerator, static_cast<std::int16_t>(denominator)};
+}
+
+Fraction fractionWithin(int digits, double magnitude) {
+    double whole = 0;
+    const double fraction = std::modf(magnitude, &whole);
+    const double limit = std::pow(10.0, digits);
+    Candidate best;
+    double numerator = fraction < kAlmostInteger ? limit : 1;
+    while (numerator < limit && best.error > kGain) {
+        const Candidate candidate = candidateFor(numerator, fraction);
+        if (candidate.denominator >= limit) {
+            break;
+        }
+        if (candidate.error + kGain < best.error) {
+            best = candidate;
+        }
+        numerator = nextNumerator(candidate, best, fraction);
+    }
+    const auto wrapped = static_cast<std::uint16_t>(static_cast<std::uint64_t>(best.denominator));
+    return {best.denominator * whole + best.numerator, static_cast<std::int16_t>(wrapped)};
+}
+
+}  // namespace ZroCommon::internal

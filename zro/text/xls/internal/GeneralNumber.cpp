@@ -1,0 +1,155 @@
+#include "zro/text/xls/internal/GeneralNumber.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+namespace ZroCommon::internal {
+namespace {
+
+double powerOfTen(int exponent) {
+    double result = 1;
+    double square = 10;
+    for (auto bits = static_cast<unsigned>(exponent); bits != 0; bits >>= 1U) {
+        if ((bits & 1U) != 0) {
+            result *= square;
+        }
+        square *= square;
+    }
+    return result;
+}
+
+// Characters of an exponent as "%02d" prints it: the sign counts, unlike in the text itself.
+int exponentLength(int exponent) {
+    if (exponent < 0) {
+        return exponent <= -100 ? 4 : exponent <= -10 ? 3 : 2;
+    }
+    return exponent >= 100 ? 3 : 2;
+}
+
+void writePlain(double number, int decimals, DecimalString& text) {
+    text.assignFixed(number, std::clamp(decimals, 0, 32));
+    text.stripZeros();
+}
+
+int lengthOf(const DecimalString& text) {
+    return static_cast<int>(text.text().size());
+}
+
+// "1.23E+12", cut to the width. False when there is no room for it.
+bool writeExponent(double number, int width, DecimalString& text) {
+    constexpr int kMinWidth = 5;
+    constexpr int kMaxDecimals = 15;
+    if (width < kMinWidth) {
+        return false;
+    }
+    auto [mantissa, exponent] = scaleToOneDigit(number);
+    // On purpose: a plus sign is not counted, so a digit may be cut off behind, not rounded.
+    const int needed = (number < 0 ? 2 : 1) + exponentLength(exponent) + 1;
+    if (needed > width) {
+        return false;
+    }
+    const int decimals = needed >= width - 1 ? 0 : std::min(width - needed - 1, kMaxDecimals);
+    if (text.assignFixed(mantissa, decimals)) {
+        text.movePoint(-1);
+        // On purpose: the magnitude grows, which is the wrong way for a negative exponent.
+        exponent += exponent < 0 ? -1 : 1;
+    }
+    text.stripZeros();
+    if (decimals == 0) {
+        return true;  // On purpose: without decimals there is no exponent either.
+    }
+    const int tail = 2 + (std::abs(exponent) >= 100 ? 3 : 2);
+    while (lengthOf(text) + tail > width && text.hasPoint()) {
+        text.dropDecimal();
+    }
+    text.appendExponent(exponent);
+    return true;
+}
+
+// What begins with "#" is shown as 0 where there is no integer part.
+bool orZero(bool fits, int width, DecimalString& text) {
+    if (!fits && width > 0) {
+        text.assignFixed(0, 0);
+    }
+    return fits || width > 0;
+}
+
+bool writeFraction(double number, int width, DecimalString& text) {
+    const int sign = number < 0 ? 1 : 0;
+    const double magnitude = std::fabs(number);
+    if (magnitude < 1e-9) {
+        return orZero(writeExponent(number, width - sign, text), width - sign, text);
+    }
+    if (magnitude < 0.001 || width - 2 > 9) {
+        writePlain(number, 9 - sign, text);
+    } else {
+        writePlain(number, width - sign - 2, text);
+    }
+    if (lengthOf(text) <= width) {
+        return true;
+    }
+    return magnitude < 0.001 ? orZero(writeExponent(number, width - sign, text), width - sign, text)
+                             : orZero(false, width, text);
+}
+
+bool writeWithInteger(double number, int width, DecimalString& text) {
+    const int sign = number < 0 ? 1 : 0;
+    writePlain(number, 0, text);
+    const int length = lengthOf(text);
+    if (length == width) {
+        return true;
+    }
+    if (length > width) {
+        return length > 5 && writeExponent(number, width, text);
+    }
+    if (width <= 6) {
+        writePlain(number, width + sign - length - 1, text);
+    } else if (length <= 8) {
+        writePlain(number, 8 - length, text);  // On purpose: whether or not the width has room.
+    } else {
+        writePlain(number, length - sign - 8, text);
+    }
+    return true;
+}
+
+}  // namespace
+
+ScaledNumber scaleToOneDigit(double number) {
+    int binary = 0;
+    std::frexp(number, &binary);
+    constexpr int kMinBinary = -1022;  // denormals count like the smallest of the others
+    constexpr double kLog2 = 0.301029995;
+    auto exponent = static_cast<int>(std::max(binary, kMinBinary) * kLog2);
+    const double power = powerOfTen(std::abs(exponent));
+    double mantissa = exponent < 0 ? number * power : number / power;
+    while (std::fabs(mantissa) < 1) {
+        mantissa *= 10;
+        --exponent;
+    }
+    if (std::fabs(mantissa) >= 10) {
+        mantissa /= 10;
+        ++exponent;
+    }
+    return {mantissa, exponent};
+}
+
+bool writeGeneral(double number, int width, DecimalString& text) {
+    constexpr double kMaxPlain = 99999999999.0;
+    constexpr int kMaxWidth = 11;
+    if (!std::isfinite(number)) {
+        return false;
+    }
+    if (number == 0) {
+        text.assignFixed(0, 0);
+        return true;
+    }
+    const double integer = std::trunc(number);
+    if (integer > kMaxPlain) {  // On purpose: negative ones are written out, however large.
+        return writeExponent(number, std::min(width, kMaxWidth), text);
+    }
+    return integer == 0 ? writeFraction(number, width, text)
+                        : writeWithInteger(number, width, text);
+}
+
+}  // namespace ZroCommon::internal
