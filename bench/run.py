@@ -17,7 +17,7 @@ import sys
 
 HERE = pathlib.Path(__file__).resolve().parent
 PROGRAMS = ("xml_pull_bench", "xml_tree_bench", "xml_write_bench", "first_element_bench",
-            "names_bench", "load_bench", "endless_bench", "growth_bench")
+            "names_bench", "text_bench", "load_bench", "endless_bench", "growth_bench")
 BINDING = ("fo-10m", "docbook", "japanese", "small")
 CORPUS_TITLES = {
     "fo-10m": "FO of 10 MB", "docbook": "DocBook-made FO", "japanese": "Japanese FO",
@@ -182,6 +182,9 @@ def sections(figures):
                table(["us"] + [CORPUS_TITLES[c] for c in figures.names("corpus", "first")], rows))
     if "names" in jobs:
         yield "Builtin name by UTF-16 text", field_table(figures, "names", "ns", "ns")
+    if "text" in jobs:
+        yield ("Base64 of 192 KB through streams, and numbers from UTF-16",
+               field_table(figures, "text", "ns", "ns"))
     if "endless" in jobs:
         stream = figures.find("endless", "stream", "zro")
         yield ("A document without end, walked in pull mode", table(
