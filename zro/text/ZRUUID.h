@@ -20,7 +20,7 @@ public:
     bool operator==(const ZRUUID& other) const { return m_bytes == other.m_bytes; }
 
 private:
-    std::array<std::byte, 16> m_bytes;
+    std::array<std::byte, 16> m_bytes{};
 };
 
 }  // namespace ZroCommon
