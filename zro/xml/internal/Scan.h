@@ -197,8 +197,7 @@ inline std::size_t countMatches(const char16_t* at, const char16_t* end, Match m
         const char16_t* const stop = end - at < kMostAtOnce ? end : at + kMostAtOnce;
         __m128i sums = _mm_setzero_si128();
         for (; at != stop; at += kStep) {
-            // NOLINTNEXTLINE(portability-simd-intrinsics)
-            sums = _mm_sub_epi16(sums, match(load(at)));
+            sums = _mm_subs_epi16(sums, match(load(at)));
         }
         std::uint32_t pairs[4];
         const __m128i added = _mm_madd_epi16(sums, all(1));
