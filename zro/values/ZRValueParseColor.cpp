@@ -3,6 +3,7 @@
 
 #include "zro/values/ZRValue.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "zro/values/ZRColor.h"
@@ -15,73 +16,84 @@ namespace {
 
 using internal::TokenKind;
 using internal::ValueReader;
-using Color = std::optional<ZRColor>;
+
+// In what follows a colour is a value, and null where the text is none.
 
 bool skipOpening(ValueReader& reader) {
     return reader.skipSeparator(u'(');
 }
 
-bool skipClosing(ValueReader& reader) {
-    return reader.skipSeparator(u')');
+ZRValue closed(ValueReader& reader, ZRValue color) {
+    return reader.skipSeparator(u')') ? color : ZRValue();
 }
 
-// A channel from 0 to 255, or a percentage of that; any number does, whatever its unit.
-std::optional<int> readChannel(ValueReader& reader) {
+// Reads a channel from 0 to 255, or a percentage of that; any number does, whatever its unit.
+bool readChannel(ValueReader& reader, int& channel) {
     const ZRValue value = reader.nextSigned();
     if (reader.token().kind != TokenKind::kNumber) {
-        return {};
+        return false;
     }
     reader.skipSeparator(u',');
-    if (value.isPercentage()) {
-        const float share = value.getRealValue(ZRValueUnitPercent) / 100;
-        return ZRValue(share * 255, ZRValueUnitNumber).getIntegerValue();
-    }
-    return value.getIntegerValue();
+    channel = value.isPercentage()
+                  ? ZRValue(value.getRealValue(ZRValueUnitPercent) / 100 * 255, ZRValueUnitNumber)
+                        .getIntegerValue()
+                  : value.getIntegerValue();
+    return true;
 }
 
-Color readChannels(ValueReader& reader) {
-    const auto r = readChannel(reader);
-    const auto g = r ? readChannel(reader) : r;
-    const auto b = g ? readChannel(reader) : g;
-    return b ? Color(ZRColor(*r, *g, *b)) : Color();
+ZRValue readChannels(ValueReader& reader) {
+    unsigned int rgb = 0;
+    for (int index = 0; index < 3; ++index) {
+        int channel = 0;
+        if (!readChannel(reader, channel)) {
+            return {};
+        }
+        rgb = rgb << 8U | static_cast<unsigned int>(std::clamp(channel, 0, 255));
+    }
+    ZRValue color(static_cast<int>(rgb));
+    color.setUnitType(ZRValueUnitColor);
+    return color;
+}
+
+ZRValue readForm(ValueReader& reader, const ZRValue& rgb) {
+    using Color = std::optional<ZRColor>;
+    const Color color =
+        internal::readColorForm(reader, rgb.isNull() ? Color() : Color(rgb.getColorValue()));
+    return closed(reader, color ? ZRValue(*color) : ZRValue());
 }
 
 // What may stand behind a colour: nothing, or its form.
-Color readRest(ValueReader& reader, const Color& rgb, bool extended) {
-    if (!rgb || reader.isAtEnd()) {
+ZRValue readRest(ValueReader& reader, const ZRValue& rgb, bool extended) {
+    if (rgb.isNull() || reader.isAtEnd()) {
         return rgb;
     }
     if (!extended || reader.nextValue().getNameValue() != ZRN_icc_color || !skipOpening(reader)) {
         return {};
     }
-    const Color color = internal::readColorForm(reader, rgb);
-    return skipClosing(reader) ? color : Color();
+    return readForm(reader, rgb);
 }
 
-Color readRgbFunction(ValueReader& reader, bool extended) {
-    const Color rgb = readChannels(reader);
-    return skipClosing(reader) ? readRest(reader, rgb, extended) : Color();
-}
-
-Color readIccFunction(ValueReader& reader, bool hasRGB) {
-    const Color rgb = hasRGB ? readChannels(reader) : Color();
-    if (hasRGB && !rgb) {
-        return {};
+ZRValue readIccFunction(ValueReader& reader) {
+    if (reader.scanSeparator(u'#')) {
+        return readForm(reader, {});
     }
-    const Color color = internal::readColorForm(reader, rgb);
-    return skipClosing(reader) ? color : Color();
+    const ZRValue rgb = readChannels(reader);
+    return rgb.isNull() ? rgb : readForm(reader, rgb);
 }
 
-Color readFunction(ValueReader& reader, ZRName name, bool extended) {
+ZRValue readFunction(ValueReader& reader, ZRName name, bool extended) {
     switch (name) {
-    case ZRN_rgb: return readRgbFunction(reader, extended);
-    case ZRN_rgb_icc: return readIccFunction(reader, !reader.scanSeparator(u'#'));
-    case ZRN_icc_color: return extended ? readIccFunction(reader, false) : Color();
+    case ZRN_rgb: {
+        const ZRValue rgb = readChannels(reader);
+        return readRest(reader, closed(reader, rgb), extended);
+    }
+    case ZRN_rgb_icc: return readIccFunction(reader);
+    case ZRN_icc_color: return extended ? readForm(reader, {}) : ZRValue();
     default: return {};
     }
 }
 
-Color readNamed(ValueReader& reader, ZRName name, bool extended) {
+ZRValue readNamed(ValueReader& reader, ZRName name, bool extended) {
     if (skipOpening(reader)) {
         return readFunction(reader, name, extended);
     }
@@ -89,7 +101,7 @@ Color readNamed(ValueReader& reader, ZRName name, bool extended) {
         return {};
     }
     const ZRColor keyword(name);
-    return keyword.isInvalid() ? Color() : readRest(reader, keyword, extended);
+    return keyword.isInvalid() ? ZRValue() : readRest(reader, ZRValue(keyword), extended);
 }
 
 }  // namespace
@@ -103,14 +115,14 @@ ZRValue ZRValue::parseColor(const UnicodeString& text, bool extended) {
     if (isWhole && (kind == TokenKind::kName || kind == TokenKind::kColor)) {
         return value;
     }
-    Color color;
+    ZRValue color;
     if (kind == TokenKind::kName) {
         color = readNamed(reader, value.getNameValue(), extended);
     } else if (kind == TokenKind::kColor) {
-        color = readRest(reader, value.getColorValue(), extended);
+        color = readRest(reader, value, extended);
     }
-    if (color && reader.isAtEnd()) {
-        return ZRValue(*color);
+    if (!color.isNull() && reader.isAtEnd()) {
+        return color;
     }
     return ZRValue(text.isBogus() ? UnicodeString() : text);
 }

@@ -1,6 +1,7 @@
 #include "zro/values/internal/ValueReader.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -36,6 +37,21 @@ bool hasTooManyDigits(const char16_t* text) {
         ++next;
     }
     return next - text > kMax;
+}
+
+// By code unit: the value of a hexadecimal digit, 16 for what is none.
+constexpr auto kHexDigits = [] {
+    std::array<std::uint8_t, 128> digits{};
+    digits.fill(16);
+    for (std::uint8_t digit = 0; digit < 16; ++digit) {
+        digits[static_cast<std::size_t>("0123456789ABCDEF"[digit])] = digit;
+        digits[static_cast<std::size_t>("0123456789abcdef"[digit])] = digit;
+    }
+    return digits;
+}();
+
+unsigned hexDigit(char16_t c) {
+    return c < kHexDigits.size() ? kHexDigits[c] : 16U;
 }
 
 bool isSign(char16_t c) {
@@ -134,13 +150,29 @@ int ValueReader::readString() {
     return m_token.kind = TokenKind::kString;
 }
 
+// What `ZRUtil::parseHexNum` gives, with less to do for as many digits as colours have.
+std::uint32_t ValueReader::readHexNumber() {
+    constexpr std::ptrdiff_t kMost = 8;
+    const char16_t* const digits = m_next + 1;
+    const char16_t* next = digits;
+    std::uint32_t number = 0;
+    for (unsigned digit = hexDigit(*next); digit < 16; digit = hexDigit(*++next)) {
+        if (next - digits == kMost) {
+            return ZRUtil::parseHexNum(digits, &m_next, 0);
+        }
+        number = number << 4U | digit;
+    }
+    m_next = next;
+    return number;
+}
+
 int ValueReader::readColor() {
-    if (!ZRChar::isHexDigit(m_next[1])) {
+    if (hexDigit(m_next[1]) > 15) {
         return readCharacter();
     }
     constexpr std::ptrdiff_t kLongestShort = 4;  // units, "#" included
     const char16_t* const start = m_next;
-    std::uint32_t rgb = ZRUtil::parseHexNum(start + 1, &m_next, 0);
+    std::uint32_t rgb = readHexNumber();
     if (m_next - start <= kLongestShort) {
         rgb = ((rgb & 0xF00U) << 8U | (rgb & 0xF0U) << 4U | (rgb & 0xFU)) * 0x11U;
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 #include "zro/text/internal/SkipSpace.h"
@@ -63,6 +64,7 @@ private:
     int readNumber();
     int readString();
     int readColor();
+    std::uint32_t readHexNumber();
     int readCharacter();
     std::u16string_view readWhile(bool (*belongs)(int));
 
