@@ -17,7 +17,8 @@ import sys
 
 HERE = pathlib.Path(__file__).resolve().parent
 PROGRAMS = ("xml_pull_bench", "xml_tree_bench", "xml_write_bench", "first_element_bench",
-            "names_bench", "text_bench", "load_bench", "endless_bench", "growth_bench")
+            "names_bench", "text_bench", "values_bench", "load_bench", "endless_bench",
+            "growth_bench")
 BINDING = ("fo-10m", "docbook", "japanese", "small")
 CORPUS_TITLES = {
     "fo-10m": "FO of 10 MB", "docbook": "DocBook-made FO", "japanese": "Japanese FO",
@@ -77,8 +78,24 @@ class Goal:
 def ratio_goals(figures, job, title, peer, times):
     for corpus in BINDING:
         ours, theirs = (figures.value(job, corpus, name) for name in ("zro", peer))
-        ratio = None if ours is None or theirs is None else theirs / ours
-        yield Goal(f"{title}, {CORPUS_TITLES[corpus]}: times {peer}", times, ratio, "x", False)
+        yield Goal(f"{title}, {CORPUS_TITLES[corpus]}: times {peer}", times, ratio(theirs, ours), "x",
+                   False)
+
+
+def value_goals(figures):
+    """Values from text and back, as multiples of what std::from_chars takes for the two digits."""
+    unit = figures.value("values", "12pt", "from_chars")
+    for case, times in (("12pt", 6), ("auto", 4), ("#ff0000", 5), ("rgb(1,2,3)", 12),
+                        ("print 12pt", 15), ("copy 12pt", 0.5)):
+        yield Goal(f"Value, {case}: times from_chars", times,
+                   ratio(figures.value("values", case, "zro"), unit), "x", True)
+    for case in ("#ff0000", "cornflowerblue"):
+        ours, theirs = (figures.value("values", case, name) for name in ("zro", "qt"))
+        yield Goal(f"Colour, {case}: times Qt's", 1, ratio(ours, theirs), "x", True)
+
+
+def ratio(left, right):
+    return None if left is None or right is None else left / right
 
 
 def difference(left, right):
@@ -105,6 +122,7 @@ def goals(figures):
                scaled(figures.value("endless", "stream", "zro", "peak"), 1 / 2**20), "MiB", True)
     yield Goal("Builtin name looked up, in document order", 10,
                figures.value("names", "document order", "zro"), "ns", True)
+    yield from value_goals(figures)
     load = [figures.value("load", "library", name) for name in ("zro", "empty")]
     yield Goal("Load of the library over an empty one", 60, scaled(difference(*load), 1e-3), "us",
                True)
@@ -182,6 +200,8 @@ def sections(figures):
                table(["us"] + [CORPUS_TITLES[c] for c in figures.names("corpus", "first")], rows))
     if "names" in jobs:
         yield "Builtin name by UTF-16 text", field_table(figures, "names", "ns", "ns")
+    if "values" in jobs:
+        yield "Values, by text", field_table(figures, "values", "ns", "ns")
     if "text" in jobs:
         yield ("Base64 of 192 KB through streams, and numbers from UTF-16",
                field_table(figures, "text", "ns", "ns"))

@@ -1,0 +1,42 @@
+// A text read as a colour, and the colour through its print, its value and its conversions.
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include "zro/values/ZRColor.h"
+#include "zro/values/ZRValue.h"
+
+#include "fuzz/Utf16Input.h"
+
+namespace {
+
+using namespace ZroCommon;  // NOLINT(google-build-using-namespace)
+
+void checkColor(const ZRColor& color) {
+    fuzz::require(ZRValue(color).getColorValue() == color);
+    const UnicodeString printed = color.toString(false);
+    fuzz::require(ZRValue::parseColor(printed, true).toString() == printed);
+    color.toString(true);
+    fuzz::require(color.getSeparationRGB() <= 0xFFFFFF || color.getSeparationTint() >= 1);
+    fuzz::require(!color.getDark().isInvalid() && !color.getLight().isInvalid());
+    fuzz::require(ZRColor::reverseRGB(color.getBGR()) == color.getRGB());
+    const ZRName name = color.getColorName();
+    fuzz::require(name.isEmpty() || ZRColor(name).getRGB() == color.getRGB());
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const UnicodeString text = fuzz::utf16(std::span(data, size));
+    const ZRValue plain = ZRValue::parseColor(text, false);
+    const ZRValue extended = ZRValue::parseColor(text, true);
+    fuzz::require(plain.isUnknownString() || plain == extended);
+    for (const ZRValue& value : {plain, extended}) {
+        fuzz::require(value.isColor() || value.isName() || value.toString() == text);
+        if (value.isColor()) {
+            checkColor(value.getColorValue());
+        }
+    }
+    checkColor(ZRColor(ZRName(text)));
+    return 0;
+}
