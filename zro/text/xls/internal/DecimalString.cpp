@@ -11,11 +11,21 @@ namespace ZroCommon::internal {
 namespace {
 
 constexpr std::size_t kSignificant = 15;
-constexpr int kMaxDecimals = 32;
-constexpr int kChunk = 9;  // decimals that are split off at once
+constexpr std::size_t kMaxDecimals = 32;
+constexpr std::size_t kChunk = 9;  // decimals that are split off at once
 
 constexpr std::array<double, kChunk + 1> kPowers = {1e0, 1e1, 1e2, 1e3, 1e4,
                                                     1e5, 1e6, 1e7, 1e8, 1e9};
+
+// "00" to "99".
+constexpr auto kPairs = [] {
+    std::array<char, 200> pairs{};
+    for (std::size_t index = 0; index < pairs.size(); ++index) {
+        const std::size_t number = index / 2;
+        pairs[index] = static_cast<char>('0' + (index % 2 == 0 ? number / 10 : number % 10));
+    }
+    return pairs;
+}();
 
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
@@ -50,24 +60,49 @@ void DecimalString::appendInteger(double whole) {
     m_size = static_cast<std::size_t>(end.ptr - m_chars.data());
 }
 
+// Nine digits or fewer, with zeros ahead.
+void DecimalString::appendChunk(std::uint32_t chunk, std::size_t places) {
+    char* digit = m_chars.data() + m_size + places;
+    m_size += places;
+    for (; places >= 2; places -= 2, chunk /= 100) {
+        digit -= 2;
+        std::memcpy(digit, kPairs.data() + 2 * static_cast<std::size_t>(chunk % 100), 2);
+    }
+    if (places == 1) {
+        *--digit = static_cast<char>('0' + chunk % 10);
+    }
+}
+
 // Splits decimals off in chunks, each product rounded as doubles are; what is left of the fraction
-// behind the last one tells whether it is to be rounded up.
-bool DecimalString::appendDecimals(double fraction, int decimals) {
-    for (int left = decimals; left > 0; left -= kChunk) {
-        const int places = std::min(left, kChunk);
-        const double scaled = fraction * kPowers[static_cast<std::size_t>(places)];
-        auto chunk = static_cast<std::uint32_t>(scaled);
+// behind the last one tells whether it is to be rounded up. Once `enough` characters stand behind
+// zeros, those that cannot carry into them are not written.
+bool DecimalString::appendDecimals(double fraction, std::size_t decimals, std::size_t enough) {
+    constexpr double kMayCarry = 0.999;
+    bool isSmall = m_chars[m_size - 2] == '0' && m_size == signLength() + 2;
+    enough += isSmall ? kChunk + 1 : 0;  // zeros ahead of the first digit, in its chunk too
+    for (std::size_t left = decimals; left > 0;) {
+        const std::size_t places = std::min(left, kChunk);
+        const double scaled = fraction * kPowers[places];
+        const auto chunk = static_cast<std::uint32_t>(scaled);
         fraction = scaled - chunk;
-        char* const first = m_chars.data() + m_size;
-        for (char* digit = first + places; digit != first; chunk /= 10) {
-            *--digit = static_cast<char>('0' + chunk % 10);
+        isSmall = isSmall && chunk == 0;
+        if (isSmall) {
+            enough += places;
         }
-        m_size += static_cast<std::size_t>(places);
+        appendChunk(chunk, places);
+        left -= places;
+        if (m_size > enough && fraction < kMayCarry) {
+            return false;
+        }
     }
     return fraction > 0.5;  // On purpose: a half is rounded down.
 }
 
-bool DecimalString::assignFixed(double number, int decimals) {
+bool DecimalString::assignFixed(double number, std::size_t decimals) {
+    return write(number, decimals, kCapacity);
+}
+
+bool DecimalString::write(double number, std::size_t decimals, std::size_t enough) {
     m_size = 0;
     if (number < 0) {
         push('-');
@@ -76,9 +111,9 @@ bool DecimalString::assignFixed(double number, int decimals) {
     const double fraction = std::modf(std::fabs(number), &whole);
     appendInteger(whole);
     push('.');
-    if (appendDecimals(fraction, decimals)) {
+    if (appendDecimals(fraction, decimals, enough)) {
         push('5');
-        return roundDecimals(static_cast<std::size_t>(decimals));
+        return roundDecimals(decimals);
     }
     if (decimals == 0) {
         --m_size;
@@ -93,7 +128,8 @@ void DecimalString::assignSixDecimals(double number) {
 }
 
 void DecimalString::assign(double magnitude) {
-    assignFixed(magnitude, kMaxDecimals);
+    constexpr std::size_t kPointAndOneMore = 2;
+    write(magnitude, kMaxDecimals, kSignificant + kPointAndOneMore);
     stripZeros();
     roundToFifteenDigits();
     normalise();
@@ -129,30 +165,27 @@ bool DecimalString::incrementOrGrow(std::size_t end) {
 
 // Fifteen significant digits, rounded half up by the sixteenth alone.
 void DecimalString::roundToFifteenDigits() {
-    std::size_t index = signLength();
-    while (index < m_size && (m_chars[index] == '0' || m_chars[index] == '.')) {
-        ++index;
-    }
-    for (std::size_t digits = 0; index < m_size; ++index) {
-        if (m_chars[index] != '.' && ++digits > kSignificant) {
-            break;
-        }
-    }
+    const std::size_t first = std::min(text().find_first_not_of("0."), m_size);
+    const std::size_t point = pointIndex();
+    const std::size_t index =
+        first + kSignificant + (point > first && point - first <= kSignificant);
     if (index >= m_size) {
         return;
     }
     const bool roundsUp = m_chars[index] >= '5';
-    for (std::size_t behind = index; behind < m_size; ++behind) {
-        if (m_chars[behind] != '.') {
-            m_chars[behind] = '0';
-        }
+    if (point < index) {
+        m_size = index;  // zeros, which the normal form goes without
+    } else {
+        std::memset(m_chars.data() + index, '0', point - index);
+        m_size = point;
     }
     if (!roundsUp) {
         return;
     }
-    if (m_chars[index - 1] == '.' && m_chars[index - 2] == '9') {
+    if (point == index - 1 && m_chars[index - 2] == '9') {
         // On purpose: behind fifteen integer digits that end in 9, the point itself is raised.
-        ++m_chars[index - 1];
+        ++m_chars[point];
+        push('0');
         return;
     }
     incrementOrGrow(index);

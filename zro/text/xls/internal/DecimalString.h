@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace ZroCommon::internal {
@@ -22,7 +23,7 @@ public:
     /// The number with so many decimals, a half rounded down; without a point for none. When it is
     /// rounded up, one decimal more, a zero, stands behind. The number is finite.
     /// \return whether rounding has put a new digit in front
-    bool assignFixed(double number, int decimals);
+    bool assignFixed(double number, std::size_t decimals);
 
     /// Drops zeros at the end of the decimals, and then a bare point.
     void stripZeros();
@@ -61,7 +62,9 @@ private:
     }
     void insert(std::size_t index, std::size_t count, char c);
     void appendInteger(double whole);
-    bool appendDecimals(double fraction, int decimals);
+    void appendChunk(std::uint32_t chunk, std::size_t places);
+    bool appendDecimals(double fraction, std::size_t decimals, std::size_t enough);
+    bool write(double number, std::size_t decimals, std::size_t enough);
     bool increment(std::size_t end);
     bool incrementOrGrow(std::size_t end);
     bool cascade(std::size_t first);

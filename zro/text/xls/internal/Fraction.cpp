@@ -15,10 +15,20 @@ struct Candidate {
     double error = 1;  // relative to the denominator
 };
 
+// Upward to an integer; of what fits one, without a call.
+double roundedUp(double number) {
+    constexpr double kMaxExact = 9e15;
+    if (number > kMaxExact) {
+        return std::ceil(number);
+    }
+    const auto whole = static_cast<double>(static_cast<std::int64_t>(number));
+    return whole < number ? whole + 1 : whole;
+}
+
 // The fraction with this numerator: the denominator is the nearer integer, of two the lower.
 Candidate candidateFor(double numerator, double fraction) {
     const double exact = numerator / fraction;
-    const double denominator = std::ceil(exact - 0.5);
+    const double denominator = roundedUp(exact - 0.5);
     return {numerator, denominator, std::fabs(exact - denominator) / denominator};
 }
 
@@ -82,7 +92,10 @@ Fraction fractionOver(std::uint16_t denominator, double magnitude) {
 Fraction fractionWithin(int digits, double magnitude) {
     double whole = 0;
     const double fraction = std::modf(magnitude, &whole);
-    const double limit = std::pow(10.0, digits);
+    double limit = 1;
+    for (int digit = 0; digit < digits; ++digit) {
+        limit *= 10;
+    }
     Candidate best;
     double numerator = fraction < kAlmostInteger ? limit : 1;
     while (numerator < limit && best.error > kGain) {

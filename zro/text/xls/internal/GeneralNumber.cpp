@@ -28,7 +28,7 @@ int exponentLength(int exponent) {
 }
 
 void writePlain(double number, int decimals, DecimalString& text) {
-    text.assignFixed(number, std::clamp(decimals, 0, 32));
+    text.assignFixed(number, static_cast<std::size_t>(std::clamp(decimals, 0, 32)));
     text.stripZeros();
 }
 
@@ -50,7 +50,7 @@ bool writeExponent(double number, int width, DecimalString& text) {
         return false;
     }
     const int decimals = needed >= width - 1 ? 0 : std::min(width - needed - 1, kMaxDecimals);
-    if (text.assignFixed(mantissa, decimals)) {
+    if (text.assignFixed(mantissa, static_cast<std::size_t>(decimals))) {
         text.movePoint(-1);
         // On purpose: the magnitude grows, which is the wrong way for a negative exponent.
         exponent += exponent < 0 ? -1 : 1;

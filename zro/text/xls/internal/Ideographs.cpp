@@ -29,7 +29,7 @@ constexpr std::array<Step, 3> kSteps = {{{1000, 2}, {100, 1}, {10, 0}}};
 
 }  // namespace
 
-char16_t Ideographs::digit(char c) const {
+char16_t Ideographs::ideograph(char c) const {
     const bool isDigit = c >= '0' && c <= '9';
     return isDigit ? kDigits[m_system][static_cast<std::size_t>(c - '0')]
                    : static_cast<char16_t>(c);
@@ -74,7 +74,8 @@ void Ideographs::appendGeneral(CellText& text, double number, int width) const {
             text.append(width, u'#');
         }
         text.append(kUnits[m_system][5]);
-        number -= trillions * kScales[0].size;
+        const double rest = number - trillions * kScales[0].size;
+        number = rest < kScales[0].size ? rest : 0;  // beyond a double's digits it is anything
     }
     for (const auto& [size, unit] : kScales) {
         if (number >= size) {

@@ -16,7 +16,7 @@ public:
     bool areUsed() const { return m_system != 0; }
 
     /// A character of a number; what is no digit stays as it is.
-    char16_t digit(char c) const;
+    char16_t digit(char c) const { return areUsed() ? ideograph(c) : static_cast<char16_t>(c); }
     char16_t comma() const { return areUsed() ? u'\uFF0C' : u','; }
     char16_t blank() const { return areUsed() ? u'\u3000' : u' '; }
     void appendDigits(CellText& text, std::string_view number) const;
@@ -26,6 +26,7 @@ public:
     void appendGeneral(CellText& text, double number, int width) const;
 
 private:
+    char16_t ideograph(char c) const;
     void appendMyriad(CellText& text, int number) const;
 
     unsigned char m_system;

@@ -90,7 +90,11 @@ bool NumberParts::writeFraction(const Fraction& fraction, bool isWhole) {
     char* const last = first + m_fractionText.size();
     char* end = first;
     if (!isWhole) {
-        end = std::to_chars(first, last, fraction.numerator, std::chars_format::fixed, 0).ptr;
+        constexpr double kMaxInteger = 9e15;
+        const double numerator = fraction.numerator;
+        end = numerator < kMaxInteger
+                  ? std::to_chars(first, last, static_cast<std::int64_t>(numerator)).ptr
+                  : std::to_chars(first, last, numerator, std::chars_format::fixed, 0).ptr;
         m_numerator = {first, static_cast<std::size_t>(end - first)};
     }
     char* const denominator = end;
