@@ -5,39 +5,12 @@
 #include <sstream>
 #include <string>
 
+#include "tests/conformance/MeasuredPage.h"
 #include "tests/conformance/RealDocuments.h"
 
 namespace {
 
 constexpr int kSkipped = 77;
-constexpr std::string_view kBegin = "<!-- measured: begin -->\n";
-constexpr std::string_view kEnd = "<!-- measured: end -->";
-
-std::string contentOf(const std::string& path) {
-    std::ifstream in(path);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-int compareWithPage(const std::string& path, const std::string& measured, bool write) {
-    std::string page = contentOf(path);
-    const std::size_t begin = page.find(kBegin);
-    const std::size_t end = page.find(kEnd);
-    if (begin == std::string::npos || end == std::string::npos) {
-        std::cerr << path << " has no place for the tables\n";
-        return 1;
-    }
-    const std::size_t from = begin + kBegin.size();
-    if (page.substr(from, end - from) == measured) {
-        return 0;
-    }
-    if (write) {
-        std::ofstream(path) << page.replace(from, end - from, measured);
-        return 0;
-    }
-    std::cout << measured << '\n' << path << " says something else; see --write\n";
-    return 1;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -61,5 +34,5 @@ int main(int argc, char** argv) {
         return 1;
     }
     const bool write = argc > 3 && std::string_view(argv[3]) == "--write";
-    return compareWithPage(argv[2], measured.str(), write);
+    return ZroCommon::testing::comparePage(argv[2], measured.str(), write);
 }

@@ -1,23 +1,14 @@
 #include "zro/text/xls/internal/GeneralNumber.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <utility>
 
 namespace ZroCommon::internal {
 namespace {
-
-double powerOfTen(int exponent) {
-    double result = 1;
-    double square = 10;
-    for (auto bits = static_cast<unsigned>(exponent); bits != 0; bits >>= 1U) {
-        if ((bits & 1U) != 0) {
-            result *= square;
-        }
-        square *= square;
-    }
-    return result;
-}
 
 // Characters of an exponent as "%02d" prints it: the sign counts, unlike in the text itself.
 int exponentLength(int exponent) {
@@ -115,23 +106,18 @@ bool writeWithInteger(double number, int width, DecimalString& text) {
 
 }  // namespace
 
+// By the digits that tell the double from its neighbours: 1e-11 has the mantissa 1, which products
+// with powers of ten would miss by a bit, and then show as 9.99999E-12.
 ScaledNumber scaleToOneDigit(double number) {
-    int binary = 0;
-    std::frexp(number, &binary);
-    constexpr int kMinBinary = -1022;  // denormals count like the smallest of the others
-    constexpr double kLog2 = 0.301029995;
-    auto exponent = static_cast<int>(std::max(binary, kMinBinary) * kLog2);
-    const double power = powerOfTen(std::abs(exponent));
-    double mantissa = exponent < 0 ? number * power : number / power;
-    while (std::fabs(mantissa) < 1) {
-        mantissa *= 10;
-        --exponent;
-    }
-    if (std::fabs(mantissa) >= 10) {
-        mantissa /= 10;
-        ++exponent;
-    }
-    return {mantissa, exponent};
+    std::array<char, 32> digits{};
+    char* const last = digits.data() + digits.size();
+    const char* const end =
+        std::to_chars(digits.data(), last, number, std::chars_format::scientific).ptr;
+    const char* const mark = std::find(std::as_const(digits).data(), end, 'e');
+    ScaledNumber scaled;
+    std::from_chars(digits.data(), mark, scaled.mantissa);
+    std::from_chars(mark[1] == '+' ? mark + 2 : mark + 1, end, scaled.exponent);
+    return scaled;
 }
 
 bool writeGeneral(double number, int width, DecimalString& text) {
