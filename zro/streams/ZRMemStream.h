@@ -139,7 +139,7 @@ private:
     std::size_t m_lastLength = 0;  // bytes of data in the last block; all others are full
     std::size_t m_getIndex = 0;    // where the areas lie, if there are any
     std::size_t m_putIndex = 0;
-    std::size_t m_heldLimit = 0;   // 0 without one
+    std::size_t m_heldLimit = 0;  // 0 without one
     bool m_keepMemory = true;
 };
 
