@@ -41,6 +41,7 @@ struct Page {
     Block* returned = nullptr;
     std::uint32_t returnedCount = 0;
     Page* nextReturned = nullptr;
+    Page* nextCollected = nullptr;  // the owner's own, for what it has collected
 
     /// A block that was free, or the next one in the order of addresses; null when the page is
     /// full.
@@ -336,6 +337,7 @@ void Heap::collectReturned() {
         pages = std::exchange(m_returned, nullptr);
         m_hasReturned.store(false, std::memory_order_relaxed);
         for (Page* page = pages; page != nullptr; page = page->nextReturned) {
+            page->nextCollected = page->nextReturned;  // which others may set again from now on
             page->live -= std::exchange(page->returnedCount, 0);
             for (Block* block = std::exchange(page->returned, nullptr); block != nullptr;) {
                 Block* next = block->next;
@@ -345,7 +347,7 @@ void Heap::collectReturned() {
         }
     }
     while (pages != nullptr) {
-        Page& page = *std::exchange(pages, pages->nextReturned);
+        Page& page = *std::exchange(pages, pages->nextCollected);
         noteFreed(page);
     }
 }
