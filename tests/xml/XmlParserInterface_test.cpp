@@ -1,3 +1,4 @@
+#include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -98,6 +99,15 @@ TEST(XmlParserInterface, InputsThatCannotBeRead) {
     std::istream bad(&throwing);
     EXPECT_EQ(errorFor(bad), "0x1006 Input stream error. "
                              "[ZroCommon::XmlParserImpl::checkStream]");
+}
+
+TEST(XmlParserInterface, AStreamThatWasNotTakenIsNotUsedAgain) {
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    auto empty = std::make_unique<std::istringstream>();
+    EXPECT_NE(errorOf([&] { parser->setInput(*empty, u"", u""); }), "nothing");
+    empty = nullptr;
+    EXPECT_EQ(errorOf([&] { parser->next(); }).substr(0, 6), "0x080B");
+    EXPECT_EQ(errorOf([&] { parser->rewind(); }).substr(0, 6), "0x080B");
 }
 
 TEST(XmlParserInterface, AStreamThatFailsInTheMiddleEndsTheDocument) {

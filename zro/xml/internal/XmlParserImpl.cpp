@@ -38,12 +38,18 @@ void XmlParserImpl::refuseReentry() const {
     }
 }
 
-void XmlParserImpl::setInput(const UnicodeString& uri, const UnicodeString& encoding,
-                             const UnicodeString& baseUri) {
+/// Up to where the new stream comes in. Streams of before are forgotten.
+void XmlParserImpl::beginInput(const UnicodeString& encoding) {
     closeStream();
     m_callersStream = nullptr;
+    m_keptStream = nullptr;
     m_state.reset();
     m_opener.presetEncoding(encoding);
+}
+
+void XmlParserImpl::setInput(const UnicodeString& uri, const UnicodeString& encoding,
+                             const UnicodeString& baseUri) {
+    beginInput(encoding);
     const ZRUri location(uri, URISTR_PATH_OR_URI_CSS);
     std::unique_ptr<std::istream> stream;
     {
@@ -65,14 +71,22 @@ void XmlParserImpl::setInput(const UnicodeString& uri, const UnicodeString& enco
 
 void XmlParserImpl::setInput(std::istream& stream, const UnicodeString& encoding,
                              const UnicodeString& baseUri) {
-    closeStream();
-    m_callersStream = nullptr;
-    m_state.reset();
-    m_opener.presetEncoding(encoding);
-    m_callersStream = &stream;
+    beginInput(encoding);
     m_state.reader.input().baseUri = baseUri;
     m_state.reader.input().open(stream);
-    m_opener.checkStream();
+    try {
+        m_opener.checkStream();
+    } catch (...) {
+        closeStream();  // a caller need not keep what was not taken
+        throw;
+    }
+    m_callersStream = &stream;
+}
+
+void keepStream(ZRXmlParser& parser, std::shared_ptr<std::istream> stream) {
+    if (parser.getTypeID() == XmlParserImpl::getStaticTypeID()) {
+        static_cast<XmlParserImpl&>(parser).keepStream(std::move(stream));
+    }
 }
 
 void XmlParserImpl::closeStream() {

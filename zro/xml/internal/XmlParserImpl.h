@@ -2,6 +2,7 @@
 
 #include <istream>
 #include <memory>
+#include <utility>
 
 #include "zro/foundation/ZRPtr.h"
 #include "zro/foundation/internal/Raise.h"
@@ -64,6 +65,9 @@ public:
     void rewind() override;
     void setLimits(const ZRLimits& limits) override;
 
+    /// Keeps the stream of the last `setInput` alive until the next one.
+    void keepStream(std::shared_ptr<std::istream> stream) { m_keptStream = std::move(stream); }
+
     /// Reads an external subset to its end, for its entities.
     void scanExternalSubset();
     const EntityTable& entities() const { return m_state.entities; }
@@ -75,6 +79,7 @@ private:
     template <class Action>
     void guarded(Action action);
     void refuseReentry() const;
+    void beginInput(const UnicodeString& encoding);
     void readToken();
     void readMerged();
     bool mergeToken();
@@ -89,6 +94,7 @@ private:
     const Attribute& attributeAt(int index, ErrorSite site) const;
     UnicodeString valueOf(const Attribute& attribute) const;
 
+    std::shared_ptr<std::istream> m_keptStream;  // dies behind what reads from it
     ParserState m_state;
     LiteralReader m_literals{m_state};
     InputOpener m_opener{m_state, m_literals};
@@ -105,5 +111,9 @@ private:
 
 /// A new parser. `ZRXmlUtil::createXmlParser` is the public door.
 ZRPtr<ZRXmlParser> makeXmlParserImpl();
+
+/// Shares the stream that the parser was set to, so that it may outlive whoever made it. A parser
+/// of another class just has to be used no longer than the stream lives.
+void keepStream(ZRXmlParser& parser, std::shared_ptr<std::istream> stream);
 
 }  // namespace ZroCommon::internal
