@@ -97,6 +97,7 @@ TEST(ZRXmlSerializerErrors, WorksOnlyBetweenSetOutputAndEndDocument) {
         [](auto& s) { s.startDocument(u"", u""); },
         [](auto& s) { s.endDocument(); },
         [](auto& s) { s.setPrefix(ZRN_fo, ZRN_ns_fo); },
+        [](auto& s) { s.getPrefix(ZRN_ns_fo, true); },
         [](auto& s) { s.startTag(kNone, ZRN_block); },
         [](auto& s) { s.startTag(kNone, kNone, ZRN_block); },
         [](auto& s) { s.attribute(kNone, ZRN_id, u""); },

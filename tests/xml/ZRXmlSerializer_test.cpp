@@ -328,8 +328,10 @@ TEST(ZRXmlSerializer, StartsAfreshWithEachOutput) {
     std::ostringstream second;
     const ZRPtr<ZRXmlSerializer> serializer(new internal::XmlSerializerImpl);
     serializer->setOutput(first, u"");
+    serializer->getPrefix(name("urn:2"), true);
     serializer->startTag(name("urn:1"), kNone, ZRN_flow);
     serializer->setOutput(second, u"");
+    EXPECT_EQ(serializer->getPrefix(name("urn:2"), false), kNone);
     serializer->startTag(kNone, kNone, ZRN_block);
     serializer->endDocument();
     EXPECT_EQ(first.str(), "<flow");

@@ -15,9 +15,10 @@ namespace ZroCommon {
 /// so a comment with "--" in it goes out like that. Namespace declarations are written with the
 /// start tag that needs them, behind its attributes.
 ///
-/// Every operation that writes tests the stream first: 0x1005 without one, 0x1007 when it has
-/// failed, so a failure shows at the next operation. `endDocument` tests once more, behind its last
-/// flush. Wrong calls give the codes told below; after an error only `setOutput` makes sense.
+/// Every operation that writes or makes a prefix tests the stream first: 0x1005 without one, 0x1007
+/// when it has failed, so a failure shows at the next operation. `endDocument` tests once more,
+/// behind its last flush. Wrong calls give the codes told below; after an error only `setOutput`
+/// makes sense.
 class ZRO_API ZRXmlSerializer : public ZRRCObject {
 public:
     static unsigned int getStaticTypeID() { return 0xB2E73DE2U; }

@@ -59,7 +59,8 @@ public:
 
     /// As `getRootName`, but an `fo:root` with an `xsl:version` attribute, a stylesheet in its
     /// simplified form, is answered with the XSLT namespace. The stream is read twice, so it has to
-    /// be seekable; a document by URI need not be.
+    /// be seekable; a document by URI need not be. An empty URI gives empty names.
+    /// \throws ZRError  as `getRootParser`; 0x1003 when the URI gives no stream
     static ZRName getXSLStylesheetNamespace(ZRName& localName, const UnicodeString& uri);
     static ZRName getXSLStylesheetNamespace(ZRName& localName, std::istream& stream,
                                             const UnicodeString& contentType,

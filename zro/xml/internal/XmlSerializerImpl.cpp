@@ -15,6 +15,8 @@ namespace {
 constexpr const char16_t* kGenerator =
     u"Quorrel V4.3 MR2c (4,3,2008,0805) for Windows (x64) ZroCommon";
 
+constexpr int kBaseDeclarations = 2;  // xml and xmlns
+
 }  // namespace
 
 XmlSerializerImpl::XmlSerializerImpl()
@@ -62,12 +64,15 @@ void XmlSerializerImpl::setOutput(std::ostream& stream, const UnicodeString& enc
 }
 
 void XmlSerializerImpl::begin(std::ostream& stream, const UnicodeString& encoding) {
-    m_stream = &stream;
-    m_output.open(stream);
     setEncoding(encoding);
     m_namespaces->reset();
+    if (m_namespaces->declarationCount(0) > kBaseDeclarations) {
+        m_namespaces = new NamespaceManager;  // without the prefixes made outside of all tags
+    }
     m_elements.clear();
     m_phase = Phase::OutputSet;
+    m_output.open(stream);
+    m_stream = &stream;  // last: a stream is taken when nothing has thrown
 }
 
 void XmlSerializerImpl::setEncoding(const UnicodeString& encoding) {
@@ -143,6 +148,9 @@ void XmlSerializerImpl::setPrefix(ZRName prefix, ZRName namespaceUri) {
 }
 
 ZRName XmlSerializerImpl::getPrefix(ZRName namespaceUri, bool generate) {
+    if (generate) {
+        checkStream();
+    }
     const ZRName found = m_namespaces->findPrefix(namespaceUri);
     const bool isKnown = !found.isEmpty() || namespaceUri.isEmpty()
                          || m_namespaces->lookup(ZRN_EMPTY) == namespaceUri;
