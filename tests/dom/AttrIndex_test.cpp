@@ -24,6 +24,11 @@ ZRNode* firstOf(ZRNamedNodeMap& map, Fits fits) {
 }
 
 void expectSearchesLikeAWalk(ZRNamedNodeMap& map, std::size_t names) {
+    int place = 0;
+    for (ZRNode* node = map.getFirstNode(); node != nullptr; node = map.getNextNode(node)) {
+        EXPECT_EQ(map.item(place++), node);
+    }
+    EXPECT_EQ(map.getLength(), place);
     for (std::size_t i = 0; i < names; ++i) {
         const ZRName local = numbered(u"n", i);
         EXPECT_EQ(map.getNamedItem(local),

@@ -70,6 +70,21 @@ TEST(DeepTree, IsWalkedAndAsked) {
     });
 }
 
+TEST(DeepTree, NamespacesOfPlainElementsAreFoundInOnePass) {
+    const Document document = newDocument();
+    ZRNode* node = document;
+    for (int i = 0; i < kDepth / 10; ++i) {
+        node = node->appendChild(document->createElement(u"e"_name));
+        if (i % 3 == 0) {
+            node = addElement(document, node, u"e");
+            static_cast<ZRElement*>(node)->setAttribute(u"x"_name, ZRValue(1));
+        }
+    }
+    EXPECT_GT(document->saveXml().length(), kDepth / 2);
+    EXPECT_EQ(document->getElementsByTagNameNS(u"none"_name, u"e"_name)->getLength(), 0);
+    EXPECT_GT(document->getElementsByTagNameNS(ZRName(), u"e"_name)->getLength(), kDepth / 10);
+}
+
 TEST(DeepTree, IsLoadedAndSaved) {
     onSmallStack([] {
         std::string xml;
@@ -106,6 +121,9 @@ TEST(WideElement, AHundredThousandAttributesTakeLinearTime) {
         a->setAttributeEx(ZRName(), ZRName(), name, u"1");
     }
     EXPECT_EQ(a->getAttributes()->getLength(), 100000);
+    for (int i = 0; i < 100000; ++i) {
+        ASSERT_NE(a->getAttributes()->item(i), nullptr);
+    }
     while (ZRNode* attr = a->getAttributes()->getFirstNode()) {
         a->removeAttributeNode(static_cast<ZRAttr*>(attr));
     }

@@ -1,6 +1,8 @@
 // How trees are written.
 #include "zro/dom/ZRDocument.h"
 
+#include <limits>
+#include <new>
 #include <sstream>
 
 #include "zro/dom/internal/TreeWriter.h"
@@ -27,16 +29,25 @@ UnicodeString textOf(std::string_view bytes) {
     return text;
 }
 
+/// Makes a serializer let go of a stream that dies: others may hold the serializer, and use it.
+void takeAway(std::ostream& stream, ZRXmlSerializer& serializer) {
+    stream.clear();
+    try {
+        serializer.endDocument();
+    } catch (...) {  // NOLINT(bugprone-empty-catch): the error before this one is told
+    }
+}
+
 }  // namespace
 
 void ZRDocument::saveTo(ZRNode* node, const UnicodeString& docType) {
-    ZRXmlSerializer& serializer = *getSerializer();
-    serializer.startDocument(UnicodeString(), UnicodeString());
+    const ZRPtr<ZRXmlSerializer> serializer(getSerializer());
+    serializer->startDocument(UnicodeString(), UnicodeString());
     if (!docType.isEmpty()) {
-        serializer.docdecl(docType);
+        serializer->docdecl(docType);
     }
-    TreeWriter(serializer).write(node != nullptr ? node : this);
-    serializer.endDocument();
+    TreeWriter(*serializer).write(node != nullptr ? node : this);
+    serializer->endDocument();
 }
 
 /// Runs an operation on the serializer, which is detached when it fails, so that the next save
@@ -91,13 +102,18 @@ void ZRDocument::save(std::ostream& stream, ZRNode* node) {
 UnicodeString ZRDocument::saveXml(ZRNode* node) {
     std::ostringstream bytes;
     detachingOnError([&] {
-        ZRXmlSerializer& serializer = *getSerializer();
-        serializer.setOutput(bytes, u"UTF-8");
-        if (isSelf(node)) {
-            serializer.startDocument(UnicodeString(), UnicodeString());
+        const ZRPtr<ZRXmlSerializer> serializer(getSerializer());
+        serializer->setOutput(bytes, u"UTF-8");
+        try {
+            if (isSelf(node)) {
+                serializer->startDocument(UnicodeString(), UnicodeString());
+            }
+            TreeWriter(*serializer).write(node != nullptr ? node : this);
+            serializer->endDocument();
+        } catch (...) {
+            takeAway(bytes, *serializer);
+            throw;
         }
-        TreeWriter(serializer).write(node != nullptr ? node : this);
-        serializer.endDocument();
     });
     return textOf(bytes.view());
 }
@@ -105,7 +121,7 @@ UnicodeString ZRDocument::saveXml(ZRNode* node) {
 void ZRDocument::startDocumentElement() {
     getSerializer()->startDocument(UnicodeString(), UnicodeString());
     if (ZRElement* element = getDocumentElement()) {
-        TreeWriter(*getSerializer()).openElement(*element);
+        TreeWriter(*getSerializer()).writeStart(*element);
     }
 }
 
@@ -124,7 +140,8 @@ void ZRDocument::saveChildElement(ZRNode* node) {
 }
 
 void ZRDocument::closeDocumentElement() {
-    if (const ZRElement* element = getDocumentElement()) {
+    const ZRElement* element = getDocumentElement();
+    if (element != nullptr && !TreeWriter::isTextElement(*element)) {
         getSerializer()->endTag(element->getNamespaceUri(), element->getLocalName());
     }
     getSerializer()->endDocument();

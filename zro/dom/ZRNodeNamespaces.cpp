@@ -7,6 +7,7 @@
 #include "zro/dom/ZRDocument.h"
 #include "zro/dom/ZRNodeList.h"
 #include "zro/dom/internal/Element.h"
+#include "zro/dom/internal/NamespaceTrail.h"
 
 namespace ZroCommon {
 namespace {
@@ -34,10 +35,9 @@ bool isPrefixDeclarationOf(const ZRNode& attr, ZRName prefix) {
     return isPrefixDeclaration(attr) && attr.getLocalName() == prefix;
 }
 
-/// A plain element has no namespace of its own: it asks for it by the very look-up that runs here.
+/// A plain element has none: it asks for it by the very look-up that runs here.
 bool hasOwnNamespace(const ZRNode& element) {
-    return element.getTypeID() != internal::Element::getStaticTypeID()
-           && !element.getNamespaceUri().isEmpty();
+    return !internal::isPlainElement(element) && !element.getNamespaceUri().isEmpty();
 }
 
 /// What the element itself says about the prefix.
@@ -146,5 +146,61 @@ bool ZRNode::isDefaultNamespace(ZRName namespaceUri) {
     }
     return false;
 }
+
+namespace internal {
+
+bool isPlainElement(const ZRNode& element) {
+    return element.getTypeID() == Element::getStaticTypeID();
+}
+
+ZRName NamespaceTrail::enter(ZRNode& element) {
+    backTo(element.getParentNode());
+    m_trail.push_back({&element, element.getPrefix(), ZRName(), false});
+    return isPlainElement(element) ? meaningAtEnd() : element.getNamespaceUri();
+}
+
+ZRName NamespaceTrail::leave(ZRNode& element) {
+    backTo(&element);
+    const bool isOnTrail = !m_trail.empty();
+    const ZRName namespaceUri =
+        isOnTrail && isPlainElement(element) ? m_trail.back().meaning : element.getNamespaceUri();
+    if (isOnTrail) {
+        m_trail.pop_back();
+    }
+    return namespaceUri;
+}
+
+void NamespaceTrail::backTo(const ZRNode* element) {
+    while (!m_trail.empty() && m_trail.back().element != element) {
+        m_trail.pop_back();
+    }
+}
+
+/// Climbs to where the meaning is known, and notes it on all the way, so that no step is climbed
+/// over twice.
+ZRName NamespaceTrail::meaningAtEnd() {
+    const ZRName prefix = m_trail.back().prefix;
+    std::size_t first = m_trail.size() - 1;
+    std::optional<ZRName> meaning;
+    while (!meaning) {
+        const Step& step = m_trail[first];
+        meaning = step.isKnown ? step.meaning : bindingAt(*step.element, prefix);
+        if (meaning) {
+            break;
+        }
+        if (first == 0 || m_trail[first - 1].prefix != prefix) {
+            meaning = step.element->ZRNode::lookupNamespaceUri(prefix);
+        } else {
+            --first;
+        }
+    }
+    for (; first < m_trail.size(); ++first) {
+        m_trail[first].meaning = *meaning;
+        m_trail[first].isKnown = true;
+    }
+    return *meaning;
+}
+
+}  // namespace internal
 
 }  // namespace ZroCommon

@@ -1,5 +1,8 @@
 #include "zro/dom/internal/AttrIndex.h"
 
+#include <memory>
+#include <new>
+
 #include "zro/dom/ZRAttr.h"
 
 namespace ZroCommon::internal {
@@ -9,12 +12,14 @@ void AttrIndex::append(ZRAttr& attr) {
 }
 
 void AttrIndex::insert(ZRAttr& attr, Position position) {
+    forgetOrder();
     const ZRNameEnum local = attr.m_localName;
     m_byName.emplace(Name{local, attr.m_namespaceUri, position}, &attr);
     m_byLocalName.emplace(std::pair{local, position}, &attr);
 }
 
 AttrIndex::Position AttrIndex::take(const ZRAttr& attr) {
+    forgetOrder();
     const ZRNameEnum local = attr.m_localName;
     auto entry = m_byName.lower_bound(Name{local, attr.m_namespaceUri, 0});
     while (entry->second != &attr) {
@@ -47,6 +52,27 @@ ZRAttr* AttrIndex::find(ZRName namespaceUri, ZRName localName) const {
         return nullptr;
     }
     return entry->second;
+}
+
+ZRAttr* const* AttrIndex::order(ZRAttr& first, std::size_t count) const {
+    ZRAttr** known = m_order.load(std::memory_order_acquire);
+    if (known != nullptr) {
+        return known;
+    }
+    std::unique_ptr<ZRAttr*[]> made(new (std::nothrow) ZRAttr*[count]);
+    if (made == nullptr) {
+        return nullptr;
+    }
+    std::size_t place = 0;
+    for (ZRAttr* attr = &first; attr != nullptr; attr = attr->m_nextAttribute) {
+        made[place++] = attr;
+    }
+    const bool isFirst = m_order.compare_exchange_strong(known, made.get());
+    return isFirst ? made.release() : known;
+}
+
+void AttrIndex::forgetOrder() {
+    const std::unique_ptr<ZRAttr*[]> order(m_order.exchange(nullptr));
 }
 
 }  // namespace ZroCommon::internal

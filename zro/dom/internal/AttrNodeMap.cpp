@@ -1,5 +1,6 @@
 #include "zro/dom/internal/AttrNodeMap.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "zro/dom/internal/NodeSlab.h"
@@ -56,11 +57,17 @@ ZRNode* AttrNodeMap::item(int index) {
     if (index < 0 || index >= m_count) {
         return nullptr;
     }
-    ZRAttr* attr = m_first;
-    for (; index > 0; --index) {
-        attr = attr->m_nextAttribute;
+    const int fromEnd = m_count - 1 - index;
+    if (m_index && std::min(index, fromEnd) > kIndexAbove) {
+        if (ZRAttr* const* order = m_index->order(*m_first, static_cast<std::size_t>(m_count))) {
+            return order[index];
+        }
     }
-    return attr;
+    ZRNode* node = index < fromEnd ? m_first : m_last;
+    for (int steps = std::min(index, fromEnd); steps > 0; --steps) {
+        node = index < fromEnd ? static_cast<ZRAttr*>(node)->m_nextAttribute : node->m_previous;
+    }
+    return node;
 }
 
 ZRAttr* AttrNodeMap::find(ZRName localName) const {
@@ -126,7 +133,7 @@ ZRPtr<ZRNode> AttrNodeMap::place(ZRAttr& attr, ZRAttr* old) {
     if (holds(attr)) {
         remove(attr);
     } else if (attr.m_parent != nullptr) {
-        m_owner->removeChild(&attr);
+        ZRNode::leaveOldParent(attr);
     }
     if (old != nullptr) {
         return replace(attr, *old);
@@ -137,8 +144,13 @@ ZRPtr<ZRNode> AttrNodeMap::place(ZRAttr& attr, ZRAttr* old) {
 
 ZRPtr<ZRNode> AttrNodeMap::replace(ZRAttr& attr, ZRAttr& old) {
     noteNames(attr);
-    if (m_index) {
-        m_index->replace(old, attr);
+    try {
+        if (m_index) {
+            m_index->replace(old, attr);
+        }
+    } catch (...) {
+        m_index.reset();  // walks find everything, too
+        throw;
     }
     attr.addRef();
     attr.m_parent = m_owner;

@@ -24,12 +24,21 @@ TreeNodeList::TreeNodeList(ZRNode* root, ZRName namespaceUri, ZRName localName)
       m_localName(localName),
       m_any(u"*") {}
 
-bool TreeNodeList::passes(const ZRNode& node) const {
+bool TreeNodeList::passes(ZRNode& node, NamespaceTrail& trail) const {
     if (m_filter == Filter::None) {
         return true;
     }
-    return node.getNodeType() == ZRNodeTypeElement && matches(m_localName, node.getLocalName())
-           && (m_filter == Filter::LocalName || matches(m_namespaceUri, node.getNamespaceUri()));
+    if (node.getNodeType() != ZRNodeTypeElement) {
+        return false;
+    }
+    const bool isNamed = matches(m_localName, node.getLocalName());
+    if (m_filter == Filter::LocalName || m_namespaceUri == m_any) {
+        return isNamed;
+    }
+    if (trail.isEmpty() && !isPlainElement(node)) {
+        return isNamed && node.getNamespaceUri() == m_namespaceUri;
+    }
+    return trail.enter(node) == m_namespaceUri && isNamed;
 }
 
 ZRNode* TreeNodeList::stepForward(ZRNode* node) const {
@@ -59,10 +68,33 @@ ZRNode* TreeNodeList::getFirstNode() {
     return getNextNode(m_root);
 }
 
-ZRNode* TreeNodeList::getNextNode(ZRNode* node) {
+ZRNode* TreeNodeList::nextOf(ZRNode* node, NamespaceTrail& trail) const {
     do {
         node = stepForward(node);
-    } while (node != nullptr && !passes(*node));
+    } while (node != nullptr && !passes(*node, trail));
+    return node;
+}
+
+ZRNode* TreeNodeList::getNextNode(ZRNode* node) {
+    NamespaceTrail trail;
+    return node != nullptr ? nextOf(node, trail) : nullptr;
+}
+
+int TreeNodeList::getLength() {
+    NamespaceTrail trail;
+    int length = 0;
+    for (ZRNode* node = nextOf(m_root, trail); node != nullptr; node = nextOf(node, trail)) {
+        ++length;
+    }
+    return length;
+}
+
+ZRNode* TreeNodeList::item(int index) {
+    NamespaceTrail trail;
+    ZRNode* node = index >= 0 ? nextOf(m_root, trail) : nullptr;
+    for (; node != nullptr && index > 0; --index) {
+        node = nextOf(node, trail);
+    }
     return node;
 }
 
@@ -71,13 +103,18 @@ ZRNode* TreeNodeList::getLastNode() {
     if (last == m_root) {
         return nullptr;
     }
-    return passes(*last) ? last : getPreviousNode(last);
+    NamespaceTrail trail;
+    return passes(*last, trail) ? last : getPreviousNode(last);
 }
 
 ZRNode* TreeNodeList::getPreviousNode(ZRNode* node) {
-    do {
+    NamespaceTrail trail;
+    while (node != nullptr) {
         node = stepBack(node);
-    } while (node != nullptr && !passes(*node));
+        if (node == nullptr || passes(*node, trail)) {
+            break;
+        }
+    }
     return node;
 }
 

@@ -3,10 +3,13 @@
 #include <cstdint>
 
 #include "zro/dom/ZRNodeList.h"
+#include "zro/dom/internal/NamespaceTrail.h"
 
 namespace ZroCommon::internal {
 
-/// The descendants of a node in document order, or those elements among them that bear a name.
+/// The descendants of a node in document order, or those elements among them that bear a name. What
+/// one call has found out about namespaces is forgotten by the next, since the tree may change in
+/// between; it helps walks forward.
 class TreeNodeList final : public ZRNodeList {
 public:
     explicit TreeNodeList(ZRNode* root) : m_root(root) {}
@@ -18,14 +21,17 @@ public:
     ZRNode* getLastNode() override;
     ZRNode* getNextNode(ZRNode* node) override;
     ZRNode* getPreviousNode(ZRNode* node) override;
+    int getLength() override;
+    ZRNode* item(int index) override;
 
 private:
     enum class Filter : std::uint8_t { None, LocalName, Name };
 
-    bool passes(const ZRNode& node) const;
+    bool passes(ZRNode& node, NamespaceTrail& trail) const;
     bool matches(ZRName pattern, ZRName name) const { return pattern == name || pattern == m_any; }
     ZRNode* stepForward(ZRNode* node) const;
     ZRNode* stepBack(ZRNode* node) const;
+    ZRNode* nextOf(ZRNode* node, NamespaceTrail& trail) const;
 
     ZRNode* m_root;
     Filter m_filter = Filter::None;

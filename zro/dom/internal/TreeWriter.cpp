@@ -10,11 +10,6 @@
 namespace ZroCommon::internal {
 namespace {
 
-/// Derived documents may make elements of text; these are written as the text they stand for.
-bool isTextElement(const ZRNode& element) {
-    return element.isText() && element.getLocalName() == ZRN_hash_text;
-}
-
 UnicodeString dataOf(const ZRNode& node) {
     return node.isA(ZRTextNode::getStaticTypeID()) ? static_cast<const ZRTextNode&>(node).getData()
                                                    : node.getText();
@@ -31,18 +26,23 @@ ZRName memberName(ZRName name, ZRName member) {
 
 }  // namespace
 
+/// Derived documents may make elements of text.
+bool TreeWriter::isTextElement(const ZRNode& element) {
+    return element.isText() && element.getLocalName() == ZRN_hash_text;
+}
+
 void TreeWriter::write(ZRNode* node) {
     ZRTreeIterator visits(node, ZRTreeIterator::PRE_AND_POST_ORDER);
     while (ZRNode* at = visits.nextNode()) {
         if (visits.atPreVisit()) {
-            writeFirstVisit(*at);
+            writeStart(*at);
         } else if (at->getNodeType() == ZRNodeTypeElement && !isTextElement(*at)) {
-            m_serializer.endTag(at->getNamespaceUri(), at->getLocalName());
+            m_serializer.endTag(m_namespaces.leave(*at), at->getLocalName());
         }
     }
 }
 
-void TreeWriter::writeFirstVisit(ZRNode& node) {
+void TreeWriter::writeStart(ZRNode& node) {
     switch (node.getNodeType()) {
     case ZRNodeTypeElement:
         if (isTextElement(node)) {
@@ -60,7 +60,7 @@ void TreeWriter::writeFirstVisit(ZRNode& node) {
 }
 
 void TreeWriter::openElement(ZRNode& element) {
-    m_serializer.startTag(element.getNamespaceUri(), element.getPrefix(), element.getLocalName());
+    m_serializer.startTag(m_namespaces.enter(element), element.getPrefix(), element.getLocalName());
     element.finishAttributes();
     ZRNamedNodeMap* attributes = element.hasAttributes() ? element.getAttributes() : nullptr;
     ZRNode* attr = attributes != nullptr ? attributes->getFirstNode() : nullptr;
