@@ -157,6 +157,32 @@ TEST(ZRNode, ADocumentIsNoOnesChild) {
     EXPECT_NE(errorOf([&] { document->appendChild(document); }), "nothing");
 }
 
+/// Does not let go of its children.
+class Keeper : public ZRElement {
+public:
+    explicit Keeper(ZRDocument* document) : ZRElement(document) {}
+    ZRName getLocalName() const override { return u"keeper"_name; }
+    ZRPtr<ZRNode> removeChild(ZRNode* /*oldChild*/) override { return nullptr; }
+};
+
+TEST(ZRNode, AMovedNodeLeavesAParentThatWouldKeepIt) {
+    Family family;
+    ZRNode* keeper = family.root->appendChild(new Keeper(family.document));
+    keeper->appendChild(family.x);
+    addElement(family.document, keeper, u"y");
+    family.a->appendChild(family.x);
+    EXPECT_EQ(bothWays(family.root), "r(a(x) b c keeper(y)) | keeper c b a");
+    EXPECT_EQ(family.x->getRefCount(), 2);
+}
+
+// On purpose: among the children, too, an attribute has no siblings.
+TEST(ZRNode, AnAttributeAmongTheChildrenHidesWhatFollowsIt) {
+    Family family;
+    family.root->insertBefore(family.document->createAttribute(u"y"_name), family.b);
+    EXPECT_EQ(family.root->getChildNodeCount(), 2);
+    EXPECT_EQ(dump(family.root), "r(a y= b c)");
+}
+
 TEST(ZRNode, AFragmentIsAppendedAsItself) {
     Family family;
     const ZRPtr<ZRDocumentFragment> fragment = family.document->createDocumentFragment();

@@ -30,6 +30,7 @@ ZRNode* ZRAttr::getPreviousSibling() const {
 }
 
 ZRNode* ZRAttr::getNextSibling() {
+    // On purpose: none among the children of a node either, where it hides what follows it.
     return nullptr;
 }
 

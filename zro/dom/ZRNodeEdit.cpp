@@ -37,7 +37,13 @@ ZRNode* ZRNode::insertBefore(ZRNode* newChild, ZRNode* refChild) {
         throwLibraryError(LibraryError::WrongDocument, ErrorSite::NodeInsertBefore, u"newChild");
     }
     ZRPtr<ZRNode> hold(newChild);
-    leaveOldParent(*newChild);
+    if (newChild->m_parent != nullptr) {
+        const ZRPtr<ZRNode> holdRef(refChild);
+        leaveOldParent(*newChild);
+        if (!isChild(*refChild)) {
+            throwLibraryError(LibraryError::NotAChild, ErrorSite::NodeInsertBefore, u"refChild");
+        }
+    }
     linkBefore(*newChild, refChild);
     return hold.detach();
 }
@@ -55,7 +61,13 @@ ZRPtr<ZRNode> ZRNode::replaceChild(ZRNode* newChild, ZRNode* oldChild) {
         throwLibraryError(LibraryError::WrongDocument, ErrorSite::NodeReplaceChild, u"newChild");
     }
     ZRPtr<ZRNode> hold(newChild);
-    leaveOldParent(*newChild);
+    if (newChild->m_parent != nullptr) {
+        const ZRPtr<ZRNode> holdOld(oldChild);
+        leaveOldParent(*newChild);
+        if (!isChild(*oldChild)) {
+            throwLibraryError(LibraryError::NotAChild, ErrorSite::NodeReplaceChild, u"oldChild");
+        }
+    }
     linkInPlaceOf(*hold.detach(), *oldChild);
     return ZRPtr<ZRNode>::adopt(oldChild);
 }
@@ -108,9 +120,21 @@ bool ZRNode::isChild(const ZRNode& node) const {
     return node.m_parent == this && node.m_next != nullptr;
 }
 
+/// A derived class may do something else in its `removeChild`, even to what is around the node.
+/// What it has left linked is taken out all the same.
 void ZRNode::leaveOldParent(ZRNode& node) {
-    if (node.m_parent != nullptr) {
-        node.m_parent->removeChild(&node);
+    if (node.m_parent == nullptr) {
+        return;
+    }
+    node.m_parent->removeChild(&node);
+    if (ZRNode* parent = node.m_parent) {
+        if (parent->isChild(node)) {
+            parent->unlink(node);
+            node.release();  // the caller has another reference
+        } else {
+            auto& element = static_cast<ZRElement&>(*parent);
+            element.ZRElement::removeAttributeNode(static_cast<ZRAttr*>(&node));
+        }
     }
 }
 
