@@ -166,6 +166,29 @@ TEST(ZRNode, PositionIsThatOfTheNearestNodeBeforeOrAround) {
     EXPECT_EQ(tree.document->getSourceLineNumber(), -1);
 }
 
+/// A text that was made from another node, and has its position.
+class MadeFrom : public ZRTextNode {
+public:
+    MadeFrom(ZRDocument* document, const ZRNode* origin)
+        : ZRTextNode(document, u""), m_origin(origin) {}
+    int getSourceLineNumber() const override { return m_origin->getSourceLineNumber(); }
+
+private:
+    const ZRNode* m_origin;
+};
+
+TEST(ZRNode, PositionMayComeFromANodeElsewhere) {
+    const Tree tree;
+    tree.b->setSourceLineNumber(3);
+    tree.d->appendChild(new MadeFrom(tree.document, tree.t));
+    EXPECT_EQ(addText(tree.document, tree.d, u"last")->getSourceLineNumber(), 3);
+    ZRNode* turn = tree.e->appendChild(new MadeFrom(tree.document, tree.e));
+    turn->appendChild(tree.f);
+    const ZRPtr<ZRNode> before = tree.r->removeChild(tree.a);
+    tree.r->insertBefore(new MadeFrom(tree.document, tree.f), tree.c);
+    EXPECT_EQ(tree.f->getSourceLineNumber(), -1);  // asked in a circle
+}
+
 /// The rule as it is told, which asks again and again.
 int lineByTheRule(ZRNode* node) {
     if (node == nullptr) {

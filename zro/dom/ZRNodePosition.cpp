@@ -8,30 +8,56 @@
 namespace ZroCommon {
 namespace {
 
-// While a search for a position runs, a node answers with its own one alone. Otherwise each node
-// that is asked would ask all nodes before and above it again.
-thread_local constinit bool t_askingForOwn = false;
-
-class OwnOnly {
-public:
-    OwnOnly() : m_before(std::exchange(t_askingForOwn, true)) {}
-    OwnOnly(const OwnOnly&) = delete;
-    OwnOnly& operator=(const OwnOnly&) = delete;
-    ~OwnOnly() { t_askingForOwn = m_before; }
-
-private:
-    bool m_before;
+/// A search for a position that runs in this thread, within the one that asked for it.
+struct Search {
+    const ZRNode* from;
+    const ZRNode* asked;
+    const Search* outer;
 };
 
-int positionBefore(const ZRNode& node, int (ZRNode::*position)() const) {
-    if (t_askingForOwn) {
+/// Makes a search the current one of the thread.
+class SearchScope {
+public:
+    SearchScope(const Search*& current, const Search& search)
+        : m_current(current), m_outer(std::exchange(current, &search)) {}
+    SearchScope(const SearchScope&) = delete;
+    SearchScope& operator=(const SearchScope&) = delete;
+    ~SearchScope() { m_current = m_outer; }
+
+private:
+    const Search*& m_current;
+    const Search* m_outer;
+};
+
+/// The innermost search for a line, and that for a column.
+template <int (ZRNode::*kPosition)() const>
+thread_local constinit const Search* t_search = nullptr;
+
+/// Whether the node has to answer with its own position alone: it is the one that a search asks,
+/// which would otherwise ask all nodes before and above it again, or a search from it runs already.
+bool asksForOwn(const Search* search, const ZRNode& node) {
+    if (search != nullptr && search->asked == &node) {
+        return true;
+    }
+    while (search != nullptr && search->from != &node) {
+        search = search->outer;
+    }
+    return search != nullptr;
+}
+
+template <int (ZRNode::*kPosition)() const>
+int positionBefore(const ZRNode& node) {
+    const Search*& current = t_search<kPosition>;
+    if (asksForOwn(current, node)) {
         return -1;
     }
-    const OwnOnly own;
+    Search search{&node, &node, current};
+    const SearchScope scope(current, search);
     for (const ZRNode* at = &node; at != nullptr;) {
         const ZRNode* previous = at->getPreviousSibling();
         at = previous != nullptr ? previous : at->getParentNode();
-        const int found = at != nullptr ? (at->*position)() : -1;
+        search.asked = at;
+        const int found = at != nullptr ? (at->*kPosition)() : -1;
         if (found != -1) {
             return found;
         }
@@ -42,11 +68,11 @@ int positionBefore(const ZRNode& node, int (ZRNode::*position)() const) {
 }  // namespace
 
 int ZRNode::getSourceLineNumber() const {
-    return positionBefore(*this, &ZRNode::getSourceLineNumber);
+    return positionBefore<&ZRNode::getSourceLineNumber>(*this);
 }
 
 int ZRNode::getSourceColumnNumber() const {
-    return positionBefore(*this, &ZRNode::getSourceColumnNumber);
+    return positionBefore<&ZRNode::getSourceColumnNumber>(*this);
 }
 
 int ZRElement::getSourceLineNumber() const {
