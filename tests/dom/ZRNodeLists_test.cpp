@@ -105,6 +105,22 @@ TEST(ZRNodeIterator, StartsBehindANode) {
     EXPECT_EQ(nodes.nextNode(), tree.t);
 }
 
+TEST(ZRNodeIterator, NothingIsWalkedFromNothing) {
+    const Tree tree;
+    for (ZRNodeIterator nodes : {ZRNodeIterator(static_cast<ZRNodeIterable*>(nullptr)),
+                                 ZRNodeIterator(static_cast<ZRNode*>(nullptr)),
+                                 ZRNodeIterator(static_cast<ZRNode*>(nullptr), tree.b)}) {
+        nodes.setToStart();
+        EXPECT_EQ(nodes.nextNode(), nullptr);
+        EXPECT_EQ(nodes.previousNode(), nullptr);
+        EXPECT_FALSE(nodes.hasPreviousNode());
+    }
+    for (const auto& list : {tree.r->getDescendantNodes(), tree.r->getChildNodes()}) {
+        EXPECT_EQ(list->getNextNode(nullptr), nullptr);
+        EXPECT_EQ(list->getPreviousNode(nullptr), nullptr);
+    }
+}
+
 TEST(ZRNodeIterator, HoldsItsList) {
     const Tree tree;
     ZRPtr<ZRNodeList> list = tree.a->getChildNodes();

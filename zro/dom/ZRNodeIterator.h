@@ -8,7 +8,8 @@ namespace ZroCommon {
 
 /// Walks over a list, a map or the descendants of a node. Holds the list, not the nodes.
 ///
-/// It keeps the node that comes next, so the node just returned may be removed from the tree.
+/// It keeps the node that comes next, so the node just returned may be removed from the tree. Over
+/// a null list or node it is at its end.
 class ZRO_API ZRNodeIterator {
 public:
     explicit ZRNodeIterator(ZRNodeIterable* iterable);

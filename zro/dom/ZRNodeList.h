@@ -21,7 +21,7 @@ public:
     /// An iterator at the start, which holds this object.
     virtual ZRNodeIterator getIterator();
 
-    /// Each null when there is no such node.
+    /// Each null when there is no such node, or none is given.
     virtual ZRNode* getFirstNode() = 0;
     virtual ZRNode* getLastNode() = 0;
     virtual ZRNode* getNextNode(ZRNode* node) = 0;

@@ -12,8 +12,12 @@ public:
 
     ZRNode* getFirstNode() override { return m_parent->getFirstChild(); }
     ZRNode* getLastNode() override { return m_parent->getLastChild(); }
-    ZRNode* getNextNode(ZRNode* node) override { return node->getNextSibling(); }
-    ZRNode* getPreviousNode(ZRNode* node) override { return node->getPreviousSibling(); }
+    ZRNode* getNextNode(ZRNode* node) override {
+        return node != nullptr ? node->getNextSibling() : nullptr;
+    }
+    ZRNode* getPreviousNode(ZRNode* node) override {
+        return node != nullptr ? node->getPreviousSibling() : nullptr;
+    }
 
 private:
     ~ChildNodeList() override = default;
