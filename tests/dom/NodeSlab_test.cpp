@@ -1,15 +1,21 @@
 #include "zro/dom/internal/NodeSlab.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 #include <cstring>
+#include <future>
+#include <istream>
 #include <random>
+#include <streambuf>
+#include <string>
 #include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "tests/dom/Trees.h"
+#include "tests/support/Threads.h"
 
 namespace ZroCommon::testing {
 namespace {
@@ -112,6 +118,30 @@ TEST(NodeSlab, AThreadGetsBackWhatOthersFreed) {
     NodeSlab::trim();
 }
 
+TEST(NodeSlab, BlocksMayComeBackFromSeveralThreadsWhileTheirsCollectsThem) {
+    NodeSlab::trim();
+    const std::size_t before = NodeSlab::reservedBytes();
+    std::vector<void*> blocks(240000);
+    std::atomic<std::size_t> made{0};
+    inThreads(3, [&](int thread) {
+        if (thread == 0) {
+            for (void*& block : blocks) {
+                block = NodeSlab::allocate(64);
+                ++made;
+            }
+            return;
+        }
+        for (auto i = static_cast<std::size_t>(thread - 1); i < blocks.size(); i += 2) {
+            while (made <= i) {
+                std::this_thread::yield();
+            }
+            NodeSlab::free(blocks[i], 64);
+        }
+    });
+    NodeSlab::trim();
+    EXPECT_LE(NodeSlab::reservedBytes(), before);
+}
+
 TEST(ZRNode, MayBeReleasedInAnyThread) {
     const Document document = newDocument();
     std::vector<ZRPtr<ZRNode>> nodes;
@@ -133,6 +163,59 @@ TEST(ZRNode, MayBeReleasedInAnyThread) {
     for (const auto& share : shares) {
         EXPECT_TRUE(share.empty());
     }
+}
+
+TEST(ZRElement, ManyThreadsMayBeTheFirstToAskForTheAttributes) {
+    const Document document = newDocument();
+    std::vector<ZRPtr<ZRElement>> elements;
+    for (int i = 0; i < 1000; ++i) {
+        elements.push_back(element(document, u"e"));
+    }
+    std::vector<ZRNamedNodeMap*> maps[2];
+    inThreads(2, [&](int i) {
+        for (const auto& each : elements) {
+            maps[i].push_back(each->getAttributes());
+        }
+    });
+    EXPECT_EQ(maps[0], maps[1]);
+}
+
+/// A long document that waits for a signal before it goes on behind its start.
+class PausedBuf : public std::streambuf {
+public:
+    std::promise<void> isUnderWay;
+    std::promise<void> goOn;
+    int pieces = 0;
+
+protected:
+    int_type underflow() override {
+        if (++pieces == 2) {
+            isUnderWay.set_value();
+            goOn.get_future().wait();
+        }
+        m_piece = pieces == 1 ? "<a>" : pieces < 100000 ? "<b/>" : "</a>";
+        setg(m_piece.data(), m_piece.data(), m_piece.data() + m_piece.size());
+        return pieces > 100000 ? traits_type::eof() : traits_type::to_int_type(m_piece[0]);
+    }
+
+private:
+    std::string m_piece;
+};
+
+TEST(ZRDocument, ALoadCanBeAbortedByAnotherThread) {
+    const Document document = newDocument();
+    PausedBuf buffer;
+    std::thread loading([&] {
+        std::istream stream(&buffer);
+        document->load(stream);
+    });
+    buffer.isUnderWay.get_future().wait();
+    document->abort();
+    buffer.goOn.set_value();
+    loading.join();
+    EXPECT_LT(buffer.pieces, 100000);
+    EXPECT_EQ(document->getLastLoadingNode(), nullptr);
+    EXPECT_TRUE(document->isLoading());
 }
 
 TEST(ZRDocument, ManyThreadsBuildAndDropTreesOfTheirOwn) {

@@ -137,6 +137,20 @@ TEST(DerivedDocument, ComplementedParentsAreSkippedAtTheEndOfAnElement) {
     EXPECT_TRUE(document->getDocumentElement()->getFlag(ZRNode::kLoaded));
 }
 
+TEST(DerivedDocument, MayTakeTheParentOfANodeOutOfTheTree) {
+    const ZRPtr<DerivedDocument> document(new DerivedDocument);
+    document->place = [](ZRNode& parent, ZRNode* child) -> ZRNode* {
+        if (parent.getLocalName() != u"gone"_name) {
+            return parent.appendChild(child);
+        }
+        if (ZRNode* root = parent.getParentNode()) {
+            root->removeChild(&parent);
+        }
+        return nullptr;
+    };
+    EXPECT_EQ(dump(loadedInto(*document, u"<a><gone>t<x/>u<y/></gone><z/></a>")), "a");
+}
+
 TEST(DerivedDocument, CannotLoadFromWithinTheLoading) {
     const ZRPtr<DerivedDocument> document(new DerivedDocument);
     std::string error;
@@ -220,6 +234,19 @@ TEST(DerivedDocument, CopiesElementsByItsOwnFactory) {
     ZRNode* a = loadedInto(*document, u"<a x='1'><b>t</b></a>");
     const ZRPtr<ZRNode> copy = a->cloneNode(true);
     EXPECT_EQ(dump(copy), "a x=1!(b('t'))");
+}
+
+TEST(DerivedDocument, MayGiveAttributesAnotherName) {
+    class Renaming : public ZRDocument {
+        using ZRDocument::createAttributeNS;
+        ZRPtr<ZRAttr> createAttributeNS(ZRName namespaceUri, ZRName prefix,
+                                        ZRName /*name*/) override {
+            return ZRDocument::createAttributeNS(namespaceUri, prefix, u"same"_name);
+        }
+    };
+    const ZRPtr<ZRDocument> document(new Renaming);
+    document->loadXml(u"<a x='1' y='2'/>");
+    EXPECT_EQ(dump(document), "#document(a same=2)");
 }
 
 /// Looks around while it dies.

@@ -169,6 +169,15 @@ TEST(ZRDocument, LoadXmlLoadsAllEvenInPullMode) {
     EXPECT_NE(errorOf([&] { document->getParser()->rewind(); }), "nothing");
 }
 
+TEST(ZRDocument, AParserMayOutliveTheDocumentWhoseTextItReads) {
+    Document document = newDocument();
+    const ZRPtr<ZRXmlParser> parser(document->getParser());
+    EXPECT_NE(errorOf([&] { document->loadXml(u"<a>t</b>"); }), "nothing");
+    document = nullptr;
+    parser->rewind();
+    EXPECT_EQ(parser->next(), ZRXmlParser::START_TAG);
+}
+
 TEST(ZRDocument, ErrorsShowAtTheAccessThatCausesThem) {
     const Pulled pulled("<a><b/>t<c>&u;</c></a>");
     ZRNode* a = pulled.document->getDocumentElement();

@@ -149,12 +149,12 @@ TEST(ZRElement, ImpossibleAttributesAreRefused) {
          "0x0808 SYSTEM ERROR: arg is an ZRAttr that is already an attribute of another "
          "ZRElement object. [ZroCommon::AttrNodeMap::setNamedItemNS]"},
         {[&] { f.e->removeAttributeNode(nullptr); },
-         "0x0803 SYSTEM ERROR: oldAttr is null. [ZroCommon::ZRElement::removeAttributeNode]"},
+         "0x0803 SYSTEM ERROR: arg is null. [ZroCommon::ZRElement::removeAttributeNode]"},
         {[&] { f.e->removeAttributeNode(loose); },
-         "0x0809 SYSTEM ERROR: oldAttr is not a child of this node. "
+         "0x0809 SYSTEM ERROR: arg is not a child of this node. "
          "[ZroCommon::ZRElement::removeAttributeNode]"},
         {[&] { f.e->removeAttributeNode(owned); },
-         "0x0809 SYSTEM ERROR: oldAttr is not a child of this node. "
+         "0x0809 SYSTEM ERROR: arg is not a child of this node. "
          "[ZroCommon::ZRElement::removeAttributeNode]"},
     };
     for (const auto& [action, error] : cases) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <iosfwd>
 #include <memory>
 
@@ -72,6 +73,8 @@ public:
     const UnicodeString& getDocumentUri() const;
 
     /// Replaces the parser and forgets the document's URI. Null makes a new one when needed.
+    /// A parser of the host's own class that was given to `loadXml` must be given another input
+    /// before it is used without this document, whose text it still reads from.
     void setParser(ZRXmlParser* parser);
     void setSerializer(ZRXmlSerializer* serializer);
     /// Made when first asked for.
@@ -82,7 +85,7 @@ public:
     void setPullMode(bool pullMode) { m_pullMode = pullMode; }
     bool getPullMode() const { return m_pullMode; }
     /// The node loaded last, null when there is nothing more to load.
-    ZRNode* getLastLoadingNode() const { return m_lastLoadingNode; }
+    ZRNode* getLastLoadingNode() const { return m_isAborted ? nullptr : m_lastLoadingNode; }
 
     /// Loads a document in place of a node's children.
     /// \param node  null for this document itself, whose URI then changes
@@ -100,7 +103,8 @@ public:
     /// \throws ZRError  of the parser; 0x080B when called from within itself, by a derived class
     ///                  that navigates while it makes or appends a node
     ZRNode* loadNextNode();
-    /// Ends loading. The tree stays as it is; open nodes still say that they are loading.
+    /// Ends loading, also from another thread than the one that loads, which then adds one node
+    /// more at most. The tree stays as it is; open nodes still say that they are loading.
     void abort();
 
     /// Writes a document with only the start tag of the root, to be followed by its children one by
@@ -114,9 +118,12 @@ public:
     /// \param node      null for this document
     /// \param encoding  "Shift_JIS", else UTF-8
     /// \param docType   what stands between "<!DOCTYPE" and ">"; empty for none
-    /// \throws ZRError  of the serializer, which is detached then; 0x0812 for an attribute among
+    ///
+    /// A compound value of an attribute is written as one attribute a member, "name.member"; the
+    /// member without a name goes out under the attribute's own. Empty values are left out.
+    /// \throws ZRError  of the serializer, which is detached then; 0x0812 for an attribute, be it
     /// the
-    ///                  children
+    ///                  node itself or among the children
     void save(const UnicodeString& uri, ZRNode* node, const UnicodeString& encoding,
               const UnicodeString& docType);
     void save(std::ostream& stream, ZRNode* node, const UnicodeString& encoding,
@@ -132,13 +139,16 @@ public:
     UnicodeString saveXml(ZRNode* node = nullptr);
 
 private:
+    class InsertionPoint;
+
     bool isSelf(const ZRNode* node) const { return node == nullptr || node == this; }
     void requireNotLoading() const;
+    void beginLoad();
     void doLoad(ZRNode* node, bool pull);
     ZRNode* buildNextNode();
     ZRNode* insertionPoint() const;
     bool isSkipped(const ZRXmlParser& parser, ZRXmlParser::EventType event);
-    bool closeEnded(ZRXmlParser& parser, ZRNode*& point, ZRXmlParser::EventType& event);
+    bool closeEnded(ZRXmlParser& parser, InsertionPoint& point, ZRXmlParser::EventType& event);
     ZRNode* addNodeOrStay(const ZRXmlParser& parser, ZRNode& point, ZRXmlParser::EventType event);
     ZRNode* addNode(const ZRXmlParser& parser, ZRNode& point, ZRXmlParser::EventType event);
     ZRNode* addElement(const ZRXmlParser& parser, ZRNode& point);
@@ -154,12 +164,13 @@ private:
     ZRPtr<ZRXmlSerializer> m_serializer;
     UnicodeString m_baseUri;
     UnicodeString m_documentUri;
-    std::unique_ptr<internal::TextInput> m_textInput;  // of `loadXml`; the parser may still know it
+    std::shared_ptr<internal::TextInput> m_textInput;  // of `loadXml`; the parser may still know it
     ZRNode* m_lastLoadingNode = nullptr;
     ZRPtr<ZRNode> m_lastLoadingHold;  // the same node, unless it is this document
     int m_skipDepth = 0;  // depth of the rejected element that is being skipped, 0 for none
     bool m_pullMode = false;
     bool m_isLoadingNode = false;
+    std::atomic<bool> m_isAborted{false};
     ZRLock m_loadLock;
 };
 

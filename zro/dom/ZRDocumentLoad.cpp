@@ -3,6 +3,7 @@
 
 #include "zro/dom/internal/TextInput.h"
 #include "zro/foundation/internal/Raise.h"
+#include "zro/xml/internal/XmlParserImpl.h"
 
 namespace ZroCommon {
 
@@ -26,15 +27,41 @@ private:
 
 }  // namespace
 
+/// Where loading adds nodes. It is held, since what is called meanwhile may take it out of the
+/// tree; a document is not, which need not be counted at all.
+class ZRDocument::InsertionPoint {
+public:
+    InsertionPoint(const ZRDocument& document, ZRNode* node) : m_document(document) { set(node); }
+
+    ZRNode* get() const { return m_node; }
+    void set(ZRNode* node) {
+        m_node = node;
+        m_hold = ZRPtr<ZRNode>(node != &m_document ? node : nullptr);
+    }
+
+private:
+    const ZRDocument& m_document;
+    ZRNode* m_node = nullptr;
+    ZRPtr<ZRNode> m_hold;
+};
+
 void ZRDocument::requireNotLoading() const {
     if (m_isLoadingNode) {
         throwLibraryError(LibraryError::WrongState, ErrorSite::DocumentLoadNextNode);
     }
 }
 
+/// What was aborted before is over; `abort` means this load from here on.
+void ZRDocument::beginLoad() {
+    requireNotLoading();
+    if (m_isAborted.exchange(false)) {
+        setLastLoadingNode(nullptr);
+    }
+}
+
 void ZRDocument::load(const UnicodeString& uri, ZRNode* node) {
     const ZRMutex guard(m_loadLock);
-    requireNotLoading();
+    beginLoad();
     if (isSelf(node)) {
         m_documentUri = uri;
     }
@@ -45,7 +72,7 @@ void ZRDocument::load(const UnicodeString& uri, ZRNode* node) {
 
 void ZRDocument::load(std::istream& stream, ZRNode* node) {
     const ZRMutex guard(m_loadLock);
-    requireNotLoading();
+    beginLoad();
     if (isSelf(node)) {
         m_documentUri.remove();
     }
@@ -56,18 +83,19 @@ void ZRDocument::load(std::istream& stream, ZRNode* node) {
 
 void ZRDocument::load() {
     const ZRMutex guard(m_loadLock);
-    requireNotLoading();
+    beginLoad();
     doLoad(nullptr, m_pullMode);
 }
 
 void ZRDocument::loadXml(const UnicodeString& text, ZRNode* node) {
     const ZRMutex guard(m_loadLock);
-    requireNotLoading();
+    beginLoad();
     if (isSelf(node)) {
         m_documentUri.remove();
     }
-    auto input = std::make_unique<internal::TextInput>(text);
+    auto input = std::make_shared<internal::TextInput>(text);
     getParser()->setInput(*input, u"UTF-16", m_baseUri);
+    internal::keepStream(*getParser(), input);
     m_textInput.swap(input);
     // On purpose: the whole tree, pull mode or not.
     doLoad(node, false);
@@ -84,8 +112,9 @@ void ZRDocument::doLoad(ZRNode* node, bool pull) {
     }
 }
 
+/// Takes no lock, which the load to be ended may hold for long.
 void ZRDocument::abort() {
-    setLastLoadingNode(nullptr);
+    m_isAborted = true;
 }
 
 void ZRDocument::setLastLoadingNode(ZRNode* node) {
@@ -95,7 +124,10 @@ void ZRDocument::setLastLoadingNode(ZRNode* node) {
 
 ZRNode* ZRDocument::loadNextNode() {
     const ZRMutex guard(m_loadLock);
-    if (m_lastLoadingNode == nullptr) {
+    if (getLastLoadingNode() == nullptr) {
+        if (!m_isLoadingNode) {
+            setLastLoadingNode(nullptr);
+        }
         return nullptr;
     }
     requireNotLoading();
@@ -105,8 +137,8 @@ ZRNode* ZRDocument::loadNextNode() {
 
 ZRNode* ZRDocument::buildNextNode() {
     const ZRPtr<ZRXmlParser> parser(getParser());  // may be replaced meanwhile
-    ZRNode* point = insertionPoint();
-    for (;;) {
+    InsertionPoint point(*this, insertionPoint());
+    while (!m_isAborted) {
         ZRXmlParser::EventType event = parser->next();
         if (isSkipped(*parser, event)) {
             continue;
@@ -115,11 +147,11 @@ ZRNode* ZRDocument::buildNextNode() {
             setLastLoadingNode(nullptr);
             return nullptr;
         }
-        ZRNode* node = addNodeOrStay(*parser, *point, event);
-        if (node != nullptr || m_lastLoadingNode == nullptr) {
-            return node;  // loaded, or what was called meanwhile has called `abort`
+        if (ZRNode* node = addNodeOrStay(*parser, *point.get(), event)) {
+            return node;
         }
     }
+    return nullptr;
 }
 
 ZRNode* ZRDocument::insertionPoint() const {
@@ -142,21 +174,22 @@ bool ZRDocument::isSkipped(const ZRXmlParser& parser, ZRXmlParser::EventType eve
 }
 
 /// Finishes the nodes whose end tags come next. \return false when there is nothing more to load
-bool ZRDocument::closeEnded(ZRXmlParser& parser, ZRNode*& point, ZRXmlParser::EventType& event) {
+bool ZRDocument::closeEnded(ZRXmlParser& parser, InsertionPoint& point,
+                            ZRXmlParser::EventType& event) {
     const auto finish = [](ZRNode& node) {
         node.setFlag(kLoading, false);
         node.setFlag(kLoaded, true);
     };
-    while (point != nullptr && event == ZRXmlParser::END_TAG) {
-        finish(*point);
-        point = point->getParentNodeUncomplemental();
+    while (point.get() != nullptr && event == ZRXmlParser::END_TAG) {
+        finish(*point.get());
+        point.set(point.get()->getParentNodeUncomplemental());
         event = parser.next();
     }
-    if (point != nullptr && event == ZRXmlParser::END_DOCUMENT) {
-        finish(*point);
+    if (point.get() != nullptr && event == ZRXmlParser::END_DOCUMENT) {
+        finish(*point.get());
         return false;
     }
-    return point != nullptr;
+    return point.get() != nullptr;
 }
 
 /// When a derived class throws, loading can go on where the node would have been.
@@ -165,9 +198,7 @@ ZRNode* ZRDocument::addNodeOrStay(const ZRXmlParser& parser, ZRNode& point,
     try {
         return addNode(parser, point, event);
     } catch (...) {
-        if (m_lastLoadingNode != nullptr) {
-            setLastLoadingNode(&point);
-        }
+        setLastLoadingNode(&point);
         throw;
     }
 }
@@ -203,7 +234,7 @@ ZRNode* ZRDocument::addElement(const ZRXmlParser& parser, ZRNode& point) {
         return nullptr;
     }
     m_skipDepth = 0;
-    if (m_lastLoadingNode != nullptr) {
+    if (!m_isAborted) {
         placed->setFlag(kLoading, true);  // it need not be the element that was given
         setLastLoadingNode(placed);
     }
@@ -212,7 +243,7 @@ ZRNode* ZRDocument::addElement(const ZRXmlParser& parser, ZRNode& point) {
 
 ZRNode* ZRDocument::addText(const ZRXmlParser& parser, ZRNode& point) {
     ZRNode* node = point.appendChildText(parser.getText());
-    if (node != nullptr && m_lastLoadingNode != nullptr) {
+    if (node != nullptr && !m_isAborted) {
         setLastLoadingNode(node);
     }
     return node;

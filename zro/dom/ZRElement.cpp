@@ -17,8 +17,9 @@ using internal::throwLibraryError;
 ZRElement::ZRElement(ZRDocument* ownerDocument) : ZRNode(ownerDocument) {}
 
 ZRElement::~ZRElement() {
-    if (m_attributes.get() != nullptr) {
-        m_attributes->close();
+    if (AttrNodeMap* map = attributes()) {
+        map->close();
+        map->release();
     }
 }
 
@@ -35,10 +36,14 @@ UnicodeString ZRElement::getTypeName() const {
 }
 
 AttrNodeMap& ZRElement::ensureAttributes() {
-    if (m_attributes.get() == nullptr) {
-        m_attributes = new AttrNodeMap(this);
+    AttrNodeMap* map = attributes();
+    if (map == nullptr) {
+        ZRPtr<AttrNodeMap> made(new AttrNodeMap(this));
+        if (m_attributes.compare_exchange_strong(map, made.get())) {
+            map = made.detach();
+        }
     }
-    return *m_attributes;
+    return *map;
 }
 
 ZRNamedNodeMap* ZRElement::getAttributes() {
@@ -46,37 +51,38 @@ ZRNamedNodeMap* ZRElement::getAttributes() {
 }
 
 bool ZRElement::hasAttributes() const {
-    return m_attributes.get() != nullptr && !m_attributes->isEmpty();
+    const AttrNodeMap* map = attributes();
+    return map != nullptr && !map->isEmpty();
 }
 
 ZRAttr* ZRElement::getAttributeNode(ZRName name) const {
-    return hasAttributes() ? m_attributes->find(name) : nullptr;
+    return hasAttributes() ? attributes()->find(name) : nullptr;
 }
 
 ZRAttr* ZRElement::getAttributeNodeNS(ZRName namespaceUri, ZRName name) const {
-    return hasAttributes() ? m_attributes->find(namespaceUri, name) : nullptr;
+    return hasAttributes() ? attributes()->find(namespaceUri, name) : nullptr;
 }
 
 ZRValue ZRElement::getAttribute(ZRName name) const {
-    const ZRAttr* attr = hasAttributes() ? m_attributes->find(name) : nullptr;
+    const ZRAttr* attr = hasAttributes() ? attributes()->find(name) : nullptr;
     return attr != nullptr ? attr->getValue() : ZRValue();
 }
 
 ZRValue ZRElement::getAttributeNS(ZRName namespaceUri, ZRName name) const {
-    const ZRAttr* attr = hasAttributes() ? m_attributes->find(namespaceUri, name) : nullptr;
+    const ZRAttr* attr = hasAttributes() ? attributes()->find(namespaceUri, name) : nullptr;
     return attr != nullptr ? attr->getValue() : ZRValue();
 }
 
 bool ZRElement::hasAttribute(ZRName name) const {
-    return hasAttributes() && m_attributes->find(name) != nullptr;
+    return hasAttributes() && attributes()->find(name) != nullptr;
 }
 
 bool ZRElement::hasAttributeNS(ZRName namespaceUri, ZRName name) const {
-    return hasAttributes() && m_attributes->find(namespaceUri, name) != nullptr;
+    return hasAttributes() && attributes()->find(namespaceUri, name) != nullptr;
 }
 
 bool ZRElement::hasAttributeLocal(ZRName name) const {
-    return hasAttributes() && m_attributes->find(name) != nullptr;
+    return hasAttributes() && attributes()->find(name) != nullptr;
 }
 
 void ZRElement::setAttribute(ZRName name, const ZRValue& value) {
@@ -129,13 +135,13 @@ ZRPtr<ZRAttr> ZRElement::makeAttribute(ZRName namespaceUri, ZRName prefix, ZRNam
 
 void ZRElement::removeAttribute(ZRName name) {
     if (hasAttributes()) {
-        m_attributes->removeNamedItem(name);
+        attributes()->removeNamedItem(name);
     }
 }
 
 void ZRElement::removeAttributeNS(ZRName namespaceUri, ZRName name) {
     if (hasAttributes()) {
-        m_attributes->removeNamedItemNS(namespaceUri, name);
+        attributes()->removeNamedItemNS(namespaceUri, name);
     }
 }
 
@@ -157,21 +163,20 @@ ZRPtr<ZRAttr> ZRElement::setAttributeNodeNS(ZRAttr* attr) {
 
 ZRPtr<ZRAttr> ZRElement::removeAttributeNode(ZRAttr* attr) {
     if (attr == nullptr) {
-        throwLibraryError(LibraryError::NullArgument, ErrorSite::ElementRemoveAttributeNode,
-                          u"oldAttr");
+        throwLibraryError(LibraryError::NullArgument, ErrorSite::ElementRemoveAttributeNode);
     }
-    if (m_attributes.get() == nullptr || !m_attributes->holds(*attr)) {
-        throwLibraryError(LibraryError::NotAChild, ErrorSite::ElementRemoveAttributeNode,
-                          u"oldAttr");
+    AttrNodeMap* map = attributes();
+    if (map == nullptr || !map->holds(*attr)) {
+        throwLibraryError(LibraryError::NotAChild, ErrorSite::ElementRemoveAttributeNode);
     }
-    return m_attributes->remove(*attr);
+    return map->remove(*attr);
 }
 
 void ZRElement::getAttributeNodeLocal(ZRName name, std::vector<ZRPtr<ZRAttr>>* nodes) const {
     if (nodes == nullptr || !hasAttributes()) {
         return;
     }
-    for (ZRAttr* attr = m_attributes->first(); attr != nullptr; attr = AttrNodeMap::next(*attr)) {
+    for (ZRAttr* attr = attributes()->first(); attr != nullptr; attr = AttrNodeMap::next(*attr)) {
         if (attr->getLocalName() == name) {
             nodes->emplace_back(attr);
         }
@@ -182,7 +187,7 @@ void ZRElement::getAttributeLocal(ZRName name, std::vector<ZRValue>* values) con
     if (values == nullptr || !hasAttributes()) {
         return;
     }
-    for (ZRAttr* attr = m_attributes->first(); attr != nullptr; attr = AttrNodeMap::next(*attr)) {
+    for (ZRAttr* attr = attributes()->first(); attr != nullptr; attr = AttrNodeMap::next(*attr)) {
         if (attr->getLocalName() == name) {
             values->push_back(attr->getValue());
         }
@@ -201,7 +206,7 @@ ZRPtr<ZRNode> ZRElement::cloneNode(bool deep) {
 ZRPtr<ZRNode> ZRElement::finishClone(const ZRPtr<ZRElement>& copy, bool deep) {
     copy->m_sourceLine = m_sourceLine;
     copy->m_sourceColumn = m_sourceColumn;
-    ZRAttr* attr = hasAttributes() ? m_attributes->first() : nullptr;
+    ZRAttr* attr = hasAttributes() ? attributes()->first() : nullptr;
     for (; attr != nullptr; attr = AttrNodeMap::next(*attr)) {
         const ZRPtr<ZRNode> attrCopy = attr->cloneNode(false);
         if (attrCopy.get() != nullptr && attrCopy->isA(ZRAttr::getStaticTypeID())) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <vector>
 
 #include "zro/dom/ZRAttr.h"
@@ -51,7 +52,8 @@ public:
     /// \throws ZRError  as `ZRNamedNodeMap::setNamedItem`
     virtual ZRPtr<ZRAttr> setAttributeNode(ZRAttr* attr);
     virtual ZRPtr<ZRAttr> setAttributeNodeNS(ZRAttr* attr);
-    /// \throws ZRError  0x0803 for null, 0x0809 for what is no attribute of this element
+    /// \throws ZRError  0x0803 for null, 0x0809 for what is no attribute of this element; the texts
+    ///                  name no argument, as those of the map
     virtual ZRPtr<ZRAttr> removeAttributeNode(ZRAttr* attr);
     virtual bool hasAttribute(ZRName name) const;
     virtual bool hasAttributeNS(ZRName namespaceUri, ZRName name) const;
@@ -69,7 +71,10 @@ protected:
 
     /// The map, made when it is first needed.
     internal::AttrNodeMap& ensureAttributes();
-    internal::AttrNodeMap* attributes() const { return m_attributes.get(); }
+    /// The same, null when there is none yet.
+    internal::AttrNodeMap* attributes() const {
+        return m_attributes.load(std::memory_order_acquire);
+    }
     ZRPtr<ZRAttr> makeAttribute(ZRName namespaceUri, ZRName prefix, ZRName name);
     /// Gives a copy of this element what `cloneNode` carries over beside the names.
     ZRPtr<ZRNode> finishClone(const ZRPtr<ZRElement>& copy, bool deep);
@@ -77,7 +82,8 @@ protected:
 private:
     friend class ZRNode;
 
-    ZRPtr<internal::AttrNodeMap> m_attributes;  // null until needed
+    std::atomic<internal::AttrNodeMap*> m_attributes{
+        nullptr};  // one reference; readers may make it
     int m_sourceLine = -1;
     int m_sourceColumn = -1;
 };

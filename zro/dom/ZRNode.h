@@ -35,7 +35,8 @@ enum ZRNodeType : std::uint8_t {
 ///
 /// A parent holds one reference on each child; everything else that leads from node to node is a
 /// plain pointer, the one to the document too, so the document has to outlive the use of its nodes.
-/// A tree may be read by several threads as long as none changes it and nothing is left to load.
+/// A tree may be read by several threads as long as none changes it and nothing is left to load;
+/// a map of attributes that `getAttributes` makes then is made once.
 ///
 /// A tree can be incomplete while it is read (`ZRDocument::setPullMode`). `hasChildNodes`,
 /// `getFirstChild`, `getLastChild` and `getNextSibling`, and all that is built on them, then load
@@ -91,7 +92,7 @@ public:
     /// \param refChild  null to append
     /// \return `newChild`
     /// \throws ZRError  0x0803 for a null `newChild`, 0x0809 when `refChild` is no child of this
-    ///                  node, 0x0806 for a node of another document
+    ///                  node, 0x0806 for a node of another document, and for any document
     virtual ZRNode* insertBefore(ZRNode* newChild, ZRNode* refChild);
     /// Puts a node in the place of a child. \return `oldChild` \throws ZRError as `insertBefore`
     virtual ZRPtr<ZRNode> replaceChild(ZRNode* newChild, ZRNode* oldChild);
@@ -145,8 +146,8 @@ public:
     virtual ZRNodeIterator getIterator();
 
     /// How loading appends a child; calls `appendChild`. A derived class may reject the child
-    /// (null), put it elsewhere, or answer with another node that takes its place. It must not
-    /// load.
+    /// (null), put it elsewhere, or answer with another element that takes its place: it gets the
+    /// content, and the flag `kLoading` until its end. It must not load.
     virtual ZRNode* appendChildEx(ZRNode* newChild);
     /// Appends what `ZRDocument::createTextNodeElement` makes of the text; null when that is
     /// nothing.
@@ -205,8 +206,9 @@ public:
     ZRNode* getAncestorOrSelfByName(ZRName name);
     ZRNode* getAncestorByNameNS(ZRName namespaceUri, ZRName name) const;
 
-    /// Of an element the text of all text nodes below it, processing instructions left out; of
-    /// anything else its own text. \throws ZRError 0x0801 when it is too long for a text
+    /// Of an element the text of all nodes of type `ZRNodeTypeText` below it; processing
+    /// instructions and elements that stand for text are none. Of anything else its own text.
+    /// \throws ZRError 0x0801 when it is too long for a text
     UnicodeString getInnerText();
 
     /// Lets go of all children.

@@ -17,6 +17,13 @@ void setTextValue(ZRAttr& attr, Attr* plain, const UnicodeString& text) {
     }
 }
 
+/// Whether nothing speaks against adding a new attribute: it is loose, and not of a name that a
+/// derived document has chosen instead.
+bool isAsAskedFor(const Attr& attr, ZRName namespaceUri, ZRName name) {
+    return attr.getParentNodeFast() == nullptr && attr.getLocalName() == name
+           && attr.getNamespaceUri() == namespaceUri;
+}
+
 }  // namespace
 
 Element::Element(ZRDocument* ownerDocument, ZRName prefix, ZRName localName)
@@ -58,7 +65,8 @@ void Element::setAttributeEx(ZRName namespaceUri, ZRName prefix, ZRName name,
     }
     Attr* plain = asPlainAttr(*attr);
     setTextValue(*attr, plain, text);
-    if (plain != nullptr && plain->getParentNodeFast() == nullptr) {
+    if (plain != nullptr && isAsAskedFor(*plain, namespaceUri, name)
+        && plain->getOwnerDocument() == getOwnerDocument()) {
         map.appendNamed(std::move(attr));
     } else {
         map.setNamedItemNS(attr);
