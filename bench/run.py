@@ -18,7 +18,7 @@ import sys
 HERE = pathlib.Path(__file__).resolve().parent
 PROGRAMS = ("xml_pull_bench", "xml_tree_bench", "xml_write_bench", "first_element_bench",
             "names_bench", "text_bench", "values_bench", "load_bench", "endless_bench",
-            "growth_bench")
+            "growth_bench", "xls_format_bench")
 BINDING = ("fo-10m", "docbook", "japanese", "small")
 CORPUS_TITLES = {
     "fo-10m": "FO of 10 MB", "docbook": "DocBook-made FO", "japanese": "Japanese FO",

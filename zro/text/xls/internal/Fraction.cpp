@@ -12,7 +12,9 @@ constexpr double kGain = 1e-8;  // by which a fraction must be better than the b
 struct Candidate {
     double numerator = 0;
     double denominator = 1;
-    double error = 1;  // relative to the denominator
+    double distance = 1;  // of the denominator from the exact one
+
+    double error() const { return distance / denominator; }
 };
 
 // Upward to an integer; of what fits one, without a call.
@@ -29,7 +31,7 @@ double roundedUp(double number) {
 Candidate candidateFor(double numerator, double fraction) {
     const double exact = numerator / fraction;
     const double denominator = roundedUp(exact - 0.5);
-    return {numerator, denominator, std::fabs(exact - denominator) / denominator};
+    return {numerator, denominator, std::fabs(exact - denominator)};
 }
 
 // The smallest numerator of a fraction strictly between two positive numbers, found by their
@@ -57,13 +59,13 @@ double smallestNumeratorBetween(double low, double high) {
 // from the fraction, divided by the fraction; so whatever wins next lies between two numbers, and
 // numerators that have no fraction there need no try.
 double smallestWinner(const Candidate& best, double fraction, double slack) {
-    const double error = best.error - kGain + slack;
+    const double error = best.error() - kGain + slack;
     return smallestNumeratorBetween(fraction * (1 - error), fraction * (1 + error));
 }
 
 // The numerator to be tried behind the one that has been.
 double nextNumerator(const Candidate& tried, const Candidate& best, double fraction) {
-    constexpr double kTriedSingly = 64;  // one try costs less than a look ahead
+    constexpr double kTriedSingly = 128;  // one try costs less than a look ahead
     constexpr double kNeighbours = 8192;
     constexpr double kSlack = 1e-15;  // errors are rounded
     if (tried.denominator < kTriedSingly) {
@@ -98,13 +100,16 @@ Fraction fractionWithin(int digits, double magnitude) {
     }
     Candidate best;
     double numerator = fraction < kAlmostInteger ? limit : 1;
-    while (numerator < limit && best.error > kGain) {
+    double error = 1;
+    while (numerator < limit && error > kGain) {
         const Candidate candidate = candidateFor(numerator, fraction);
         if (candidate.denominator >= limit) {
             break;
         }
-        if (candidate.error + kGain < best.error) {
+        const bool mayWin = candidate.distance < error * candidate.denominator;  // saves a division
+        if (mayWin && candidate.error() + kGain < error) {
             best = candidate;
+            error = best.error();
         }
         numerator = nextNumerator(candidate, best, fraction);
     }
