@@ -1,49 +1,70 @@
 // How a ZRUri becomes a readable stream.
-#include "zro/uri/ZRUri.h"
-
-#include <istream>
+#include <new>
 
 #include "zro/platform/internal/NativeFile.h"
+#include "zro/uri/internal/OpenResource.h"
 
 namespace ZroCommon {
 namespace {
 
-std::istream* failWith(UnicodeString* errorMessage, const char16_t* text) {
-    if (errorMessage != nullptr) {
-        errorMessage->setTo(text);
-    }
-    return nullptr;
-}
-
-}  // namespace
-
-std::istream* ZRUri::getStreamFromResolver() const {
-    ZRUriReferenceResolver* resolver = getUriReferenceResolver();
+// Null when there is no resolver, and whatever it throws; but a lack of memory passes.
+std::istream* askResolver(const UnicodeString& uri) {
+    ZRUriReferenceResolver* const resolver = ZRUri::getUriReferenceResolver();
     if (resolver == nullptr) {
         return nullptr;
     }
     try {
-        return resolver->getStream(m_uri);
+        return resolver->getStream(uri);
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (...) {
-        return nullptr;  // whatever an application throws, fetching answers with null
+        return nullptr;
     }
 }
 
-std::istream* ZRUri::getStream(UnicodeString* /*contentType*/, UnicodeString* errorMessage) const {
-    if (std::istream* served = getStreamFromResolver()) {
-        return served;
-    }
+std::unique_ptr<std::istream> openFile(const ZRUri& uri) {
     try {
-        if (isFile()) {
-            return internal::openInputFile(getLocalPath()).release();
-        }
+        return internal::openInputFile(uri.getLocalPath());
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (...) {
         return nullptr;
     }
-    if (isJarScheme()) {
+}
+
+}  // namespace
+
+std::unique_ptr<std::istream> internal::openResource(const ZRUri& uri,
+                                                     UnicodeString* /*contentType*/,
+                                                     UnicodeString* errorMessage) {
+    if (std::unique_ptr<std::istream> served(askResolver(uri.toString())); served != nullptr) {
+        return served;
+    }
+    if (uri.isFile()) {
+        return openFile(uri);
+    }
+    if (!uri.isJarScheme() && errorMessage != nullptr) {
+        errorMessage->setTo(u"Cannot access the Internet: 2EE4");
+    }
+    return nullptr;
+}
+
+// Fetching answers with null whatever goes wrong.
+
+std::istream* ZRUri::getStreamFromResolver() const {
+    try {
+        return askResolver(m_uri);
+    } catch (const std::bad_alloc&) {
         return nullptr;
     }
-    return failWith(errorMessage, u"Cannot access the Internet: 2EE4");
+}
+
+std::istream* ZRUri::getStream(UnicodeString* contentType, UnicodeString* errorMessage) const {
+    try {
+        return internal::openResource(*this, contentType, errorMessage).release();
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
 }
 
 std::istream* ZRUri::getStream(UnicodeString* contentType) const {

@@ -4,6 +4,7 @@
 
 #include "zro/foundation/internal/Raise.h"
 #include "zro/uri/ZRUri.h"
+#include "zro/uri/internal/OpenResource.h"
 #include "zro/xml/internal/EncodingSniffer.h"
 #include "zro/xml/internal/Scan.h"
 #include "zro/xml/internal/Transcoder.h"
@@ -202,7 +203,7 @@ void InputOpener::openEntity(const UnicodeString& systemId) {
     std::unique_ptr<std::istream> stream;
     {
         const BusyScope busy(m_state);
-        stream.reset(uri.getStream(nullptr));
+        stream = openResource(uri);
     }
     if (stream == nullptr) {
         if (uri.isFile()) {

@@ -6,6 +6,7 @@
 #include "zro/foundation/ZRError.h"
 #include "zro/foundation/internal/Raise.h"
 #include "zro/uri/ZRUri.h"
+#include "zro/uri/internal/OpenResource.h"
 
 namespace ZroCommon::internal {
 
@@ -54,7 +55,7 @@ void XmlParserImpl::setInput(const UnicodeString& uri, const UnicodeString& enco
     std::unique_ptr<std::istream> stream;
     {
         const BusyScope busy(m_state);
-        stream.reset(location.getStream(nullptr));
+        stream = openResource(location);
     }
     if (stream == nullptr) {
         throwIOError(IOError::CannotOpenFile, ErrorSite::ParserSetInput, location.toString());
