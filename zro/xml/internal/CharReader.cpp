@@ -175,9 +175,14 @@ DecodedInput::Fill CharReader::refill() {
     checkCancel();
     updatePosition();
     const InputTail tail = m_frames.size() > 1 ? InputTail::Nested : InputTail::Closed;
-    const DecodedInput::Fill fill = top().input->refill(m_run, tail);
-    m_high = m_run.at;
+    DecodedInput& source = *top().input;
+    if (!source.hasMore()) {
+        return DecodedInput::Fill::End;
+    }
+    source.makeWindow(m_run);
+    m_high = m_run.at;  // before anything throws: the old window is gone
     top().counted = m_run.at;
+    const DecodedInput::Fill fill = source.refill(m_run, tail);
     if (tail == InputTail::Nested) {
         countReplacement(static_cast<std::uint64_t>(m_run.end - m_run.at) + 1);
     }

@@ -58,6 +58,14 @@ void DecodedInput::reset() {
     baseUri.remove();
 }
 
+bool DecodedInput::hasMore() {
+    if (m_source.available() != 0) {
+        return true;
+    }
+    m_decodedBytes = 0;
+    return m_source.fetch();
+}
+
 void DecodedInput::makeWindow(Run& window) {
     std::array<char16_t, kHistory> history{};
     const auto kept =
@@ -69,18 +77,13 @@ void DecodedInput::makeWindow(Run& window) {
     }
     std::copy_n(history.begin(), kept, m_units.get());
     m_history = kept;
+    m_decodedBytes = 0;
     window.start = m_units.get();
     window.at = m_units.get() + kept;
     window.end = window.at;
 }
 
 DecodedInput::Fill DecodedInput::refill(Run& window, InputTail tail) {
-    if (m_source.available() == 0 && !m_source.fetch()) {
-        m_decodedBytes = 0;
-        return Fill::End;
-    }
-    makeWindow(window);
-    m_decodedBytes = 0;
     char16_t* const first = m_units.get() + (window.at - window.start);
     for (;;) {
         Decoding state{m_source.begin(), m_source.end(), first, first + m_limit};

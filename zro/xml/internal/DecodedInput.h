@@ -50,8 +50,12 @@ public:
     UnicodeString uri;
     UnicodeString baseUri;
 
-    /// Decodes the next window; the last two units of the old one stay in front of it.
-    /// \param window  in: what was read; out: the new window
+    /// Whether bytes are left to decode. The window stays, so that its end can still be looked at.
+    bool hasMore();
+    /// Makes room for the next window and frees the old one; its last two units stay, in front.
+    /// \param window  in: what was read; out: the new window, with nothing to read yet
+    void makeWindow(Run& window);
+    /// Decodes into the window that `makeWindow` made. When it throws, nothing is lost.
     /// \param tail    `Closed` or `Nested`, what comes behind the end of this input
     Fill refill(Run& window, InputTail tail);
 
@@ -77,8 +81,6 @@ public:
     std::size_t total() const { return m_source.total(); }
 
 private:
-    void makeWindow(Run& window);
-
     std::unique_ptr<std::istream> m_ownStream;
     std::istream* m_baseStream = nullptr;
     std::unique_ptr<std::istream> m_rest;  // what the transcoder reads from

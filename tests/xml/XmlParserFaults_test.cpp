@@ -1,0 +1,179 @@
+// The parser when its stream or its memory gives out, at every place where that can happen.
+
+#include <cstdlib>
+#include <new>
+#include <sstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/NamesStay.h"
+#include "tests/support/Streams.h"
+#include "tests/support/XmlEvents.h"
+
+namespace {
+
+long s_newsToSucceed = -1;  // below 0: all of them
+bool s_failsForGood = false;
+
+void* allocate(std::size_t size) {
+    if (s_newsToSucceed == 0) {
+        s_newsToSucceed = s_failsForGood ? 0 : -1;
+        throw std::bad_alloc();
+    }
+    s_newsToSucceed -= s_newsToSucceed > 0 ? 1 : 0;
+    void* memory = std::malloc(size == 0 ? 1 : size);
+    return memory != nullptr ? memory : throw std::bad_alloc();
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+    return allocate(size);
+}
+void* operator new[](std::size_t size) {
+    return allocate(size);
+}
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete[](void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t /*size*/) noexcept {
+    std::free(memory);
+}
+void operator delete[](void* memory, std::size_t /*size*/) noexcept {
+    std::free(memory);
+}
+
+namespace ZroCommon {
+namespace {
+
+using testing::FakeWeb;
+
+const FakeWeb::Resources kResources = {
+    {"http://h/x", "<?xml encoding='UTF-8'?><b/>t"},
+    {"http://h/y", "<!ENTITY e 'se'><!ENTITY f '<b/>'>"},
+    {"http://h/s", "<!ENTITY x SYSTEM 'x'><!-- c -->"},
+};
+
+const char* const kDocuments[] = {
+    "<a>x<!-- c -->y<?p q?>z]]<![CDATA[x]]y]]>&#65;&lt;\xF0\x9F\x98\x80\r\nx\r</a> ",
+    "<!DOCTYPE a [<!ENTITY e 'v'><!ENTITY f '<b>t</b>'><!ENTITY x SYSTEM 'x'>]>"
+    "<a b='&e;&lt;\n' c=\"1\">&e;&f;&x;</a>",
+    "<?xml version='1.0' encoding='ISO-8859-1'?>\n<p:a xmlns:p='u'><p:b p:c='1' c='2'/></p:a>",
+    "<!DOCTYPE a SYSTEM 's' [<!ENTITY % p SYSTEM 'y'>%p;]><a>&e;&f;&x;</a>",
+    "<a></b>",
+};
+
+std::string read(ZRXmlParser& parser, std::istream& stream) {
+    const testing::XmlReading reading{.positions = true};
+    testing::XmlEventLog log(parser, reading);
+    try {
+        parser.setInput(stream, u"", u"http://h/");
+    } catch (const ZRError& error) {
+        return "throws " + testing::XmlEventLog::describe(error);
+    }
+    return log.read();
+}
+
+// "" when a document reads as ever.
+std::string afterwards(ZRXmlParser& parser) {
+    std::istringstream stream("<!DOCTYPE a [<!ENTITY e '<b/>'>]><a c='1'>t&e;u</a>");
+    const std::string events = read(parser, stream);
+    return events == "<a c=1>@1:41  't'@1:45  <b/>@1:45  </b>@1:45  'u'@1:48  </a>@1:50  .@1:50"
+               ? ""
+               : events;
+}
+
+// Throws at its end, the first time.
+template <class Thrown>
+class ThrowOnceBuf : public testing::PiecewiseBuf {
+public:
+    ThrowOnceBuf(const std::string& bytes, std::size_t at) : PiecewiseBuf(bytes.substr(0, at), 1) {}
+
+protected:
+    int_type atEnd() override {
+        if (!m_hasThrown) {
+            m_hasThrown = true;
+            throw Thrown{};
+        }
+        return traits_type::eof();
+    }
+
+private:
+    bool m_hasThrown = false;
+};
+
+struct OtherError {};
+
+template <class Thrown>
+void throwAtEveryByte() {
+    const testing::NamesStay names;
+    const FakeWeb web(kResources);
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    for (const std::string document : kDocuments) {
+        for (std::size_t at = 0; at <= document.size(); ++at) {
+            ThrowOnceBuf<Thrown> buffer(document, at);
+            std::istream stream(&buffer);
+            try {
+                read(*parser, stream);
+                parser->next();
+            } catch (const std::bad_alloc&) {
+                parser->getPositionDescription();
+            } catch (const ZRError&) {
+                parser->getPositionDescription();
+            }
+            ASSERT_EQ(afterwards(*parser), "") << document << " at " << at;
+        }
+    }
+}
+
+TEST(XmlParserFaults, AStreamThatThrowsDoesNotHarmTheParser) {
+    throwAtEveryByte<std::bad_alloc>();
+    throwAtEveryByte<OtherError>();
+}
+
+// The whole document or an exception; never a part as if it were all.
+std::string readWithNews(ZRXmlParser& parser, const char* document, long news) {
+    std::istringstream stream(document);
+    try {
+        s_newsToSucceed = news;
+        std::string events = read(parser, stream);
+        s_newsToSucceed = -1;
+        return events.find("throws 2049 Out of memory.") == std::string::npos ? events
+                                                                              : "bad_alloc";
+    } catch (const std::bad_alloc&) {
+        s_newsToSucceed = -1;
+        return "bad_alloc";
+    }
+}
+
+void failEveryNew(const char* document) {
+    const FakeWeb web(kResources);
+    const std::string expected = readWithNews(*ZRXmlUtil::createXmlParser(), document, -1);
+    for (long news = 0;; ++news) {
+        const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+        const std::string events = readWithNews(*parser, document, news);
+        ASSERT_TRUE(events == "bad_alloc" || events == expected)
+            << events << "\nfor " << document << " with " << news << " allocations";
+        ASSERT_EQ(afterwards(*parser), "") << document << " with " << news << " allocations";
+        if (events == expected) {
+            return;
+        }
+    }
+}
+
+TEST(XmlParserFaults, AllocationsThatFailEndInAnExceptionAndDoNotHarmTheParser) {
+    const testing::NamesStay names;
+    for (const bool forGood : {false, true}) {
+        s_failsForGood = forGood;
+        for (const char* document : kDocuments) {
+            failEveryNew(document);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace ZroCommon
