@@ -294,6 +294,16 @@ TEST(XmlParserEntities, AnExternalSubsetIsFetchedOnceForTheProcess) {
     EXPECT_EQ(std::count(web.asked().begin(), web.asked().end(), "http://h/once.dtd"), 1);
 }
 
+// The names that the last parser leaves would get other numbers with the next one.
+TEST(XmlParserEntities, ExternalSubsetsKeepTheirNamesWhenNoParserIsThere) {
+    const FakeWeb web(
+        FakeWeb::Resources{{"http://h/kept.dtd", "<!ENTITY first 'x'><!ENTITY second 'y'>"}});
+    EXPECT_EQ(xmlEvents("<!DOCTYPE a SYSTEM 'http://h/kept.dtd'><a>&second;</a>"),
+              "<a>  'y'  </a>  .");
+    EXPECT_EQ(xmlEvents("<!DOCTYPE other SYSTEM 'http://h/kept.dtd'><other>&second;</other>"),
+              "<other>  'y'  </other>  .");
+}
+
 TEST(XmlParserEntities, ThreadsShareExternalSubsets) {
     const testing::TempFolder folder;
     for (int i = 0; i < 10; ++i) {

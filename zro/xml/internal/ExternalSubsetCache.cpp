@@ -2,7 +2,9 @@
 
 #include <map>
 #include <mutex>
+#include <utility>
 
+#include "zro/vocabulary/ZRNameTable.h"
 #include "zro/xml/internal/XmlParserImpl.h"
 
 namespace ZroCommon::internal {
@@ -12,6 +14,7 @@ using Table = std::shared_ptr<const EntityTable>;
 
 struct Cache {
     std::mutex lock;
+    bool holdsNames = false;  // the tables are by numbers of the shared name table
     std::map<UnicodeString, Table> tables;
 };
 
@@ -44,12 +47,19 @@ Table externalSubset(const UnicodeString& uri, const UnicodeString& baseUri,
     }
     Table table = scan(uri, baseUri, limits);
     const std::lock_guard guard(cache().lock);
+    if (!cache().holdsNames) {
+        ZRNameTable::addRefSharedNameTable();
+        cache().holdsNames = true;
+    }
     return cache().tables.emplace(uri, std::move(table)).first->second;
 }
 
 void forgetExternalSubsets() {
     const std::lock_guard guard(cache().lock);
     cache().tables.clear();
+    if (std::exchange(cache().holdsNames, false)) {
+        ZRNameTable::releaseSharedNameTable();
+    }
 }
 
 }  // namespace ZroCommon::internal
