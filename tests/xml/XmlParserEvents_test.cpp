@@ -64,6 +64,15 @@ TEST(XmlParserEvents, ReferencesAndSectionsOutsideTheRootAreText) {
     });
 }
 
+TEST(XmlParserEvents, TextThatEndsInAReferenceHasNoName) {
+    std::istringstream stream("<!DOCTYPE a [<!ENTITY e ''>]><a>x&e;</a>");
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    parser->setInput(stream, u"", u"");
+    parser->next();
+    EXPECT_EQ(parser->next(), ZRXmlParser::TEXT);
+    EXPECT_TRUE(parser->getName().isEmpty());
+}
+
 // On purpose: a section that is no CDATA section repeats the event before it.
 TEST(XmlParserEvents, AStraySectionRepeatsTheEventBeforeIt) {
     expectEvents(

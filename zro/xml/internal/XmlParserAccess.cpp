@@ -108,7 +108,10 @@ ZRName XmlParserImpl::getName() const {
     if (isTag()) {
         return m_state.namespaces->elementName();
     }
-    if (m_state.event != ENTITY_REF || !m_state.entityName.isEmpty()) {
+    if (m_state.event != ENTITY_REF) {
+        return {};
+    }
+    if (!m_state.entityName.isEmpty()) {
         return m_state.entityName;
     }
     const UnicodeString text = makeText(m_state.eventText().substr(0, 2));
