@@ -239,6 +239,7 @@ TEST(XmlParserEntities, ExternalSubsets) {
         {"<!-- ' --><?p '?><!ENTITY e 'x'>", "<a>  'x'  </a>  ."},
         {"<!ENTITY e 'x'></end><!ENTITY e2 'y'>", "<a>  'x'  </a>  ."},
         {"<!ENTITY e 'x'><!ENTITY ", "throws 6175"},
+        {"<!ENTITY e 'x'><!-- ", "throws 6170"},
         {"<?xml encoding='UTF-8'?><!ENTITY e 'x'>", "throws 6178"},
     };
     for (std::size_t i = 0; i < std::size(rows); ++i) {

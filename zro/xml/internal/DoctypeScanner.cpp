@@ -218,7 +218,7 @@ bool DoctypeScanner::scanMarkup(char32_t c, Subset subset, int& depth) {
         break;
     default: break;
     }
-    depth -= isClosing ? 1 : 0;
+    depth -= isClosing && !m_reachedEnd ? 1 : 0;
     return depth != 0;
 }
 
