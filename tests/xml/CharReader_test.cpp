@@ -112,7 +112,36 @@ TEST(CharReader, InnerInputsEndIntoTheOuterOne) {
     EXPECT_EQ(reader.take(3), "b\nc");
     EXPECT_EQ(reader.position(), "2:1");
     EXPECT_EQ(reader.rest(), "d");
-    EXPECT_EQ(reader.position(), "1:2");
+    EXPECT_EQ(reader.position(), "1:3");
+}
+
+// On purpose: it is read as one of the outer input, and then once more for each input.
+TEST(CharReader, TheFirstCharacterBehindInnerInputsCountsOnceMoreForEach) {
+    const struct {
+        const char* outer;
+        std::u16string_view putBack;
+        const char* rest;
+        const char* position;
+    } rows[] = {
+        {"ab", u"", "b", "1:4"},
+        {"a\n", u"", "\n", "4:0"},
+        {"a\xED\xA0\x80", u"", "\xEF\xBF\xBD", "1:4"},
+        {"a", u"12", "12", "1:3"},
+        {"a", u"\x85z", "\nz", "3:0"},
+        {"ab", u"\r", "\nb", "3:1"},
+        {"a\nb", u"\r2", "\n2b", "3:1"},
+        {"a\rb", u"\r", "\n\nb", "4:1"},
+        {"a", u"", "", "1:1"},
+    };
+    for (const auto& [outer, putBack, rest, position] : rows) {
+        Reader reader(outer);
+        reader.take(1);
+        reader.pushText(UnicodeString(putBack.data(), static_cast<int32_t>(putBack.size())));
+        reader.push(inputOf(""));
+        reader.push(inputOf("x"));
+        EXPECT_EQ(reader.rest(), "x" + std::string(rest)) << outer;
+        EXPECT_EQ(reader.position(), position) << outer;
+    }
 }
 
 TEST(CharReader, ACarriageReturnAtTheEndOfAnInnerInputTakesALineFeedBehindIt) {
@@ -129,6 +158,17 @@ TEST(CharReader, ACarriageReturnAtTheEndOfAnInnerInputDisplacesWhatFollows) {
     reader.pushText(u"12");
     reader.push(inputOf("x\r"));
     EXPECT_EQ(reader.rest(), "x\n21b");
+}
+
+// On purpose: it lies with the reader, not with the input that it came from.
+TEST(CharReader, ACharacterReadAheadIsTheFirstOfAnInputThatBegins) {
+    Reader reader("ab");
+    reader.take(1);
+    reader.pushText(u"12");
+    reader.push(inputOf("x\r"));
+    EXPECT_EQ(reader.take(2), "x\n");
+    reader.push(inputOf("y"));
+    EXPECT_EQ(reader.rest(), "1y2b");
 }
 
 TEST(CharReader, ALiteralEndsOnItsOwnAndCountsFromItsPlace) {
@@ -199,6 +239,7 @@ TEST(CharReader, LiteralsAreNormalizedLikeInputs) {
         {u"\xD83Dxy", u"\uFFFDy"},
         {u"a\xD83D", u"a\uFFFD"},
         {u"\xDE00\xD83D\xD83Dz", u"\xDE00\uFFFDz"},
+        {u"\r\xD83D", u"\n"},
     };
     for (const auto& [raw, normal] : rows) {
         std::u16string text(raw);

@@ -142,6 +142,17 @@ TEST(Decoder, EveryLineEndBecomesOneLineFeed) {
     });
 }
 
+// On purpose: a character read ahead is lost when it is U+FFFF or the document's end cuts it.
+TEST(Decoder, AReturnTakesAnFfffAndACutSequenceWithIt) {
+    expectRows({
+        {Mode::Utf8, "a\r\xEF\xBF\xBFz"sv, U"a\nz"sv},
+        {Mode::Utf16BE, "\0\r\xFF\xFF\0z"sv, U"\nz"sv},
+        {Mode::Utf8, "a\r\xE2\x80"sv, U"a\n"sv},
+        {Mode::Utf16LE, "\r\0z"sv, U"\n"sv},
+    });
+    EXPECT_EQ(decodeAll(Mode::Utf8, "a\r\xE2\x80", InputTail::Nested).characters, U"a\n\uFFFD");
+}
+
 TEST(Decoder, AnOpenInputKeepsWhatIsNotWhole) {
     EXPECT_EQ(decodeAll(Mode::Utf8, "ab\xE3\x81", InputTail::Open).left, 2U);
     EXPECT_EQ(decodeAll(Mode::Utf8, "ab\r", InputTail::Open).left, 1U);
@@ -160,7 +171,7 @@ std::u32string decodeSingly(Mode mode, std::string_view bytes) {
         const bool isReturn = one.character == U'\r';
         if (isReturn && at != end) {
             const DecodedOne two = decodeOne(mode, at, end, true);
-            at += two.character == U'\n' || two.character == 0x85 ? two.length : 0;
+            at += isTakenByReturn(two, InputTail::Closed) ? two.length : 0;
         }
         const bool isEnd = isReturn || one.character == 0x85 || one.character == 0x2028;
         result += isEnd ? U'\n' : one.character;

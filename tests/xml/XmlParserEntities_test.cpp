@@ -192,7 +192,7 @@ TEST(XmlParserEntities, PositionAndBaseAreThoseOfTheEntity) {
                          "END_TAG, 'http://h/d/sub/e.ent', Line 2, Col 8. http://h/d/sub/\n"
                          "START_TAG, 'http://h/d/sub/f.ent', Line 1, Col 8. http://h/d/sub/\n"
                          "END_TAG, 'http://h/d/sub/f.ent', Line 1, Col 8. http://h/d/sub/\n"
-                         "END_TAG, 'http://h/d/', Line 1, Col 80. http://h/d/\n");
+                         "END_TAG, 'http://h/d/', Line 1, Col 82. http://h/d/\n");
 }
 
 TEST(XmlParserEntities, WhatCannotBeOpened) {

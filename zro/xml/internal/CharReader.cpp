@@ -176,13 +176,13 @@ DecodedInput::Fill CharReader::refill() {
     updatePosition();
     const InputTail tail = m_frames.size() > 1 ? InputTail::Nested : InputTail::Closed;
     DecodedInput& source = *top().input;
-    if (!source.hasMore()) {
-        return DecodedInput::Fill::End;
+    auto fill = DecodedInput::Fill::End;
+    if (source.hasMore()) {
+        source.makeWindow(m_run);
+        m_high = m_run.at;  // before anything throws: the old window is gone
+        top().counted = m_run.at;
+        fill = source.refill(m_run, tail);
     }
-    source.makeWindow(m_run);
-    m_high = m_run.at;  // before anything throws: the old window is gone
-    top().counted = m_run.at;
-    const DecodedInput::Fill fill = source.refill(m_run, tail);
     if (tail == InputTail::Nested) {
         countReplacement(static_cast<std::uint64_t>(m_run.end - m_run.at) + 1);
     }
@@ -199,32 +199,37 @@ void CharReader::checkCancel() const {
 
 char32_t CharReader::getSlowly() {
     char32_t c = kEnd;
-    unsigned openReturns = 0;  // inputs that ended in a CR, which takes an LF of the outer input
-    while (!takeNext(c, openReturns)) {
+    Endings endings;
+    for (;;) {
+        while (!takeNext(c, endings)) {
+        }
+        if (c != u'\r' || endings.count == 0 || takeLineFeed()) {
+            break;
+        }
+        endInReturn(endings);
     }
-    return openReturns == 0 ? c : closeReturns(c, openReturns);
+    return endings.count + endings.returns == 0 ? c : passEndings(c, endings);
 }
 
 // One step to the next character. False when the step did not give one.
-bool CharReader::takeNext(char32_t& c, unsigned& openReturns) {
+bool CharReader::takeNext(char32_t& c, Endings& endings) {
     dropUsedSegments();
     if (m_run.at != m_run.end) {
         c = takeCodePoint();
         return true;
     }
     if (inSegment()) {
-        c = takeSingle();
+        c = takeSingle(endings);
         return true;
     }
     switch (refill()) {
     case DecodedInput::Fill::Filled: return false;
-    case DecodedInput::Fill::End: return atInputEnd(c);
+    case DecodedInput::Fill::End: return atInputEnd(c, endings);
     case DecodedInput::Fill::Special: break;
     }
     c = top().input->takeSpecial();
     if (c == u'\r') {
-        ++openReturns;
-        popFrame();
+        endInReturn(endings);
         return false;
     }
     if (c != kEnd) {
@@ -233,9 +238,10 @@ bool CharReader::takeNext(char32_t& c, unsigned& openReturns) {
     return true;
 }
 
-bool CharReader::atInputEnd(char32_t& c) {
+bool CharReader::atInputEnd(char32_t& c, Endings& endings) {
     if (m_frames.size() > 1 && top().input != nullptr) {
         popFrame();
+        ++endings.count;
         return false;
     }
     if (top().input != nullptr) {
@@ -245,19 +251,53 @@ bool CharReader::atInputEnd(char32_t& c) {
     return true;
 }
 
+void CharReader::endInReturn(Endings& endings) {
+    popFrame();
+    endings.returns += endings.count + 1;
+    endings.count = 0;
+}
+
+// On purpose: the first character behind external entities is read as one of the outer input and,
+// for each of them that ends there, as if it came from the entity. So it counts several times, be
+// it put back text or not; and line ends in such text are folded, as everywhere in an input.
+//
 // On purpose: a CR that ends an external entity takes a line feed behind the reference with it, and
 // what else follows there is read again behind all pushed-back text, and counts again.
-char32_t CharReader::closeReturns(char32_t next, unsigned count) {
-    if (next != u'\n' && next != kNextLine && next != kEnd) {
-        suspendRun();
-        const auto first = m_segments.begin() + static_cast<std::ptrdiff_t>(top().firstSegment);
-        m_segments.insert(first, {UnicodeString(), 0, next, top().nesting, true});
-        resumeRun();
+char32_t CharReader::passEndings(char32_t c, const Endings& endings) {
+    if (endings.count != 0 && c != kEnd) {
+        countCharacter(c, endings.count);
+        c = isLineEnd(c) ? U'\n' : c;
     }
-    for (; count != 0; --count) {
-        countCharacter(u'\n');
+    if (endings.returns == 0) {
+        return c;
     }
+    const bool isLost = m_frames.size() == 1 && hasFailed();  // cut off by the document's end
+    if (c != u'\n' && c != kNextLine && c != kEnd && !isLost) {
+        keepReadAhead(c);
+    }
+    countCharacter(u'\n', endings.returns);
     return u'\n';
+}
+
+// Behind a CR of put back text: takes the line feed that the bytes go on with. False when they end
+// inside an outer input, where it may stand as well.
+bool CharReader::takeLineFeed() {
+    if (top().input == nullptr || hasReadAhead()) {
+        return true;
+    }
+    return settle().takeLineFeed(m_frames.size() > 1 ? InputTail::Nested : InputTail::Closed);
+}
+
+// The character read ahead comes behind all other text put back.
+bool CharReader::hasReadAhead() const {
+    return inSegment() && m_segments[top().firstSegment].isReadAhead;
+}
+
+void CharReader::keepReadAhead(char32_t c) {
+    suspendRun();
+    const auto first = m_segments.begin() + static_cast<std::ptrdiff_t>(top().firstSegment);
+    m_segments.insert(first, {UnicodeString(), 0, c, top().nesting, true});
+    resumeRun();
 }
 
 char32_t CharReader::takeCodePoint() {
@@ -269,15 +309,13 @@ char32_t CharReader::takeCodePoint() {
     return 0x10000 + ((static_cast<char32_t>(unit) & 0x3FFU) << 10U) + (trail & 0x3FFU);
 }
 
-char32_t CharReader::takeSingle() {
+// A character that was read ahead counts now, as if an input had ended before it.
+char32_t CharReader::takeSingle(Endings& endings) {
     const Segment single = m_segments.back();
     m_segments.pop_back();
     resumeRun();
-    if (!single.counts) {
-        return single.single;
-    }
-    countCharacter(single.single);
-    return isLineEnd(single.single) ? u'\n' : single.single;
+    endings.count += single.isReadAhead ? 1U : 0U;
+    return single.single;
 }
 
 // Inputs.
@@ -287,28 +325,36 @@ void CharReader::push(std::unique_ptr<DecodedInput> inner) {
     if (limits.inputNesting != 0 && outer >= limits.inputNesting) {
         throw LimitBreach{u"input nesting"};
     }
-    dropUsedSegments();
-    suspendRun();
-    Frame& frame = m_frames.emplace_back();
-    frame.input = std::move(inner);
-    frame.firstSegment = m_segments.size();
-    frame.nesting = outer + 1;
+    addFrame(outer + 1).input = std::move(inner);
     resumeRun();
 }
 
 void CharReader::pushLiteral(std::u16string_view units, int line, int column) {
     dropUsedSegments();
-    suspendRun();
-    const std::uint32_t outer = nesting();
-    Frame& frame = m_frames.emplace_back();
-    frame.firstSegment = m_segments.size();
-    frame.nesting = outer;
+    Frame& frame = addFrame(nesting());
     frame.window = {units.data(), units.data(), units.data() + units.size()};
     frame.high = units.data();
     frame.counted = units.data();
     frame.line = line;
     frame.column = column;
     resumeRun();
+}
+
+// On purpose: a character that was read ahead is the first one of an input that begins now.
+CharReader::Frame& CharReader::addFrame(std::uint32_t nesting) {
+    dropUsedSegments();
+    suspendRun();
+    const std::size_t outerSegments = top().firstSegment;
+    const bool movesReadAhead = hasReadAhead();
+    Frame& frame = m_frames.emplace_back();
+    frame.firstSegment = m_segments.size();
+    frame.nesting = nesting;
+    if (movesReadAhead) {
+        const auto first = m_segments.begin() + static_cast<std::ptrdiff_t>(outerSegments);
+        std::rotate(first, first + 1, m_segments.end());
+        --frame.firstSegment;
+    }
+    return frame;
 }
 
 void CharReader::popLiteral() {
@@ -337,8 +383,9 @@ void CharReader::keepUnread() {
     Frame& frame = top();
     if (frame.window.at < frame.high) {
         const auto count = static_cast<std::int32_t>(frame.high - frame.window.at);
-        const auto first = m_segments.begin() + static_cast<std::ptrdiff_t>(frame.firstSegment);
-        m_segments.insert(first, {UnicodeString(frame.window.at, count), 0, kEnd, frame.nesting});
+        const std::size_t first = frame.firstSegment + (hasReadAhead() ? 1 : 0);
+        m_segments.insert(m_segments.begin() + static_cast<std::ptrdiff_t>(first),
+                          {UnicodeString(frame.window.at, count), 0, kEnd, frame.nesting});
         frame.window.at = frame.high;
     }
 }
@@ -366,14 +413,14 @@ void CharReader::setPosition(int line, int column) {
     top().column = column;
 }
 
-// A character that was read past the window.
-void CharReader::countCharacter(char32_t c) {
+// A character that was read past the window, or counts once more.
+void CharReader::countCharacter(char32_t c, std::size_t times) {
     const int line = this->line();
     const int column = this->column();
     if (isLineEnd(c)) {
-        setPosition(plus(line, 1), 0);
+        setPosition(plus(line, times), 0);
     } else {
-        setPosition(line, plus(column, 1));
+        setPosition(line, plus(column, times));
     }
 }
 
@@ -401,7 +448,8 @@ std::size_t normalizeLiteral(std::span<char16_t> units) {
             }
             ++from;
         } else if (unit == u'\r') {
-            from += next == u'\n' || next == kNextLine ? 1U : 0U;
+            const bool isCut = isLead(next) && from + 2 == units.size();
+            from += next == u'\n' || next == kNextLine || isCut ? 1U : 0U;
             unit = u'\n';
         } else if (unit == kNextLine || unit == kLineSeparator) {
             unit = u'\n';

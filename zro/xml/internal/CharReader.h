@@ -123,7 +123,13 @@ private:
         std::int32_t position = 0;
         char32_t single = kEnd;
         std::uint32_t nesting = 0;
-        bool counts = false;  // a single character that counts when it is read
+        bool isReadAhead = false;  // taken from behind a CR; counts when it is read
+    };
+
+    // Inputs that ended on the way to a character.
+    struct Endings {
+        std::size_t count = 0;    // since the last one that ended in a CR
+        std::size_t returns = 0;  // up to that one
     };
 
     // One input or literal. `window` and `high` of the current frame are out of date while its
@@ -149,13 +155,17 @@ private:
     }
 
     char32_t getSlowly();
-    bool takeNext(char32_t& c, unsigned& openReturns);
-    bool atInputEnd(char32_t& c);
+    bool takeNext(char32_t& c, Endings& endings);
+    bool atInputEnd(char32_t& c, Endings& endings);
+    void endInReturn(Endings& endings);
     void pushBackSlowly(char32_t c);
     void findRun();
     char32_t takeCodePoint();
-    char32_t takeSingle();
-    char32_t closeReturns(char32_t next, unsigned count);
+    char32_t takeSingle(Endings& endings);
+    bool takeLineFeed();
+    char32_t passEndings(char32_t c, const Endings& endings);
+    bool hasReadAhead() const;
+    void keepReadAhead(char32_t c);
     DecodedInput::Fill refill();
 
     void suspendRun();
@@ -164,11 +174,12 @@ private:
     void addSegment(Segment segment);
     void countReplacement(std::uint64_t units);
     void keepUnread();
+    Frame& addFrame(std::uint32_t nesting);
     void popFrame();
 
     void updatePosition() const;
     void setPosition(int line, int column);
-    void countCharacter(char32_t c);
+    void countCharacter(char32_t c, std::size_t times = 1);
 
     Run m_run;
     const char16_t* m_high = nullptr;  // as in Frame, of the current frame

@@ -111,6 +111,20 @@ char32_t DecodedInput::takeSpecial() {
     return one.character;
 }
 
+bool DecodedInput::takeLineFeed(InputTail tail) {
+    do {
+        if (m_source.available() != 0) {
+            const DecodedOne one =
+                decodeOne(encoding.mode, m_source.begin(), m_source.end(), m_source.sawEnd());
+            if (one.length != 0) {
+                m_source.take(isTakenByReturn(one, tail) ? one.length : 0);
+                return true;
+            }
+        }
+    } while (m_source.fetch() || m_source.available() != 0);
+    return tail == InputTail::Closed;
+}
+
 void DecodedInput::settle(Run& window) {
     if (window.at != window.end) {
         m_source.giveBack(m_decodedBytes);

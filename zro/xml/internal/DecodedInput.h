@@ -63,6 +63,10 @@ public:
     /// a CR that ends a nested input.
     char32_t takeSpecial();
 
+    /// Takes what belongs to a CR in front of the bytes; see `isTakenByReturn`. To be called behind
+    /// `settle`. \return false at the end of a nested input
+    bool takeLineFeed(InputTail tail);
+
     /// True when all bytes were decoded and the end was met.
     bool atEnd() const { return m_source.atEnd(); }
 

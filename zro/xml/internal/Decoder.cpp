@@ -150,7 +150,7 @@ Step decodeStep(EncodingMode mode, Decoding& state, InputTail tail) {
             if (two.length == 0) {
                 return Step::NeedsBytes;
             }
-            behind += two.character == u'\n' || two.character == kNextLine ? two.length : 0;
+            behind += isTakenByReturn(two, tail) ? two.length : 0;
         } else if (tail != InputTail::Closed) {
             return atEnd ? Step::Unrepresented : Step::NeedsBytes;
         }
@@ -298,7 +298,12 @@ DecodedOne decodeOne(EncodingMode mode, const unsigned char* at, const unsigned 
     if (bytes.exhausted && !atEnd) {
         return {};
     }
-    return {character, static_cast<std::size_t>(bytes.at - at)};
+    return {character, static_cast<std::size_t>(bytes.at - at), bytes.exhausted};
+}
+
+bool isTakenByReturn(const DecodedOne& next, InputTail tail) {
+    return next.character == u'\n' || next.character == kNextLine || next.character == 0xFFFF
+           || (next.isCut && tail == InputTail::Closed);
 }
 
 DecodeStop decode(EncodingMode mode, Decoding& state, InputTail tail) {

@@ -55,6 +55,7 @@ bool decodeNext(EncodingMode mode, Decoding& state);
 struct DecodedOne {
     char32_t character = 0;
     std::size_t length = 0;  ///< in bytes; 0 when the sequence is not whole
+    bool isCut = false;      ///< broken by the end of the input
 };
 
 /// Malformed input gives U+FFFD and uses up the bytes that were looked at. In UTF-8 there is no
@@ -62,5 +63,10 @@ struct DecodedOne {
 /// broken if `atEnd`, else not whole. \param at  below `end`
 DecodedOne decodeOne(EncodingMode mode, const unsigned char* at, const unsigned char* end,
                      bool atEnd);
+
+/// Whether a CR takes the character behind it with it: LF and NEL. On purpose: U+FFFF as well, and
+/// a sequence that the end of the document cuts. Both are lost, since a character read ahead is not
+/// told from no character when it is U+FFFF, and is not asked for behind the end.
+bool isTakenByReturn(const DecodedOne& next, InputTail tail);
 
 }  // namespace ZroCommon::internal
