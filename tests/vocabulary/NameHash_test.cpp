@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -46,6 +47,20 @@ TEST(NameHash, SpreadsLikeTexts) {
     const auto empty = std::count(load.begin(), load.end(), 0);
     EXPECT_NEAR(static_cast<double>(empty), kSlots / 2.71828, kSlots * 0.05);
     EXPECT_LT(*std::max_element(load.begin(), load.end()), 14);
+}
+
+// Whatever distance numbers have that a document picks, a power of two or one that an unkeyed
+// product turns into it.
+TEST(NameHash, NumbersOfAnyDistanceAreSpread) {
+    constexpr unsigned kNumbers = 2048;
+    for (const unsigned distance : {1U, 4096U, 65536U, 0x144CBC89U << 12U}) {
+        const NameNumberHash hash;
+        std::set<std::uint32_t> slots;
+        for (unsigned i = 0; i < kNumbers; ++i) {
+            slots.insert(hash(static_cast<ZRNameEnum>(i * distance)) % (16 * kNumbers));
+        }
+        EXPECT_GT(slots.size(), kNumbers / 4) << "distance " << distance;
+    }
 }
 
 }  // namespace

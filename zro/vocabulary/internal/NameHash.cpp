@@ -67,4 +67,9 @@ std::uint64_t keyedNameHash(std::u16string_view name) {
     return sipHash(name, s_key);
 }
 
+NameNumberHash::NameNumberHash() {
+    static const HashKey s_key = drawKey();  // not that of texts, which a product might give away
+    m_key = s_key;
+}
+
 }  // namespace ZroCommon::internal

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "zro/vocabulary/ZRName.h"
+
 namespace ZroCommon::internal {
 
 /// Four units of text as one number. Compilers make one load of it.
@@ -68,5 +70,21 @@ std::uint64_t sipHash(std::u16string_view text, HashKey key);
 /// The same under a key that the process draws at random, for every table that input can fill:
 /// colliding names cannot be made without the key.
 std::uint64_t keyedNameHash(std::u16string_view name);
+
+/// Hashes name numbers, for tables that input can fill: numbers are drawn in order, so a document
+/// could choose those that collide. Multiplies and adds under a key that the process draws at
+/// random; any bits of the result make two numbers collide by chance alone.
+class NameNumberHash {
+public:
+    NameNumberHash();
+
+    std::uint32_t operator()(ZRNameEnum number) const {
+        return static_cast<std::uint32_t>(
+            (m_key.first * static_cast<std::uint64_t>(number) + m_key.second) >> 32U);
+    }
+
+private:
+    HashKey m_key;
+};
 
 }  // namespace ZroCommon::internal

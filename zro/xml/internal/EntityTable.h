@@ -4,6 +4,7 @@
 
 #include "zro/foundation/Text.h"
 #include "zro/vocabulary/ZRName.h"
+#include "zro/vocabulary/internal/NameHash.h"
 
 namespace ZroCommon::internal {
 
@@ -37,7 +38,7 @@ public:
     void merge(const EntityTable& other);
 
 private:
-    using Map = std::unordered_map<ZRNameEnum, UnicodeString>;
+    using Map = std::unordered_map<ZRNameEnum, UnicodeString, NameNumberHash>;
 
     // The two maps of one kind; a name is in one of them at most.
     struct Space {

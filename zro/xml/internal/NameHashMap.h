@@ -1,11 +1,11 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <utility>
 #include <vector>
 
 #include "zro/vocabulary/ZRName.h"
+#include "zro/vocabulary/internal/NameHash.h"
 
 namespace ZroCommon::internal {
 
@@ -19,7 +19,7 @@ public:
     /// The value of the key, or null. The pointer holds until the next `at` or `clear`.
     const Value* find(ZRNameEnum key) const {
         const std::size_t mask = m_slots.size() - 1;
-        for (std::size_t i = hashOf(key) & mask; m_slots[i].key != kFree; i = (i + 1) & mask) {
+        for (std::size_t i = m_hash(key) & mask; m_slots[i].key != kFree; i = (i + 1) & mask) {
             if (m_slots[i].key == key) {
                 return &m_slots[i].value;
             }
@@ -57,14 +57,9 @@ private:
         Value value{};
     };
 
-    static std::size_t hashOf(ZRNameEnum key) {
-        const std::uint32_t mixed = static_cast<std::uint32_t>(key) * 0x9E3779B1U;
-        return mixed ^ (mixed >> 15U);
-    }
-
     Slot& slotOf(ZRNameEnum key) {
         const std::size_t mask = m_slots.size() - 1;
-        std::size_t i = hashOf(key) & mask;
+        std::size_t i = m_hash(key) & mask;
         while (m_slots[i].key != kFree && m_slots[i].key != key) {
             i = (i + 1) & mask;
         }
@@ -83,6 +78,7 @@ private:
 
     std::vector<Slot> m_slots;  // the size is a power of two, at most half of it in use
     std::size_t m_used = 0;
+    NameNumberHash m_hash;
 };
 
 }  // namespace ZroCommon::internal
