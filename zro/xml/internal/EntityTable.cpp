@@ -1,6 +1,7 @@
 #include "zro/xml/internal/EntityTable.h"
 
 #include <algorithm>
+#include <array>
 
 #include "zro/xml/internal/MathMLEntities.h"
 
@@ -14,13 +15,17 @@ struct Predefined {
 
 // "<" and "&" stand as character references, so that they are data when they are read again.
 const Predefined* findPredefined(ZRName name) {
-    static const Predefined s_predefined[] = {
-        {ZRN_lt, u"&#60;"}, {ZRN_gt, u">"},    {ZRN_amp, u"&#38;"},
-        {ZRN_apos, u"'"},   {ZRN_quot, u"\""},
-    };
-    const auto* found = std::find_if(std::begin(s_predefined), std::end(s_predefined),
+    // Never destroyed, since parsers of other static objects may still run at the end.
+    static const auto& s_predefined = *new std::array<Predefined, 5>{{
+        {ZRN_lt, u"&#60;"},
+        {ZRN_gt, u">"},
+        {ZRN_amp, u"&#38;"},
+        {ZRN_apos, u"'"},
+        {ZRN_quot, u"\""},
+    }};
+    const auto* found = std::find_if(s_predefined.begin(), s_predefined.end(),
                                      [name](const Predefined& row) { return row.name == name; });
-    return found == std::end(s_predefined) ? nullptr : found;
+    return found == s_predefined.end() ? nullptr : found;
 }
 
 template <class Map>
