@@ -6,6 +6,7 @@
 #include <string>
 
 #include <gtest/gtest.h>
+#include <unicode/uclean.h>
 
 #include "tests/support/NamesStay.h"
 #include "tests/support/Streams.h"
@@ -173,6 +174,28 @@ TEST(XmlParserFaults, AllocationsThatFailEndInAnExceptionAndDoNotHarmTheParser) 
             failEveryNew(document);
         }
     }
+}
+
+void* failLarge(const void* /*context*/, std::size_t size) {
+    return size > 100'000 ? nullptr : std::malloc(size);
+}
+void* reallocate(const void* /*context*/, void* memory, std::size_t size) {
+    return std::realloc(memory, size);
+}
+void deallocate(const void* /*context*/, void* memory) {
+    std::free(memory);
+}
+
+// Texts have memory of their own, and one that finds none is told by an error, not by bad_alloc.
+TEST(XmlParserFaults, ALackOfMemoryIsNoFaultOfTheExternalSubset) {
+    UErrorCode status = U_ZERO_ERROR;
+    u_setMemoryFunctions(nullptr, failLarge, reallocate, deallocate, &status);
+    const FakeWeb web(
+        FakeWeb::Resources{{"http://h/large", "<!ENTITY e '" + std::string(100'000, 'x') + "'>"}});
+    EXPECT_EQ(testing::xmlEvents("<!DOCTYPE a SYSTEM 'http://h/large'><a/>",
+                                 {.features = {ZRXmlParser::FEATURE_IGNORE_EXTERNAL_SUBSET_ERRORS}})
+                  .substr(0, 26),
+              "throws 2049 Out of memory.");
 }
 
 }  // namespace

@@ -120,9 +120,11 @@ void DoctypeScanner::adoptEntities(const ExternalId& id) {
     try {
         loadSubset(id.systemId);
     } catch (const ZRError& error) {
-        const bool isLimit =
-            error.getErrorCode() == static_cast<unsigned short>(XmlError::LimitExceeded);
-        if (isLimit || !m_state.feature(Parser::FEATURE_IGNORE_EXTERNAL_SUBSET_ERRORS)) {
+        constexpr unsigned short kOutOfMemory = 0x0801;
+        const unsigned short code = error.getErrorCode();
+        const bool isOfNoSubset =  // but of the whole parse
+            code == kOutOfMemory || code == static_cast<unsigned short>(XmlError::LimitExceeded);
+        if (isOfNoSubset || !m_state.feature(Parser::FEATURE_IGNORE_EXTERNAL_SUBSET_ERRORS)) {
             throw;
         }
     }
