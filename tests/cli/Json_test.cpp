@@ -31,7 +31,8 @@ TEST(Json, OfEveryCommandCanBeParsed) {
     place.write("a.xml", kNasty);
     for (const char* command :
          {"load a.xml", "load --pull a.xml", "events a.xml", "events --tokens a.xml", "tree a.xml",
-          "check a.xml", "uri explain a.xml", "uri normalise 'a\"b'"}) {
+          "check a.xml", "uri explain a.xml", "uri normalise 'a\"b'", "value '\"' \xFF 1pt",
+          "color red", "length 1in", "link 'a#page=2'", "load --values a.xml"}) {
         const Outcome outcome = place.run("zro --json " + std::string(command));
         EXPECT_FALSE(objects(outcome.out).empty()) << command;
         EXPECT_EQ(outcome.err, "") << command;

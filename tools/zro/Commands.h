@@ -16,5 +16,9 @@ void addTreeCommand(CLI::App& program, Task& task);
 void addFormatCommand(CLI::App& program, Task& task);
 void addCheckCommand(CLI::App& program, Task& task);
 void addUriCommand(CLI::App& program, Task& task);
+void addValueCommand(CLI::App& program, Task& task);
+void addColorCommand(CLI::App& program, Task& task);
+void addLengthCommand(CLI::App& program, Task& task);
+void addLinkCommand(CLI::App& program, Task& task);
 
 }  // namespace zro

@@ -12,6 +12,7 @@
 #include "tools/zro/DocumentReader.h"
 #include "tools/zro/LoadReport.h"
 #include "tools/zro/Text.h"
+#include "tools/zro/ValueSurvey.h"
 
 namespace zro {
 namespace {
@@ -26,6 +27,7 @@ struct Options {
     std::string input;
     std::string output;
     bool pull = false;
+    bool values = false;
     std::size_t properties = 8;
 };
 
@@ -132,6 +134,9 @@ void load(Session& session, const Options& options) {
         save(session, reader, options, report);
     }
     print(session, report, options.output == "-");
+    if (options.values) {
+        printSurvey(session, report.file, ValueSurvey(reader.document()));
+    }
 }
 
 }  // namespace
@@ -150,10 +155,16 @@ void addLoadCommand(CLI::App& program, Task& task) {
         "  zro load --pull huge.fo\n"
         "  zro load report.fo --save copy.fo --json\n");
     addInput(command, "URI", options->input);
-    command.add_flag("--pull", options->pull,
-                     "Walk the tree while it is loaded, and let go of what has been seen");
-    addOption(command, "--save", options->output, "OUT",
-              "Write the tree here; with - the report goes to standard error");
+    auto* pull =
+        command.add_flag("--pull", options->pull,
+                         "Walk the tree while it is loaded, and let go of what has been seen");
+    auto* output = addOption(command, "--save", options->output, "OUT",
+                             "Write the tree here; with - the report goes to standard error");
+    command
+        .add_flag("--values", options->values,
+                  "List what the properties are read as, and which values are unknown")
+        ->excludes(pull)
+        ->excludes(output);
     addOption(command, "--properties", options->properties, "N",
               "Number of XSL-FO properties to list (8)");
     command.callback([&task, options] {

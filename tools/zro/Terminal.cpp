@@ -43,6 +43,12 @@ std::string Style::in(const char* code, std::string_view text) const {
     return std::string("\x1b[") + code + "m" + std::string(text) + "\x1b[0m";
 }
 
+std::string Style::swatch(int red, int green, int blue) const {
+    const std::string code =
+        "48;2;" + std::to_string(red) + ";" + std::to_string(green) + ";" + std::to_string(blue);
+    return m_coloured ? in(code.c_str(), std::string(12, ' ')) + "\n" : std::string();
+}
+
 Progress::Progress() : m_onTerminal(isatty(STDERR_FILENO) == 1 && !isDumb()) {}
 
 void Progress::start(std::string label, std::uint64_t total) {

@@ -23,6 +23,8 @@ public:
     std::string note(std::string_view text) const { return in("1;36", text); }
     std::string mark(std::string_view text) const { return in("1;32", text); }
     std::string faint(std::string_view text) const { return in("2", text); }
+    /// A line that shows the colour, nothing where there are none.
+    std::string swatch(int red, int green, int blue) const;
 
 private:
     std::string in(const char* code, std::string_view text) const;

@@ -157,6 +157,10 @@ int main(int argc, char** argv) {
     zro::addFormatCommand(program, task);
     zro::addCheckCommand(program, task);
     zro::addUriCommand(program, task);
+    zro::addValueCommand(program, task);
+    zro::addColorCommand(program, task);
+    zro::addLengthCommand(program, task);
+    zro::addLinkCommand(program, task);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -1,0 +1,128 @@
+#include "tools/zro/Values.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "zro/values/ZRNamedValueMap.h"
+
+#include "tools/zro/Text.h"
+
+namespace zro {
+
+using ZroCommon::ZRNamedValueMapIterator;
+using ZroCommon::ZRValue;
+using ZroCommon::ZRValueUnitType;
+using Json = nlohmann::ordered_json;
+
+namespace {
+
+// By the library's numbers of units.
+constexpr std::array<const char*, 32> kUnits = {
+    "none", "number", "percent", "em",  "ex",   "px", "cm", "mm",   "in",  "pt",        "pc",
+    "11",   "12",     "deg",     "rad", "grad", "ms", "s",  "Hz",   "kHz", "character", "literal",
+    "uri",  "name",   "color",   "25",  "26",   "27", "28", "twip", "pt2", "pt3"};
+
+Json itemsOf(const ZRValue& value) {
+    Json items = Json::object();
+    ZRNamedValueMapIterator iterator(value.getNamedValueMap());
+    while (iterator.hasNext()) {
+        const auto& item = iterator.next();
+        const auto name = item.getName();
+        items[name.isEmpty() ? "." : toUtf8(name.toString())] = jsonOf(item.getValue());
+    }
+    return items;
+}
+
+Json payloadOf(const ZRValue& value) {
+    if (value.isInteger()) {
+        return value.getIntegerValue();
+    }
+    if (value.isReal()) {
+        return value.getRealValue(ZroCommon::ZRValueUnitNone);
+    }
+    return value.isCompound() ? itemsOf(value) : Json(toUtf8(value.getStringValue()));
+}
+
+std::string shown(const Json& value) {
+    if (!value.is_string()) {
+        return value.dump();
+    }
+    const std::string text = printable(fromUtf8(value.get<std::string>()));
+    return text.empty() ? "-" : text;
+}
+
+}  // namespace
+
+const char* typeName(const ZRValue& value) {
+    switch (value.getValueType()) {
+    case ZroCommon::ZRValueTypeNull: return "null";
+    case ZroCommon::ZRValueTypeInteger: return "integer";
+    case ZroCommon::ZRValueTypeReal: return "real";
+    case ZroCommon::ZRValueTypeName: return "name";
+    case ZroCommon::ZRValueTypeString: return "string";
+    case ZroCommon::ZRValueTypeMap: return "map";
+    default: return "object";
+    }
+}
+
+const char* unitName(const ZRValue& value) {
+    return value.isUnknownString() ? "unknown"
+                                   : kUnits[static_cast<std::size_t>(value.getUnitType())];
+}
+
+ZRValueUnitType unitOf(const std::string& name) {
+    const auto* const found = std::find(kUnits.begin(), kUnits.end(), std::string_view(name));
+    return found == kUnits.end() ? ZroCommon::ZRValueUnitNone
+                                 : static_cast<ZRValueUnitType>(found - kUnits.begin());
+}
+
+Json jsonOf(const ZRValue& value) {
+    Json object;
+    object["type"] = typeName(value);
+    object["unit"] = unitName(value);
+    if (!value.isNull()) {
+        object["payload"] = payloadOf(value);
+        object["text"] = toUtf8(value.toString());
+    }
+    return object;
+}
+
+Json rowsOf(const ZRValue& value) {
+    Json object = jsonOf(value);
+    if (value.isCompound()) {
+        for (Json& item : object["payload"]) {
+            item = item.value("text", "");
+        }
+    }
+    return object;
+}
+
+void printLine(Session& session, const Json& object) {
+    session.out() << object.dump(-1, ' ', false, Json::error_handler_t::replace) << "\n";
+}
+
+void printRows(Session& session, const Json& object, std::size_t indent) {
+    constexpr std::size_t kWidth = 13;
+    for (const auto& [name, value] : object.items()) {
+        const std::string label = printable(fromUtf8(name));
+        const std::size_t gap = label.size() < kWidth ? kWidth - label.size() : 1;
+        session.out() << std::string(indent, ' ')
+                      << session.outStyle().faint(label + std::string(gap, ' '));
+        if (value.is_object()) {
+            session.out() << "\n";
+            printRows(session, value, indent + 2);
+        } else {
+            session.out() << shown(value) << "\n";
+        }
+    }
+}
+
+void complainAbout(Session& session, const std::string& text, const std::string& message) {
+    Diagnostic diagnostic;
+    diagnostic.message = "\"" + printable(fromUtf8(text)) + "\" " + message;
+    session.report(diagnostic);
+}
+
+}  // namespace zro

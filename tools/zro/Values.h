@@ -1,0 +1,35 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include "zro/values/ZRValue.h"
+
+#include "tools/zro/Session.h"
+
+namespace zro {
+
+/// "real", "integer", "name", "string", "map", "object" or "null".
+const char* typeName(const ZroCommon::ZRValue& value);
+
+/// "pt", "percent", "name" and so on; for a string "unknown" or "literal".
+const char* unitName(const ZroCommon::ZRValue& value);
+
+/// The unit of that name, `ZRValueUnitNone` when there is none.
+ZroCommon::ZRValueUnitType unitOf(const std::string& name);
+
+/// All about a value: "type", "unit", "payload" and "text", as it prints.
+nlohmann::ordered_json jsonOf(const ZroCommon::ZRValue& value);
+
+/// The same for people: of the items of a map their texts alone.
+nlohmann::ordered_json rowsOf(const ZroCommon::ZRValue& value);
+
+/// One object on one line.
+void printLine(Session& session, const nlohmann::ordered_json& object);
+
+/// The members of an object one below the other, each behind its name; objects within it indented.
+void printRows(Session& session, const nlohmann::ordered_json& object, std::size_t indent = 0);
+
+/// Says on standard error that a text is not what it has to be; the exit status becomes 1.
+void complainAbout(Session& session, const std::string& text, const std::string& message);
+
+}  // namespace zro
