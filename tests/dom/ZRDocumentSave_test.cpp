@@ -7,6 +7,7 @@
 #include "tests/support/Errors.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/Values.h"
+#include "zro/values/ZRColor.h"
 
 namespace ZroCommon::testing {
 namespace {
@@ -64,8 +65,11 @@ TEST(ZRDocument, WritesValuesByTheirKind) {
     e->setAttribute(u"null"_name, ZRValue());
     e->setAttribute(u"space"_name, compound);
     e->setAttribute(u"text"_name, ZRValue(UnicodeString(u"a b")));
+    e->setAttribute(u"red"_name, ZRValue(ZRColor(0xFF0000)));
+    e->setAttribute(u"ink"_name, ZRValue(ZRColor(1.0F, 0, 0, 0)));
     EXPECT_EQ(utf8(document->saveXml(e)),
-              "<e name=\"auto\" space=\"12pt\" space.minimum=\"3\" text=\"a b\"/>");
+              "<e name=\"auto\" space=\"12pt\" space.minimum=\"3\" text=\"a b\""
+              " red=\"#FF0000\" ink=\"#00FFFF icc-color(#CMYK,1,0,0,0)\"/>");
 }
 
 TEST(ZRDocument, FragmentsAreWrittenAsTheirChildren) {
