@@ -99,7 +99,17 @@ TEST(ZRDocument, ElementsThatAreTextAreWrittenAsText) {
     ZRElement* e = addElement(document, document, u"e");
     e->appendChild(new TextElement(document, u"<t>"));
     EXPECT_EQ(utf8(document->saveXml(e)), "<e>&lt;t&gt;</e>");
-    EXPECT_EQ(utf8(e->getInnerText()), "<t>");
+    EXPECT_EQ(utf8(e->getInnerText()), "");
+}
+
+TEST(ZRDocument, ARootThatIsTextIsWrittenAsText) {
+    const Document document = newDocument();
+    document->getSerializer()->setGenerator(UnicodeString());
+    document->appendChild(new TextElement(document, u"t"));
+    std::ostringstream stream;
+    document->saveDocumentElement(stream);
+    document->closeDocumentElement();
+    EXPECT_EQ(stream.str(), "<?xml version=\"1.0\"?>t");
 }
 
 /// Makes an attribute only when it is about to be written.
@@ -138,6 +148,7 @@ TEST(ZRDocument, WhatHasNoPlaceInADocumentIsNotWritten) {
     EXPECT_EQ(errorOf([&] { document->saveXml(); }),
               "0x0812 SYSTEM ERROR: Unsupported node type. [ZroCommon::ZRDocument::doSave]");
     EXPECT_NE(document->getSerializer(), before.get());
+    EXPECT_EQ(errorOf([&] { before->text(u"to the text that is gone"); }).substr(0, 6), "0x1005");
     e->removeAllChildNodes();
     EXPECT_EQ(utf8(document->saveXml(e)), "<e/>");
 }

@@ -177,11 +177,6 @@ ZRNode* ZRNode::getAncestorByNameNS(ZRName namespaceUri, ZRName name) const {
 
 namespace {
 
-/// Processing instructions are text nodes by class, but no text of the document.
-bool isTextOfDocument(const ZRNode& node) {
-    return node.isText() && node.getNodeType() != ZRNodeTypeProcessingInstruction;
-}
-
 void appendOrThrow(UnicodeString& text, const UnicodeString& piece) {
     text.append(piece);
     if (text.isBogus()) {
@@ -200,7 +195,7 @@ UnicodeString ZRNode::getInnerText() {
     internal::TreeNodeList descendants(this);
     for (ZRNode* node = descendants.getFirstNode(); node != nullptr;
          node = descendants.getNextNode(node)) {
-        if (isTextOfDocument(*node)) {
+        if (node->getNodeType() == ZRNodeTypeText) {  // which processing instructions are not
             appendOrThrow(text, node->getText());
         }
     }
