@@ -27,6 +27,14 @@ void* allocate(std::size_t size) {
     return memory != nullptr ? memory : throw std::bad_alloc();
 }
 
+void* allocateOrNull(std::size_t size) noexcept {
+    try {
+        return allocate(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
 }  // namespace
 
 void* operator new(std::size_t size) {
@@ -34,6 +42,12 @@ void* operator new(std::size_t size) {
 }
 void* operator new[](std::size_t size) {
     return allocate(size);
+}
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    return allocateOrNull(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    return allocateOrNull(size);
 }
 void operator delete(void* memory) noexcept {
     std::free(memory);
