@@ -169,6 +169,13 @@ TEST(CharReader, ACharacterReadAheadIsTheFirstOfAnInputThatBegins) {
     EXPECT_EQ(reader.take(2), "x\n");
     reader.push(inputOf("y"));
     EXPECT_EQ(reader.rest(), "1y2b");
+    Reader other("ab");
+    other.take(1);
+    other.pushText(u"\r12");
+    other.push(inputOf(""));
+    EXPECT_EQ(other.take(1), "\n");
+    other.push(inputOf("y"));
+    EXPECT_EQ(other.rest(), "by12");
 }
 
 TEST(CharReader, ALiteralEndsOnItsOwnAndCountsFromItsPlace) {

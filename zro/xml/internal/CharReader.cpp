@@ -203,7 +203,7 @@ char32_t CharReader::getSlowly() {
     for (;;) {
         while (!takeNext(c, endings)) {
         }
-        if (c != u'\r' || endings.count == 0 || takeLineFeed()) {
+        if (c != u'\r' || endings.count == 0 || readBehindReturn()) {
             break;
         }
         endInReturn(endings);
@@ -279,13 +279,21 @@ char32_t CharReader::passEndings(char32_t c, const Endings& endings) {
     return u'\n';
 }
 
-// Behind a CR of put back text: takes the line feed that the bytes go on with. False when they end
-// inside an outer input, where it may stand as well.
-bool CharReader::takeLineFeed() {
+// Behind a CR of put back text: reads ahead in the bytes, where a line feed belongs to the CR.
+// False when they end inside an outer input, which goes on with it then.
+bool CharReader::readBehindReturn() {
     if (top().input == nullptr || hasReadAhead()) {
         return true;
     }
-    return settle().takeLineFeed(m_frames.size() > 1 ? InputTail::Nested : InputTail::Closed);
+    char32_t next = kEnd;
+    const InputTail tail = m_frames.size() > 1 ? InputTail::Nested : InputTail::Closed;
+    if (!settle().takeBehindReturn(tail, next)) {
+        return false;
+    }
+    if (next != kEnd) {
+        keepReadAhead(next);
+    }
+    return true;
 }
 
 // The character read ahead comes behind all other text put back.

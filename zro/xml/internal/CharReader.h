@@ -162,7 +162,7 @@ private:
     void findRun();
     char32_t takeCodePoint();
     char32_t takeSingle(Endings& endings);
-    bool takeLineFeed();
+    bool readBehindReturn();
     char32_t passEndings(char32_t c, const Endings& endings);
     bool hasReadAhead() const;
     void keepReadAhead(char32_t c);

@@ -111,13 +111,15 @@ char32_t DecodedInput::takeSpecial() {
     return one.character;
 }
 
-bool DecodedInput::takeLineFeed(InputTail tail) {
+bool DecodedInput::takeBehindReturn(InputTail tail, char32_t& next) {
+    next = 0xFFFF;
     do {
         if (m_source.available() != 0) {
             const DecodedOne one =
                 decodeOne(encoding.mode, m_source.begin(), m_source.end(), m_source.sawEnd());
             if (one.length != 0) {
-                m_source.take(isTakenByReturn(one, tail) ? one.length : 0);
+                m_source.take(one.length);
+                next = isTakenByReturn(one, tail) ? 0xFFFF : one.character;
                 return true;
             }
         }

@@ -63,9 +63,10 @@ public:
     /// a CR that ends a nested input.
     char32_t takeSpecial();
 
-    /// Takes what belongs to a CR in front of the bytes; see `isTakenByReturn`. To be called behind
-    /// `settle`. \return false at the end of a nested input
-    bool takeLineFeed(InputTail tail);
+    /// Takes the character behind a CR that the bytes did not hold; to be called behind `settle`.
+    /// \param next  is U+FFFF when the CR takes it; see `isTakenByReturn`
+    /// \return false at the end of a nested input, when the outer one has it
+    bool takeBehindReturn(InputTail tail, char32_t& next);
 
     /// True when all bytes were decoded and the end was met.
     bool atEnd() const { return m_source.atEnd(); }
