@@ -280,7 +280,8 @@ bool TagScanner::resolvePrefix(Attribute& attribute) {
     return attribute.namespaceUri != ZRN_EMPTY;
 }
 
-// The attributes that have the name of an earlier one, in order. Only those are compared whose
+// The attributes that have the name of an earlier one, in order, and each once however many earlier
+// ones there are, so that the work stays linear. Only those are compared whose
 // names have a low bit pattern in common with an earlier one.
 void TagScanner::findDuplicates() {
     m_duplicates.clear();
