@@ -75,8 +75,7 @@ const FakeWeb::Resources kResources = {
 
 const char* const kDocuments[] = {
     "<a>x<!-- c -->y<?p q?>z]]<![CDATA[x]]y]]>&#65;&lt;\xF0\x9F\x98\x80\r\nx\r</a> ",
-    "<!DOCTYPE a [<!ENTITY e 'v'><!ENTITY f '<b/>'><!ENTITY x SYSTEM 'x'>]><a "
-    "b='&e;\n'>&e;&f;&x;</a>",
+    "<!DOCTYPE a [<!ENTITY e 'v'><!ENTITY f '<b/>'><!ENTITY x SYSTEM 'x'>]><a b='&e;\n'>&f;&x;</a>",
     "<?xml version='1.0' encoding='ISO-8859-1'?>\n<p:a xmlns:p='u'><p:b p:c='1' c='2'/></p:a>",
     "<!DOCTYPE a SYSTEM 's' [<!ENTITY % p SYSTEM 'y'>%p;]><a>&e;&f;&x;</a>",
     "<a></b>",
