@@ -96,7 +96,7 @@ const ZRValue* findForm(const ZRNamedValueMap& map, ZRName form) {
 }
 
 ZRColor colorOfMap(const ZRNamedValueMap& map) {
-    const ZRColor rgb(map.getNamedItem(ZRN_EMPTY).getIntegerValue());
+    ZRColor rgb(map.getNamedItem(ZRN_EMPTY).getIntegerValue());
     if (const ZRValue* form = findForm(map, ZRN_icc_color)) {
         const auto [a, b, c, d] = inksOf(*form);
         return {rgb, form->getNamedItem(ZRN_name).getStringValue(), a, b, c, d};

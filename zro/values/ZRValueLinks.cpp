@@ -144,7 +144,7 @@ ZRValue ZRValue::parseDestinationType(const UnicodeString& text) {
     ValueReader reader(terminated.data());
     UnicodeString item;
     reader.nextSeparated(u' ', item);
-    const ZRValue type = parse(item.toLower(icu::Locale::getRoot()));
+    ZRValue type = parse(item.toLower(icu::Locale::getRoot()));
     if (internal::isFitName(type)) {
         return type;
     }

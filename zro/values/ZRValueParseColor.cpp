@@ -23,7 +23,7 @@ bool skipOpening(ValueReader& reader) {
     return reader.skipSeparator(u'(');
 }
 
-ZRValue closed(ValueReader& reader, ZRValue color) {
+ZRValue closed(ValueReader& reader, const ZRValue& color) {
     return reader.skipSeparator(u')') ? color : ZRValue();
 }
 

@@ -43,9 +43,11 @@ bool hasTooManyDigits(const char16_t* text) {
 constexpr auto kHexDigits = [] {
     std::array<std::uint8_t, 128> digits{};
     digits.fill(16);
-    for (std::uint8_t digit = 0; digit < 16; ++digit) {
-        digits[static_cast<std::size_t>("0123456789ABCDEF"[digit])] = digit;
-        digits[static_cast<std::size_t>("0123456789abcdef"[digit])] = digit;
+    for (std::size_t digit = 0; digit < 10; ++digit) {
+        digits[u'0' + digit] = static_cast<std::uint8_t>(digit);
+    }
+    for (std::size_t letter = 0; letter < 6; ++letter) {
+        digits[u'A' + letter] = digits[u'a' + letter] = static_cast<std::uint8_t>(10 + letter);
     }
     return digits;
 }();
@@ -122,11 +124,32 @@ int ValueReader::readName() {
     return m_token.kind = TokenKind::kName;
 }
 
-int ValueReader::readNumber() {
-    if (hasTooManyDigits(m_next)) {
-        return readCharacter();
+// Integers as short as nearly all are, without the general reader; false for anything else.
+bool ValueReader::readShortInteger() {
+    constexpr std::ptrdiff_t kMost = 9;
+    const char16_t* next = m_next;
+    std::int32_t number = 0;
+    for (; ZRChar::isAsciiDigit(*next); ++next) {
+        if (next - m_next == kMost) {
+            return false;
+        }
+        number = number * 10 + (*next - u'0');
     }
-    m_token.number = ZRUtil::parseNumber(m_next, &m_next);
+    if (*next == u'.') {
+        return false;
+    }
+    m_token.number = number;
+    m_next = next;
+    return true;
+}
+
+int ValueReader::readNumber() {
+    if (!readShortInteger()) {
+        if (hasTooManyDigits(m_next)) {
+            return readCharacter();
+        }
+        m_token.number = ZRUtil::parseNumber(m_next, &m_next);
+    }
     if (*m_next == u'%') {
         m_token.text = {m_next++, 1};
     } else if (ZRChar::isNCNameStartChar(*m_next)) {

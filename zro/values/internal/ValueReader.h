@@ -62,6 +62,7 @@ public:
 private:
     int readName();
     int readNumber();
+    bool readShortInteger();
     int readString();
     int readColor();
     std::uint32_t readHexNumber();
