@@ -13,7 +13,6 @@
 namespace zro {
 
 using ZroCommon::ZRN_ns_fo;
-using ZroCommon::ZRName;
 using ZroCommon::ZRNamedNodeMap;
 using ZroCommon::ZRNode;
 using ZroCommon::ZRTreeIterator;
