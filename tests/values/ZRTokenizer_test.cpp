@@ -1,6 +1,9 @@
 #include "zro/values/ZRTokenizer.h"
 
 #include <cmath>
+#include <iomanip>
+#include <locale>
+#include <sstream>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -17,17 +20,20 @@ using testing::text;
 using testing::utf8;
 
 std::string describe(const ZRTokenizer& tokenizer) {
-    char number[32];
+    std::ostringstream number;
+    number.imbue(std::locale::classic());
     switch (tokenizer.ttype) {
-    case -2: std::snprintf(number, sizeof number, "%.10g", tokenizer.nval); break;
+    case -2:
+        number << "number " << std::setprecision(10) << tokenizer.nval << utf8(tokenizer.sval);
+        return number.str();
     case -3: return "name " + utf8(tokenizer.sval);
     case -5: return "string " + utf8(tokenizer.sval);
     case -6:
-        std::snprintf(number, sizeof number, "%06X", static_cast<unsigned>(tokenizer.nval));
-        return std::string("colour ") + number;
+        number << "colour " << std::uppercase << std::hex << std::setfill('0') << std::setw(6)
+               << static_cast<unsigned>(tokenizer.nval);
+        return number.str();
     default: return "char " + utf8(UnicodeString(static_cast<char16_t>(tokenizer.ttype)));
     }
-    return std::string("number ") + number + utf8(tokenizer.sval);
 }
 
 std::string allTokens(const UnicodeString& source) {

@@ -1,3 +1,4 @@
+#include <locale>
 #include <sstream>
 
 #include <gmock/gmock.h>
@@ -19,6 +20,7 @@ std::string sections(const UnicodeString& format, const XlsFormatString& formats
         return "invalid at " + std::to_string(fault.position);
     }
     std::ostringstream all;
+    all.imbue(std::locale::classic());
     for (int index = 0; index < compiled.sectionCount; ++index) {
         const FMT& s = compiled.section[static_cast<std::size_t>(index)];
         EXPECT_EQ(s.compiledLength, s.compiled.length());
