@@ -1,6 +1,5 @@
 #include "fuzz/ParserDriver.h"
 
-#include <cstdlib>
 #include <sstream>
 #include <string>
 
@@ -9,6 +8,8 @@
 #include "zro/vocabulary/ZRNameTable.h"
 #include "zro/xml/ZRXmlUtil.h"
 #include "zro/xml/internal/ExternalSubsetCache.h"
+
+#include "fuzz/Input.h"
 
 namespace ZroCommon::fuzzing {
 namespace {
@@ -29,12 +30,6 @@ public:
 };
 
 FakeResolver s_resolver;
-
-void require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
 
 // Behind an error that was passed over a name may be empty.
 void checkAttributes(const ZRXmlParser& parser, bool faultless) {

@@ -6,33 +6,33 @@
 #include "zro/values/ZRColor.h"
 #include "zro/values/ZRValue.h"
 
-#include "fuzz/Utf16Input.h"
+#include "fuzz/Input.h"
 
 namespace {
 
 using namespace ZroCommon;  // NOLINT(google-build-using-namespace)
 
 void checkColor(const ZRColor& color) {
-    fuzz::require(ZRValue(color).getColorValue() == color);
+    fuzzing::require(ZRValue(color).getColorValue() == color);
     const UnicodeString printed = color.toString(false);
-    fuzz::require(ZRValue::parseColor(printed, true).toString() == printed);
+    fuzzing::require(ZRValue::parseColor(printed, true).toString() == printed);
     color.toString(true);
-    fuzz::require(color.getSeparationRGB() <= 0xFFFFFF || color.getSeparationTint() >= 1);
-    fuzz::require(!color.getDark().isInvalid() && !color.getLight().isInvalid());
-    fuzz::require(ZRColor::reverseRGB(color.getBGR()) == color.getRGB());
+    fuzzing::require(color.getSeparationRGB() <= 0xFFFFFF || color.getSeparationTint() >= 1);
+    fuzzing::require(!color.getDark().isInvalid() && !color.getLight().isInvalid());
+    fuzzing::require(ZRColor::reverseRGB(color.getBGR()) == color.getRGB());
     const ZRName name = color.getColorName();
-    fuzz::require(name.isEmpty() || ZRColor(name).getRGB() == color.getRGB());
+    fuzzing::require(name.isEmpty() || ZRColor(name).getRGB() == color.getRGB());
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const UnicodeString text = fuzz::utf16(std::span(data, size));
+    const UnicodeString text = fuzzing::utf16(std::span(data, size));
     const ZRValue plain = ZRValue::parseColor(text, false);
     const ZRValue extended = ZRValue::parseColor(text, true);
-    fuzz::require(plain.isUnknownString() || plain == extended);
+    fuzzing::require(plain.isUnknownString() || plain == extended);
     for (const ZRValue& value : {plain, extended}) {
-        fuzz::require(value.isColor() || value.isName() || value.toString() == text);
+        fuzzing::require(value.isColor() || value.isName() || value.toString() == text);
         if (value.isColor()) {
             checkColor(value.getColorValue());
         }

@@ -2,35 +2,19 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <sstream>
 #include <string>
 
 #include "zro/text/ZRUtil.h"
 
+#include "fuzz/Input.h"
+
 namespace {
 
 using ZroCommon::UnicodeString;
 using ZroCommon::ZRUtil;
+using ZroCommon::fuzzing::require;
 using Mode = ZRUtil::QuoteMode;
-
-void require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
-
-UnicodeString unitsOf(const std::uint8_t* data, std::size_t size) {
-    UnicodeString text;
-    for (std::size_t i = 0; i < size; ++i) {
-        // Two bytes make a unit only now and then: most of what matters is ASCII.
-        const bool isWide = data[i] >= 0xF0 && i + 1 < size;
-        const int unit = isWide ? data[i] << 8 | data[i + 1] : data[i];
-        text.append(static_cast<char16_t>(unit));
-        i += isWide ? 1 : 0;
-    }
-    return text;
-}
 
 // A text that ends at its first U+0000, as the readers see it.
 UnicodeString upToNul(const UnicodeString& text) {
@@ -102,7 +86,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     const auto mode = static_cast<Mode>(data[0] & 15U);
-    const UnicodeString text = unitsOf(data + 1, size - 1);
+    const UnicodeString text = ZroCommon::fuzzing::utf16({data + 1, size - 1});
     quote(upToNul(text), mode);
     parse(text, mode);
     encode(std::string(reinterpret_cast<const char*>(data), size));

@@ -7,7 +7,7 @@
 
 #include "zro/values/ZRTokenizer.h"
 
-#include "fuzz/Utf16Input.h"
+#include "fuzz/Input.h"
 
 namespace {
 
@@ -21,11 +21,11 @@ void call(ZRTokenizer& tokenizer, unsigned operation, char16_t separator) {
     case 3: tokenizer.nextTokenValueExp(); return;
     case 4: tokenizer.nextTokenValueFunc(); return;
     case 5: tokenizer.nextTokenDoubleExp(); return;
-    case 6: fuzz::require(tokenizer.nextSeparatedValue(separator) == tokenizer.sval); return;
+    case 6: fuzzing::require(tokenizer.nextSeparatedValue(separator) == tokenizer.sval); return;
     case 7: {
         const bool isThere = tokenizer.scanSeparator(separator);
         const bool isSpace = separator == u' ' || separator == u'\t';
-        fuzz::require(tokenizer.skipSeparator(separator) == isThere || isSpace);
+        fuzzing::require(tokenizer.skipSeparator(separator) == isThere || isSpace);
         return;
     }
     case 8: tokenizer.pushBack(); return;
@@ -39,10 +39,10 @@ void call(ZRTokenizer& tokenizer, unsigned operation, char16_t separator) {
 void readToTheEnd(ZRTokenizer& tokenizer) {
     tokenizer.nextToken();  // what may have been pushed back
     while (tokenizer.nextToken() != -1) {
-        fuzz::require(tokenizer.ttype >= -6 && tokenizer.ttype != -4);
+        fuzzing::require(tokenizer.ttype >= -6 && tokenizer.ttype != -4);
     }
-    fuzz::require(*tokenizer.getPtr() == 0);
-    fuzz::require(tokenizer.nextTokenValueFunc().isNull());
+    fuzzing::require(*tokenizer.getPtr() == 0);
+    fuzzing::require(tokenizer.nextTokenValueFunc().isNull());
 }
 
 }  // namespace
@@ -50,12 +50,12 @@ void readToTheEnd(ZRTokenizer& tokenizer) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::span input(data, size);
     const std::size_t calls = input.empty() ? 0 : std::min<std::size_t>(input[0], size - 1);
-    const UnicodeString text = fuzz::utf16(input.subspan(std::min(size, calls + 1)));
+    const UnicodeString text = fuzzing::utf16(input.subspan(std::min(size, calls + 1)));
     ZRTokenizer tokenizer(text);
     const std::size_t length = std::char_traits<char16_t>::length(tokenizer.getPtr());
     for (const std::uint8_t byte : input.subspan(input.empty() ? 0 : 1, calls)) {
         call(tokenizer, byte % 13U, u" ,&\t("[byte / 13U % 5U]);
-        fuzz::require(std::char_traits<char16_t>::length(tokenizer.getPtr()) <= length);
+        fuzzing::require(std::char_traits<char16_t>::length(tokenizer.getPtr()) <= length);
     }
     readToTheEnd(tokenizer);
     return 0;

@@ -3,21 +3,16 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 #include "zro/dom/ZRDocument.h"
 #include "zro/dom/ZRDocumentFragment.h"
 #include "zro/dom/ZRTextNode.h"
 #include "zro/foundation/ZRError.h"
 
+#include "fuzz/Input.h"
+
 namespace ZroCommon::fuzzing {
 namespace {
-
-void require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
 
 class Garden {
 public:

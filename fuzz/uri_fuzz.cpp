@@ -1,9 +1,10 @@
 // Any text as a URI: nothing may crash, and what is normal once stays so.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 #include "zro/uri/ZRUri.h"
+
+#include "fuzz/Input.h"
 
 namespace {
 
@@ -11,23 +12,7 @@ using ZroCommon::UnicodeString;
 using ZroCommon::URISTR_GUESS;
 using ZroCommon::URISTRTYPE;
 using ZroCommon::ZRUri;
-
-void require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
-
-UnicodeString unitsOf(const std::uint8_t* data, std::size_t size) {
-    UnicodeString text;
-    for (std::size_t i = 0; i < size; ++i) {
-        // Two bytes make a unit only now and then: most of what matters is ASCII.
-        const bool isWide = data[i] >= 0xF0 && i + 1 < size;
-        text.append(static_cast<char16_t>(isWide ? data[i] << 8 | data[i + 1] : data[i]));
-        i += isWide ? 1 : 0;
-    }
-    return text;
-}
+using ZroCommon::fuzzing::require;
 
 void ask(ZRUri uri, const UnicodeString& other) {
     require(!uri.toString().isBogus());
@@ -59,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     const auto type = static_cast<URISTRTYPE>(data[0] & 3U);
-    const UnicodeString whole = unitsOf(data + 1, size - 1);
+    const UnicodeString whole = ZroCommon::fuzzing::utf16({data + 1, size - 1});
     const int32_t cut = whole.indexOf(u'\n');
     const UnicodeString first(whole, 0, cut < 0 ? whole.length() : cut);
     const UnicodeString second(whole, cut < 0 ? 0 : cut + 1);

@@ -6,7 +6,7 @@
 
 #include "zro/values/ZRValue.h"
 
-#include "fuzz/Utf16Input.h"
+#include "fuzz/Input.h"
 
 namespace {
 
@@ -14,24 +14,24 @@ using namespace ZroCommon;  // NOLINT(google-build-using-namespace)
 
 // Quotation marks are not printed, so a string does not come back as itself.
 void check(const UnicodeString& text, const ZRValue& value) {
-    fuzz::require(!value.isNull());
-    fuzz::require(!value.isUnknownString() || value.toString() == text);
+    fuzzing::require(!value.isNull());
+    fuzzing::require(!value.isUnknownString() || value.toString() == text);
     if (value.isString()) {
         return;
     }
     const UnicodeString printed = value.toString();
-    fuzz::require(ZRValue::parse(printed).toString() == printed);
+    fuzzing::require(ZRValue::parse(printed).toString() == printed);
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const UnicodeString text = fuzz::utf16(std::span(data, size));
+    const UnicodeString text = fuzzing::utf16(std::span(data, size));
     const ZRValue value = ZRValue::parse(text);
     check(text, value);
     const ZRValue plain = ZRValue::parseNonNumeric(text);
     check(text, plain);
-    fuzz::require(plain.isUnknownString() || plain == value);
-    fuzz::require(!plain.isNumeric());
+    fuzzing::require(plain.isUnknownString() || plain == value);
+    fuzzing::require(!plain.isNumeric());
     return 0;
 }

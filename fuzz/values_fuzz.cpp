@@ -3,21 +3,17 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <span>
 #include <vector>
 
 #include "zro/values/ZRNamedValueMap.h"
 
+#include "fuzz/Input.h"
+
 namespace {
 
+using ZroCommon::fuzzing::require;
 using namespace ZroCommon;  // NOLINT(google-build-using-namespace)
-
-void require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
 
 // Hands out the input piece by piece; zeros when it is used up.
 class Bytes {

@@ -2,20 +2,16 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <span>
 
 #include "zro/text/xls/XlsFormatString.h"
 
+#include "fuzz/Input.h"
+
 namespace {
 
+using ZroCommon::fuzzing::require;
 using namespace ZroCommon;  // NOLINT(google-build-using-namespace)
-
-void require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
 
 // Odd bytes above ASCII stand for units of the East Asian blocks.
 UnicodeString formatOf(std::span<const std::uint8_t> bytes) {

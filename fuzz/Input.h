@@ -6,7 +6,7 @@
 
 #include "zro/foundation/Text.h"
 
-namespace ZroCommon::fuzz {
+namespace ZroCommon::fuzzing {
 
 inline void require(bool holds) {
     if (!holds) {
@@ -31,4 +31,4 @@ inline UnicodeString utf16(std::span<const std::uint8_t> bytes) {
     return text;
 }
 
-}  // namespace ZroCommon::fuzz
+}  // namespace ZroCommon::fuzzing
