@@ -127,11 +127,7 @@ void addCheckCommand(CLI::App& program, Task& task) {
               "Stop a document at this number of errors (50); 0 for never")
         ->check(CLI::NonNegativeNumber);
     command.add_flag("-q,--quiet", options->quiet, "Print no line for each document");
-    command.callback([&task, options] {
-        task = [options](Session& session) {
-            check(session, *options);
-        };
-    });
+    setTask(command, task, options, check);
 }
 
 }  // namespace zro

@@ -76,11 +76,7 @@ void addColorCommand(CLI::App& program, Task& task) {
         "  zro color \"#f00 icc-color(#SEPARATION, 'Spot', 0.5)\"\n");
     command.alias("colour");
     addOption(command, "TEXT", *text, " ", "A colour")->required();
-    command.callback([&task, text] {
-        task = [text](Session& session) {
-            showColor(session, *text);
-        };
-    });
+    setTask(command, task, text, showColor);
 }
 
 }  // namespace zro

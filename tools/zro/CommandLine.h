@@ -1,8 +1,11 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include <CLI/CLI.hpp>
+
+#include "tools/zro/Session.h"
 
 namespace zro {
 
@@ -12,6 +15,16 @@ namespace zro {
 ///                  empty
 CLI::App& addCommand(CLI::App& parent, const std::string& name, const std::string& summary,
                      const std::string& notes, const std::string& examples);
+
+/// When the user chooses `command`, `task` becomes `run(session, options)`.
+template <class Options, class Run>
+void setTask(CLI::App& command, Task& task, const std::shared_ptr<Options>& options, Run run) {
+    command.callback([&task, options, run] {
+        task = [options, run](Session& session) {
+            run(session, *options);
+        };
+    });
+}
 
 /// Adds the argument that names a document.
 void addInput(CLI::App& command, const std::string& name, std::string& value);

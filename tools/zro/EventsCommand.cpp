@@ -184,11 +184,7 @@ void addEventsCommand(CLI::App& program, Task& task) {
     addInput(command, "URI", options->input);
     command.add_flag("--tokens", options->tokens,
                      "Every token, with comments and references as they stand");
-    command.callback([&task, options] {
-        task = [options](Session& session) {
-            printEvents(session, *options);
-        };
-    });
+    setTask(command, task, options, printEvents);
 }
 
 }  // namespace zro

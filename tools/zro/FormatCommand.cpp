@@ -50,11 +50,7 @@ void addFormatCommand(CLI::App& program, Task& task) {
               "Write this between <!DOCTYPE and >; without it there is no DOCTYPE");
     command.add_flag("--no-generator", options->noGenerator,
                      "Leave out the comment that names the library");
-    command.callback([&task, options] {
-        task = [options](Session& session) {
-            format(session, *options);
-        };
-    });
+    setTask(command, task, options, format);
 }
 
 }  // namespace zro

@@ -167,11 +167,7 @@ void addLoadCommand(CLI::App& program, Task& task) {
         ->excludes(output);
     addOption(command, "--properties", options->properties, "N",
               "Number of XSL-FO properties to list (8)");
-    command.callback([&task, options] {
-        task = [options](Session& session) {
-            load(session, *options);
-        };
-    });
+    setTask(command, task, options, load);
 }
 
 }  // namespace zro

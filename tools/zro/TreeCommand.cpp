@@ -160,11 +160,7 @@ void addTreeCommand(CLI::App& program, Task& task) {
     addInput(command, "URI", options->input);
     command.add_flag("--lines", options->lines, "Begin each line with the line in the source");
     command.add_flag("--whole-text", options->wholeText, "Do not cut long texts off");
-    command.callback([&task, options] {
-        task = [options](Session& session) {
-            printTree(session, *options);
-        };
-    });
+    setTask(command, task, options, printTree);
 }
 
 }  // namespace zro

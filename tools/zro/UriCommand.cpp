@@ -149,10 +149,8 @@ void addTextOperation(CLI::App& command, Task& task, const Operation& operation)
     if (operation.secondName != nullptr) {
         addOption(app, operation.secondName, arguments->second, " ", "Another")->required();
     }
-    app.callback([&task, &operation, arguments] {
-        task = [&operation, arguments](Session& session) {
-            print(session, operation, *arguments);
-        };
+    setTask(app, task, arguments, [&operation](Session& session, const Arguments& given) {
+        print(session, operation, given);
     });
 }
 
@@ -161,11 +159,7 @@ void addExplain(CLI::App& command, Task& task) {
     CLI::App& app =
         addOperation(command, "explain", "All that the library reads out of a text", arguments);
     addOption(app, "TEXT", arguments->first, " ", "A path or URI")->required();
-    app.callback([&task, arguments] {
-        task = [arguments](Session& session) {
-            explain(session, *arguments);
-        };
-    });
+    setTask(app, task, arguments, explain);
 }
 
 }  // namespace

@@ -168,11 +168,7 @@ void addValueCommand(CLI::App& program, Task& task) {
     command
         .add_flag("--extended", options->extended, "Read colours with icc-color(...) behind them")
         ->excludes(nonNumeric);
-    command.callback([&task, options] {
-        task = [options](Session& session) {
-            showValues(session, *options);
-        };
-    });
+    setTask(command, task, options, showValues);
 }
 
 void addLengthCommand(CLI::App& program, Task& task) {
@@ -188,11 +184,7 @@ void addLengthCommand(CLI::App& program, Task& task) {
             return unitOf(name) == ZroCommon::ZRValueUnitNone ? "\"" + name + "\" is no unit"
                                                               : std::string();
         });
-    command.callback([&task, options] {
-        task = [options](Session& session) {
-            convert(session, *options);
-        };
-    });
+    setTask(command, task, options, convert);
 }
 
 void addLinkCommand(CLI::App& program, Task& task) {
@@ -209,11 +201,7 @@ void addLinkCommand(CLI::App& program, Task& task) {
                        kLinkReaders[index].help);
     }
     group.require_option(0, 1);
-    command.callback([&task, options] {
-        task = [options](Session& session) {
-            showLink(session, *options);
-        };
-    });
+    setTask(command, task, options, showLink);
 }
 
 }  // namespace zro
