@@ -1,6 +1,9 @@
 #pragma once
 
+#include <initializer_list>
 #include <string>
+
+#include <gtest/gtest.h>
 
 #include "tests/support/Text.h"
 #include "zro/text/xls/XlsFormatString.h"
@@ -28,5 +31,14 @@ struct CellCase {
     const char* text;
     int width = 100;
 };
+
+inline void expectTexts(std::initializer_list<CellCase> cases, bool isSystem1904 = false) {
+    XlsFormatString formats;
+    formats.setDate1904(isSystem1904 ? 1 : 0);
+    for (const auto& [format, number, text, width] : cases) {
+        EXPECT_EQ(cellText(formats, format, number, width), text)
+            << utf8(format) << " of " << number;
+    }
+}
 
 }  // namespace ZroCommon::testing

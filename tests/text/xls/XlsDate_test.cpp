@@ -6,18 +6,8 @@
 namespace ZroCommon {
 namespace {
 
-using testing::CellCase;
 using testing::cellText;
-using testing::utf8;
-
-void expectTexts(std::initializer_list<CellCase> cases, bool isSystem1904 = false) {
-    XlsFormatString formats;
-    formats.setDate1904(isSystem1904 ? 1 : 0);
-    for (const auto& [format, number, text, width] : cases) {
-        EXPECT_EQ(cellText(formats, format, number, width), text)
-            << utf8(format) << " of " << number;
-    }
-}
+using testing::expectTexts;
 
 TEST(XlsDate, ShowsDates) {
     expectTexts({

@@ -11,13 +11,14 @@ namespace ZroCommon {
 namespace {
 
 using testing::cellText;
+using testing::expectTexts;
 using testing::utf8;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 TEST(XlsFormatString, ChoosesASection) {
-    const testing::CellCase cases[] = {
+    expectTexts({
         {u"\"a\"", -1, "-a"},
         {u"\"a\";\"b\"", 0, "a"},
         {u"\"a\";\"b\"", -1, "b"},
@@ -45,10 +46,7 @@ TEST(XlsFormatString, ChoosesASection) {
         {u"[-]0", 5, "untouched"},
         {u"[>]\"a\";[<>--5]\"b\"", 5, "b"},
         {u"[>=16777217]\"a\";\"b\"", 16777216, "a"},
-    };
-    for (const auto& [format, number, text, width] : cases) {
-        EXPECT_EQ(cellText(format, number, width), text) << utf8(format) << " of " << number;
-    }
+    });
 }
 
 // On purpose: conditions hold floats, and 0.1 is below the float next to it.
@@ -79,15 +77,16 @@ TEST(XlsFormatString, FormatStringClearsFill) {
 }
 
 TEST(XlsFormatString, FillsUpToTheWidth) {
-    const testing::CellCase cases[] = {
-        {u"*-0", 5, "-------5", 8},    {u"\\$* 0.0", 5, "$    5.0", 8},
-        {u"0*x*y", 5, "5yy", 3},       {u"0*\u3042", 5, "5\u3042\u3042", 3},
-        {u"yyyy*.", 61, "1900..", 6},  {u"0*", 5, "5", 3},
-        {u"0*x", 12345, "###(-3)", 3}, {u"0", 5, "(-3)", -1},
-    };
-    for (const auto& [format, number, text, width] : cases) {
-        EXPECT_EQ(cellText(format, number, width), text) << utf8(format);
-    }
+    expectTexts({
+        {u"*-0", 5, "-------5", 8},
+        {u"\\$* 0.0", 5, "$    5.0", 8},
+        {u"0*x*y", 5, "5yy", 3},
+        {u"0*\u3042", 5, "5\u3042\u3042", 3},
+        {u"yyyy*.", 61, "1900..", 6},
+        {u"0*", 5, "5", 3},
+        {u"0*x", 12345, "###(-3)", 3},
+        {u"0", 5, "(-3)", -1},
+    });
     EXPECT_EQ(cellText(u"0*x", 5, std::numeric_limits<int>::max()).size(), 32767U);
 }
 

@@ -10,16 +10,9 @@
 namespace ZroCommon {
 namespace {
 
-using testing::CellCase;
 using testing::cellText;
+using testing::expectTexts;
 using testing::utf8;
-
-void expectTexts(std::initializer_list<CellCase> cases) {
-    for (const auto& [format, number, text, width] : cases) {
-        EXPECT_EQ(cellText(format, number, width), text)
-            << utf8(format) << " of " << number << " in " << width;
-    }
-}
 
 TEST(XlsNumber, PlacesDigits) {
     expectTexts({
