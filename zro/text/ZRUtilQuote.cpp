@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "zro/foundation/ZREmptyString.h"
+#include "zro/foundation/internal/TextView.h"
 #include "zro/text/internal/SkipSpace.h"
 
 namespace ZroCommon {
@@ -19,10 +20,6 @@ bool has(ZRUtil::QuoteMode mode, ZRUtil::QuoteMode bits) {
 bool isQuote(char16_t c, ZRUtil::QuoteMode mode) {
     return (c == u'"' && has(mode, ZRUtil::QUOTE_DOUBLE))
            || (c == u'\'' && has(mode, ZRUtil::QUOTE_SINGLE));
-}
-
-std::u16string_view viewOf(const UnicodeString& text) {
-    return {text.getBuffer(), static_cast<std::size_t>(text.length())};
 }
 
 void append(UnicodeString& text, std::u16string_view piece) {
@@ -169,12 +166,12 @@ UnicodeString ZRUtil::quoteString(const UnicodeString& text, QuoteMode mode) {
     UnicodeString result;
     appendQuote(result, quote);
     if (has(mode, QUOTE_BACKSLASH)) {
-        appendEscaping(result, viewOf(text), quote);
+        appendEscaping(result, internal::viewOf(text), quote);
     } else if (quote == kNoQuote) {
         return text;
     } else if (has(mode, QUOTE_DOUBLING)) {
         const char16_t doubled[] = {quote, quote};
-        appendReplacing(result, viewOf(text), quote, {doubled, 2});
+        appendReplacing(result, internal::viewOf(text), quote, {doubled, 2});
     } else {
         result.append(text);
     }
@@ -200,7 +197,7 @@ UnicodeString ZRUtil::unquoteString(const UnicodeString& text, QuoteMode mode) {
 
 UnicodeString ZRUtil::quoteUri(const UnicodeString& text) {
     UnicodeString result(u"url(\"");
-    appendReplacing(result, viewOf(text), u'"', u"%22");
+    appendReplacing(result, internal::viewOf(text), u'"', u"%22");
     return result.append(u"\")");
 }
 

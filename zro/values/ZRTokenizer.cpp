@@ -1,16 +1,9 @@
 #include "zro/values/ZRTokenizer.h"
 
+#include "zro/foundation/internal/TextView.h"
 #include "zro/values/internal/ValueReader.h"
 
 namespace ZroCommon {
-namespace {
-
-std::u16string_view viewOf(const UnicodeString& text) {
-    return {text.getBuffer(), static_cast<std::size_t>(text.length())};
-}
-
-}  // namespace
-
 ZRTokenizer::ZRTokenizer(const UnicodeString& text) {
     if (!text.isBogus()) {
         m_source = text;
@@ -19,7 +12,8 @@ ZRTokenizer::ZRTokenizer(const UnicodeString& text) {
 }
 
 internal::ValueReader ZRTokenizer::reader() const {
-    return {m_source.getBuffer(), m_position, {ttype, nval, viewOf(sval)}, m_isPushedBack};
+    return {
+        m_source.getBuffer(), m_position, {ttype, nval, internal::viewOf(sval)}, m_isPushedBack};
 }
 
 void ZRTokenizer::takeOver(const internal::ValueReader& reader) {

@@ -4,6 +4,7 @@
 
 #include "zro/foundation/ZREmptyString.h"
 #include "zro/foundation/ZRLock.h"
+#include "zro/foundation/internal/TextView.h"
 #include "zro/vocabulary/internal/BuiltinNames.h"
 #include "zro/vocabulary/internal/NameHash.h"
 #include "zro/vocabulary/internal/NameStore.h"
@@ -11,10 +12,6 @@
 
 namespace ZroCommon {
 namespace {
-
-std::u16string_view viewOf(const UnicodeString& text) {
-    return {text.getBuffer(), static_cast<std::size_t>(text.length())};
-}
 
 // Guards the pointer below and every addition to any table.
 constinit ZRLock s_sharedNameTableLock;
@@ -64,7 +61,7 @@ UnicodeString ZRNameTable::getTypeName() const {
 }
 
 ZRNameEnum ZRNameTable::getSharedNameEnum(const UnicodeString& text) {
-    return internal::internSharedName(viewOf(text));
+    return internal::internSharedName(internal::viewOf(text));
 }
 
 const UnicodeString& ZRNameTable::getSharedNameString(ZRNameEnum number) {
@@ -119,7 +116,7 @@ void ZRNameTable::cleanup() {
 }
 
 ZRNameEnum ZRNameTable::lookupName(const UnicodeString& text) const {
-    const std::u16string_view view = viewOf(text);
+    const std::u16string_view view = internal::viewOf(text);
     const ZRNameEnum builtin = internal::findBuiltinName(view);
     if (builtin != ZRN_EMPTY || view.empty()) {
         return builtin;
@@ -140,7 +137,7 @@ ZRNameEnum ZRNameTable::getNameEnum(const UnicodeString& text) {
 }
 
 ZRNameEnum ZRNameTable::getNonBuiltinNameEnumMutexed(const UnicodeString& text) {
-    const std::u16string_view view = viewOf(text);
+    const std::u16string_view view = internal::viewOf(text);
     return m_store->intern(view, internal::keyedNameHash(view));
 }
 

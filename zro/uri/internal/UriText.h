@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "zro/foundation/internal/TextView.h"
 #include "zro/uri/ZRUri.h"
 
 namespace ZroCommon::internal {
@@ -18,15 +19,6 @@ struct ClassifiedUri {
 
 /// Decides how to read `text`, and takes "url(...)" and quotes off it where `type` says so.
 ClassifiedUri classifyUri(const UnicodeString& text, URISTRTYPE type);
-
-/// The units of a text, while it lives and stays unchanged.
-inline std::u16string_view viewOf(const UnicodeString& text) {
-    return {text.getBuffer(), static_cast<std::size_t>(text.length())};
-}
-
-inline UnicodeString textOf(std::u16string_view view) {
-    return {view.data(), static_cast<int32_t>(view.size())};
-}
 
 /// Without the whitespace at both ends, as ICU's `trim` has it.
 std::u16string_view trimmed(std::u16string_view text);

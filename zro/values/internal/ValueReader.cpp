@@ -8,20 +8,13 @@
 
 #include <unicode/locid.h>
 
+#include "zro/foundation/internal/TextView.h"
 #include "zro/text/ZRUtil.h"
 #include "zro/values/internal/UnitWord.h"
 #include "zro/vocabulary/internal/SharedNames.h"
 
 namespace ZroCommon::internal {
 namespace {
-
-UnicodeString textOf(std::u16string_view text) {
-    return {text.data(), static_cast<int32_t>(text.size())};
-}
-
-std::u16string_view viewOf(const UnicodeString& text) {
-    return {text.getBuffer(), static_cast<std::size_t>(text.length())};
-}
 
 // A number begins here, a sign aside.
 bool isNumberStart(const char16_t* text) {

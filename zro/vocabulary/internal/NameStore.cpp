@@ -2,12 +2,10 @@
 
 #include <bit>
 
+#include "zro/foundation/internal/TextView.h"
+
 namespace ZroCommon::internal {
 namespace {
-
-std::u16string_view viewOf(const UnicodeString& text) {
-    return {text.getBuffer(), static_cast<std::size_t>(text.length())};
-}
 
 // Where a number's slot lies: chunk k begins at index 1024 * (2^k - 1).
 struct Place {

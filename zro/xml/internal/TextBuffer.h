@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "zro/foundation/Text.h"
+#include "zro/foundation/internal/TextView.h"
 
 namespace ZroCommon::internal {
 
@@ -83,11 +84,6 @@ private:
 
 /// A `UnicodeString` of these units. \throws ZRError  0x0801 without memory.
 UnicodeString makeText(std::u16string_view units);
-
-/// The units of a text.
-inline std::u16string_view viewOf(const UnicodeString& text) {
-    return {text.getBuffer(), static_cast<std::size_t>(text.length())};
-}
 
 /// \throws ZRError  always: 0x0801, "Out of memory."
 [[noreturn]] void throwOutOfMemory();

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "zro/foundation/Text.h"
+#include "zro/foundation/internal/TextView.h"
 #include "zro/platform/internal/CharEncoder.h"
 #include "zro/xml/internal/PlainRun.h"
 
@@ -56,10 +57,6 @@ public:
 private:
     static constexpr std::size_t kBlockSize = 16384;
     static constexpr std::size_t kReserve = 16;  // room for the longest piece of one character
-
-    static std::u16string_view viewOf(const UnicodeString& text) {
-        return {text.getBuffer(), static_cast<std::size_t>(text.length())};
-    }
 
     template <Escape kEscape>
     void putEscaped(std::u16string_view text);
