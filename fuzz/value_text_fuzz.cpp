@@ -12,11 +12,17 @@ namespace {
 
 using namespace ZroCommon;  // NOLINT(google-build-using-namespace)
 
+// What is read as an integer has no negative zero, so "-0" of a real comes back as "0".
+bool isNegativeZero(const ZRValue& value) {
+    return value.getValueType() == ZRValueTypeReal && value.getUnitType() == ZRValueUnitNumber
+           && value.toString() == u"-0";
+}
+
 // Quotation marks are not printed, so a string does not come back as itself.
 void check(const UnicodeString& text, const ZRValue& value) {
     fuzzing::require(!value.isNull());
     fuzzing::require(!value.isUnknownString() || value.toString() == text);
-    if (value.isString()) {
+    if (value.isString() || isNegativeZero(value)) {
         return;
     }
     const UnicodeString printed = value.toString();
