@@ -9,12 +9,15 @@
 
 namespace ZroCommon {
 
-/// Static helpers over texts and numbers. Nothing is held but what is built on first need and freed
-/// by `cleanup`.
+class ZRLang;
+class ZRName;
+enum ZRNameEnum : std::int32_t;
+
+/// Static helpers over texts and numbers, which hold no state.
 ///
 /// Nothing here throws for bad text, and nothing depends on the locale. Functions that read from a
 /// `text` pointer read UTF-16 up to its U+0000, and set `*end`, where `end` is given, behind what
-/// they have taken. Pure functions for any thread, but for `cleanup`.
+/// they have taken. Pure functions for any thread.
 class ZRO_API ZRUtil {
 public:
     /// How a text is quoted: bits, joined by `|`.
@@ -57,6 +60,38 @@ public:
     static float getNaNf() { return std::numeric_limits<float>::quiet_NaN(); }
     static bool isNaN(double number) { return number != number; }
     static bool isNaN(float number) { return number != number; }
+
+    // Numbers as labels.
+
+    /// The label of a number, as `xsl:number` and page numbers have it.
+    ///
+    /// The format is a token of letters and digits with text around it: "1", "01", "a", "I", "(i)",
+    /// "一", "甲子". Two digits and more fill up with zeros; several full-width or wide characters
+    /// are an alphabet of their own; one mark repeated ("***") repeats as often as the number says.
+    /// Numbers below 1 have a zero in systems of letters. What a system cannot write is written in
+    /// decimal.
+    ///
+    /// \param groupingSeparator  stands between groups of digits, and behind Hebrew thousands
+    /// \param groupingSize       characters in a group, the sign counted; 0 for no groups
+    /// \param lang               the language whose alphabet letters are of; one with a country has
+    ///                           none
+    /// \param letterValue        of no effect
+    static UnicodeString formatNumber(int num, const UnicodeString& format,
+                                      const UnicodeString& groupingSeparator, int groupingSize,
+                                      ZRLang lang, ZRNameEnum letterValue);
+
+    /// Rewrites the numbers inside a text in Japanese numerals, and its other ASCII in full width.
+    ///
+    /// \param method  `grouping` writes the units of groups of four digits (一二三四万五六七八),
+    ///                `readable` all units (千二百三十四万五千), any other name none
+    /// \param digits  `kanji` for 〇 to 九, `latin` for full-width digits; the text of any other
+    /// name
+    ///                replaces the digits from 〇 on, as far as it reaches
+    /// \param units   replaces 十百千万億兆京垓秭穣溝澗正載極 as far as it reaches
+    /// \param spare   of no effect
+    static UnicodeString convertKansuji(const UnicodeString& text, const ZRName& method,
+                                        const ZRName& digits, const UnicodeString& units,
+                                        const UnicodeString& spare);
 
     // Quotes. Failure is `ZRBogusString::BOGUS_VALUE`.
 
@@ -102,7 +137,7 @@ public:
     /// not builtin are interned.
     static UnicodeString getStandardEncoding(const UnicodeString& name);
 
-    /// Frees what was built on first need. Part of the library's `cleanup`.
+    /// Does nothing: alphabets are constants. Part of the library's `cleanup`.
     static void cleanup();
 
     /// Does nothing: something for a client to call, so that its linker keeps the library.

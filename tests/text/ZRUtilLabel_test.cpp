@@ -1,0 +1,256 @@
+#include "zro/text/ZRUtil.h"
+
+#include <limits>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/Text.h"
+#include "zro/text/ZRLang.h"
+#include "zro/text/internal/Alphabets.h"
+#include "zro/vocabulary/ZRName.h"
+
+namespace ZroCommon {
+namespace {
+
+using testing::text;
+using testing::utf8;
+
+std::string label(int number, const UnicodeString& format, const char* language = "",
+                  const char16_t* separator = u"", int size = 0) {
+    return utf8(ZRUtil::formatNumber(number, format, separator, size, ZRLang(language), ZRN_EMPTY));
+}
+
+struct Row {
+    int number;
+    const char16_t* format;
+    const char* expected;
+    const char* language = "";
+};
+
+template <std::size_t Count>
+void expectLabels(const Row (&rows)[Count]) {
+    for (const auto& [number, format, expected, language] : rows) {
+        EXPECT_EQ(label(number, format, language), expected)
+            << number << " as " << utf8(format) << ' ' << language;
+    }
+}
+
+constexpr int kMin = std::numeric_limits<int>::min();
+
+TEST(ZRUtilLabel, AFormatIsATokenWithTextAroundIt) {
+    expectLabels({{5, u"", "5"},
+                  {-7, u"1", "-7"},
+                  {5, u"1.", "5."},
+                  {3, u"(a)", "(c)"},
+                  {3, u"[ Ⅰ ]", "[ Ⅲ ]"},
+                  {3, u"a.b", "c.b"},
+                  {3, u"-1-1-", "-3-1-"},
+                  {3, u"...", "..."},
+                  {3, u".-", ".-3"},
+                  {5, u"*", "*5"},
+                  {5, u"z", "5"},
+                  {5, u"ab", "5"},
+                  {5, u"(\U0001F600)", "(\U0001F600)5"},
+                  {2, u"\U00010400",
+                   "\U00010400"
+                   "2"}});
+}
+
+TEST(ZRUtilLabel, DigitsFillUpWithZeros) {
+    expectLabels({{7, u"001", "007"},
+                  {12345, u"001", "12345"},
+                  {-5, u"001", "-05"},
+                  {kMin, u"01", "-2147483648"},
+                  {12, u"٠١", "١٢"},
+                  {9, u"०००१", "०००९"},
+                  {-12, u"０１", "－１２"},
+                  {10, u"๑", "๑๐"},
+                  {3, u"௧", "3"},      // Tamil is no digit set
+                  {3, u"0x1", "003"},  // the first and the last character count
+                  {3, u"02", "3"},
+                  {305, u"一", "三〇五"},
+                  {5, u"〇一", "〇五"},  // 〇 is no letter, so it is text
+                  {5, u"영일", "영오"},
+                  {-5, u"일", "-오"}});
+    const std::string zeros = label(1, UnicodeString(100000, u'0', 100000) + u"1");
+    EXPECT_EQ(zeros, std::string(100000, '0') + "1");
+}
+
+// On purpose: a sign counts as a character of a group.
+TEST(ZRUtilLabel, GroupsCountTheSign) {
+    const struct {
+        int number;
+        const char16_t* format;
+        int size;
+        const char* expected;
+    } rows[] = {{1234567, u"1", 3, "1,234,567"},
+                {1234567, u"", -3, "1,234,567"},
+                {123, u"(1)", 3, "(123)"},
+                {-123, u"1", 3, "-,123"},
+                {12, u"00001", 2, "0,00,12"},
+                {1234, u"z", 1, "1,2,3,4"},
+                {1234567, u"一", 4, "一二三,四五六七"},
+                {1234567, u"1", 0, "1234567"},
+                {1234567, u"1", kMin, "1234567"},
+                {4000, u"i", 3, "4,000"},
+                {12345, u"***", 3, "*12,345"},
+                {12345, u"Α", 2, "ΦΚΙ"},
+                {1000, u"א", 3, "א,"},
+                {2015016, u"א", 3, "ב,טו,טז"}};
+    for (const auto& [number, format, size, expected] : rows) {
+        EXPECT_EQ(label(number, format, "", u",", size), expected) << number << utf8(format);
+    }
+}
+
+TEST(ZRUtilLabel, LettersCountWithoutAZero) {
+    expectLabels({{27, u"a", "aa"},          {52, u"a", "az"},
+                  {53, u"A", "BA"},          {std::numeric_limits<int>::max(), u"a", "fxshrxw"},
+                  {27, u"a", "ß", "de"},     {27, u"a", "aa", "de-DE"},
+                  {27, u"A", "AA", "de"},    {21, u"a", "ö", "fi"},
+                  {21, u"A", "AA", "fi"},    {5, u"A", "Ε", "el"},
+                  {29, u"a", "я", "ru"},     {29, u"а", "я", "be"},
+                  {29, u"А", "АВ", "be"},    {25, u"α", "αα", "ru"},
+                  {29, u"а", "я", "de"},     {27, u"a", "ß", "ger"},
+                  {27, u"ａ", "ａａ", "de"}, {29, u"أ", "أأ"},
+                  {47, u"ア", "アア"},       {47, u"イ", "ス"},
+                  {46, u"ｲ", "ｲｲ"},          {15, u"ㄱ", "ㄱㄱ"},
+                  {11, u"子", "\u620D"},     {11, u"甲", "甲甲"},
+                  {1, u"甲子", "甲子"},      {60, u"甲子", "癸亥"},
+                  {61, u"甲子", "甲子"},     {5, u"(春夏秋冬)", "(春春)"},
+                  {3, u"イロ", "イイ"}});
+}
+
+TEST(ZRUtilLabel, RomanNumerals) {
+    expectLabels({{3999, u"i", "mmmcmxcix"},
+                  {4000, u"i", "4000"},
+                  {444, u"I.", "CDXLIV."},
+                  {888, u"Ｉ", "ＤＣＣＣＬＸＸＸＶＩＩＩ"},
+                  {4000, u"ｉ", "４０００"},
+                  {4, u"Ⅰ", "Ⅳ"},
+                  {12, u"ⅰ", "ⅻ"},
+                  {13, u"Ⅰ", "ⅩⅢ"},
+                  {1012, u"Ⅰ", "\u2180Ⅻ"},
+                  {1013, u"ⅰ", "ⅿⅹⅲ"},
+                  {9000, u"ⅰ", "ⅿ\u2182"},
+                  {39999, u"Ⅰ", "\u2182\u2182\u2182\u2180\u2182Ⅽ\u2180ⅩⅭⅨ"},
+                  {40000, u"Ⅰ", "40000"}});
+}
+
+TEST(ZRUtilLabel, OneLetterForEachDigit) {
+    expectLabels({{15, u"א", "טו"},
+                  {116, u"א", "קטז"},
+                  {500, u"א", "ך"},
+                  {999, u"א", "ץצט"},
+                  {15000, u"א", "טו"},
+                  {1111, u"Ա", "ՌՃԺԱ"},
+                  {9999, u"ա", "քջղթ"},
+                  {10000, u"Ա", ""},
+                  {10001, u"(Ա)", "(Ա)"},
+                  {11111, u"ა", "ჵჩრია"},
+                  {20000, u"ა", ""},
+                  {20009, u"ა", "თ"}});
+}
+
+TEST(ZRUtilLabel, BelowOneLettersHaveAZero) {
+    for (const int number : {0, -1, kMin}) {
+        expectLabels({{number, u"a", "0"},
+                      {number, u"I", "0"},
+                      {number, u"א", "0"},
+                      {number, u"أ", "٠"},
+                      {number, u"い", "〇"},
+                      {number, u"가", "영"},
+                      {number, u"Ａ", "０"},
+                      {number, u"甲子", "〇"},
+                      {number, u"春夏", "〇"}});
+    }
+}
+
+TEST(ZRUtilLabel, LettersAndDigitsRepeatedAreMarksToo) {
+    expectLabels({{2, u"***", "**"},
+                  {4, u"***", "*4"},
+                  {0, u"***", "*0"},
+                  {-1, u"††", "†-1"},
+                  {2, u"ii", "ii"},
+                  {3, u"11", "13"},
+                  {1, u"一一", "一"},
+                  {3, u"(ii)", "(3)"},
+                  {3, u"(11)", "(3)"}});
+}
+
+TEST(ZRUtilLabel, SixtySevenAlphabets) {
+    const std::string languages =
+        "be bg cs da de el eo es et eu fi ga hu is it lt lv mk mt nl no pl "
+        "ro ru sk sl sq sr sv tg tr uk uz vi";
+    int count = 0;
+    std::size_t letters = 0;
+    for (std::size_t at = 0; at < languages.size(); at += 3) {
+        const ZRLang language(languages.substr(at, 2).c_str());
+        for (const bool isUpper : {false, true}) {
+            const auto row = internal::lettersOf(language, internal::LetterScript::Any, isUpper);
+            count += row.empty() ? 0 : 1;
+            letters += row.size();
+            ZRUtil::cleanup();  // which takes nothing away
+        }
+    }
+    EXPECT_EQ(count, 67);
+    EXPECT_EQ(letters, 1957U);
+}
+
+std::string kansuji(const std::string& source, ZRNameEnum method, ZRName digits = ZRN_kanji,
+                    const char16_t* units = u"") {
+    return utf8(ZRUtil::convertKansuji(text(source), method, digits, units, u"spare"));
+}
+
+TEST(ZRUtilKansuji, WritesNumbersInThreeWays) {
+    const struct {
+        const char* source;
+        const char* plain;
+        const char* grouping;
+        const char* readable;
+    } rows[] = {
+        {"", "", "", ""},
+        {"0", "〇", "〇", "〇"},
+        {"0円", "〇円", "〇円", "円"},
+        {"0.5", "〇・五", "〇・五", "・五"},
+        {"0,", "〇、", "〇", "〇"},
+        {"1000", "一〇〇〇", "一〇〇〇", "千"},
+        {"1050", "一〇五〇", "一〇五〇", "千五十"},
+        {"12,345.67円", "一二、三四五・六七円", "一万二三四五・六七円",
+         "一万二千三百四十五・六七円"},
+        {"12345678", "一二三四五六七八", "一二三四万五六七八", "千二百三十四万五千六百七十八"},
+        {"100000000", "一〇〇〇〇〇〇〇〇", "一億", "一億万"},
+        {"120000000", "一二〇〇〇〇〇〇〇", "一億二〇〇〇万", "一億二千万"},
+        {"00012345", "〇〇〇一二三四五", "〇〇〇一万二三四五", "一万二千三百四十五"},
+        {"00000000", "〇〇〇〇〇〇〇〇", "〇〇〇〇万〇〇〇〇", "〇"},
+        {"1.2.3,a", "一・二．三、ａ", "一・二．三ａ", "一・二．三ａ"},
+        {"1.,2", "一・，二", "一・，二", "一・，二"},
+        {".5 a~漢", "．五 ａ～漢", "．五 ａ～漢", "．五 ａ～漢"},
+    };
+    for (const auto& [source, plain, grouping, readable] : rows) {
+        EXPECT_EQ(kansuji(source, ZRN_auto), plain) << source;
+        EXPECT_EQ(kansuji(source, ZRN_grouping), grouping) << source;
+        EXPECT_EQ(kansuji(source, ZRN_readable), readable) << source;
+    }
+}
+
+// The unit 極 ends at the 52nd digit; digits above it have none.
+TEST(ZRUtilKansuji, DigitsAboveTheLargestUnit) {
+    const std::string long52 = "1" + std::string(48, '0');
+    const std::string long53 = "1" + std::string(52, '0');
+    EXPECT_EQ(kansuji(long52, ZRN_grouping), "一極");
+    EXPECT_EQ(kansuji(long52, ZRN_readable), "一極載正澗溝穣秭垓京兆億万");
+    EXPECT_EQ(kansuji(long53, ZRN_grouping), "一〇〇〇〇極");
+    EXPECT_EQ(kansuji("5," + long53, ZRN_readable), "五一〇〇〇〇極載正澗溝穣秭垓京兆億万");
+}
+
+TEST(ZRUtilKansuji, DigitsAndUnitsAreReplaced) {
+    EXPECT_EQ(kansuji("12340", ZRN_readable, ZRN_latin), "１万２千３百４十");
+    EXPECT_EQ(kansuji("12340", ZRN_readable, ZRName(u"零壱弐"), u"拾佰"), "壱万弐千三佰四拾");
+    EXPECT_EQ(kansuji("1,2.3", ZRN_auto, ZRName(u"0123456789XYZ"), u"abcdefghijklmnopqrst"),
+              "1、2・3");
+    EXPECT_EQ(kansuji("10000", ZRN_grouping, ZRN_kanji, u"abcdefghijklmnopqrst"), "一d");
+}
+
+}  // namespace
+}  // namespace ZroCommon
