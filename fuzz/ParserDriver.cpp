@@ -142,7 +142,7 @@ ZRLimits smallLimits() {
     ZRLimits limits;
     limits.elementDepth = 1024;
     limits.entityExpansionFactor = 20;
-    limits.entityExpansionThreshold = 64 * 1024;
+    limits.entityExpansionThreshold = std::uint64_t{64} * 1024;
     limits.inputNesting = 8;
     return limits;
 }

@@ -12,6 +12,7 @@
 #include "zro/dom/ZRNodeIterator.h"
 #include "zro/dom/ZRNodeList.h"
 #include "zro/dom/ZRTextNode.h"
+#include "zro/dom/ZRTreeCheck.h"
 #include "zro/dom/ZRTreeIterator.h"
 #include "zro/foundation/Export.h"
 #include "zro/foundation/Text.h"

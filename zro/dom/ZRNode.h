@@ -219,7 +219,7 @@ public:
     long deleteAllChildNodes();
 
     /// Nodes lie in slabs, by size; they may be freed one by one by any thread.
-    static void* operator new(std::size_t size);
+    static void* operator new(std::size_t size);  // NOLINT(misc-new-delete-overloads): sized, below
     static void operator delete(void* memory, std::size_t size);
 
 protected:

@@ -1,8 +1,11 @@
 // How nodes are linked into a tree and out of it.
 #include "zro/dom/ZRNode.h"
 
+#include <cassert>
+
 #include "zro/dom/ZRDocument.h"
 #include "zro/dom/ZRElement.h"
+#include "zro/dom/ZRTreeCheck.h"
 #include "zro/dom/internal/AttrNodeMap.h"
 #include "zro/foundation/internal/Raise.h"
 
@@ -18,6 +21,10 @@ void requireNode(const ZRNode* node, ErrorSite site, const char16_t* name) {
     if (node == nullptr) {
         throwLibraryError(LibraryError::NullArgument, site, name);
     }
+}
+
+void assertNotUnderItself([[maybe_unused]] const ZRNode& child) {
+    assert(!ZRTreeCheck::areAssertionsOn() || ZRTreeCheck::findCycle(&child) == nullptr);
 }
 
 }  // namespace
@@ -140,6 +147,7 @@ void ZRNode::leaveOldParent(ZRNode& node) {
 
 void ZRNode::linkBefore(ZRNode& child, ZRNode* refChild) {
     child.m_parent = this;
+    assertNotUnderItself(child);
     if (m_lastChild == nullptr) {
         child.m_next = &child;
         m_lastChild = &child;
@@ -160,6 +168,7 @@ void ZRNode::linkBefore(ZRNode& child, ZRNode* refChild) {
 void ZRNode::linkInPlaceOf(ZRNode& child, ZRNode& oldChild) {
     ZRNode* next = oldChild.m_next;
     child.m_parent = this;
+    assertNotUnderItself(child);
     child.m_previous = oldChild.m_previous;
     child.m_next = next == &oldChild ? &child : next;
     (oldChild.m_previous != nullptr ? oldChild.m_previous : m_lastChild)->m_next = &child;
