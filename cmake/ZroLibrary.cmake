@@ -22,8 +22,8 @@ function(zro_library)
       FILES ${_headers} "${PROJECT_SOURCE_DIR}/zro/ZroCommon.h"
     FILE_SET rows TYPE HEADERS BASE_DIRS "${PROJECT_SOURCE_DIR}" FILES ${_rows})
   target_compile_features(${LIB_TARGET} PUBLIC cxx_std_20)
-  target_link_libraries(${LIB_TARGET} PUBLIC ICU::i18n ICU::uc PRIVATE Threads::Threads
-    ${CMAKE_DL_LIBS})
+  target_link_libraries(${LIB_TARGET} PUBLIC ICU::i18n ICU::uc PRIVATE ZLIB::ZLIB
+    Threads::Threads ${CMAKE_DL_LIBS})
   set_target_properties(${LIB_TARGET} PROPERTIES
     LINKER_LANGUAGE CXX OUTPUT_NAME zrocommon EXPORT_NAME ${LIB_EXPORT_NAME}
     VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}

@@ -25,6 +25,8 @@
 #include "zro/foundation/ZRPtr.h"
 #include "zro/foundation/ZRRCObject.h"
 #include "zro/streams/ZRMemStream.h"
+#include "zro/streams/ZRStrStream.h"
+#include "zro/streams/compression/ZRInflaterStream.h"
 #include "zro/text/ZRChar.h"
 #include "zro/text/ZRLang.h"
 #include "zro/text/ZRScript.h"

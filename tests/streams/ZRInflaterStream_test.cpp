@@ -1,0 +1,109 @@
+#include "zro/streams/compression/ZRInflaterStream.h"
+
+#include <iterator>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/Deflate.h"
+
+namespace ZroCommon::testing {
+namespace {
+
+std::string restOf(std::istream& stream) {
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+std::string inflated(const std::string& block, bool copy = false) {
+    ZRInflaterStream stream(block.data(), block.size(), copy);
+    return restOf(stream);
+}
+
+TEST(ZRInflaterStream, ExpandsABlockOfAnySize) {
+    for (const std::size_t size : {0U, 1U, 9U, 4095U, 4096U, 4097U, 32768U, 32769U, 200000U}) {
+        const std::string bytes = noise(size);
+        for (const int level : {0, 1, 9}) {
+            EXPECT_EQ(inflated(deflated(bytes, kRaw, level)), bytes) << size << " at " << level;
+        }
+    }
+    EXPECT_EQ(inflated(""), "") << "a block without a byte ends at once";
+    ZRInflaterStream nothing(nullptr, 0, true);
+    EXPECT_EQ(nothing.get(), EOF);
+}
+
+TEST(ZRInflaterStream, CopiesTheBlockWhenAsked) {
+    std::string block = deflated("abc");
+    ZRInflaterStream stream(block.data(), block.size(), true);
+    block.assign(block.size(), '\xFF');
+    EXPECT_EQ(restOf(stream), "abc");
+}
+
+TEST(ZRInflaterStream, PutsBackTenBytesAnywhere) {
+    const std::string bytes = noise(100000);
+    const std::string block = deflated(bytes);
+    ZRInflaterStream stream(block.data(), block.size(), false);
+    std::string last(10, '\0');
+    for (std::size_t at = 0; at < bytes.size(); ++at) {
+        ASSERT_EQ(stream.get(), bytes[at]) << at;
+        if (at % 4096 >= 9 && at % 4096 < 40) {
+            for (std::size_t back = 0; back < last.size(); ++back) {
+                ASSERT_TRUE(stream.unget()) << at;
+            }
+            stream.read(last.data(), 10);
+            ASSERT_EQ(last, bytes.substr(at - 9, 10));
+        }
+    }
+    EXPECT_EQ(stream.get(), EOF);
+    stream.clear();
+    EXPECT_TRUE(stream.unget()) << "also at the end";
+    EXPECT_EQ(stream.get(), bytes.back());
+}
+
+TEST(ZRInflaterStream, ResetGivesTheDataAgain) {
+    const std::string bytes = noise(50000);
+    const std::string block = deflated(bytes);
+    ZRInflaterStream stream(block.data(), block.size(), false);
+    for (const std::streamsize wanted : {0, 1, 40000, 60000}) {
+        stream.ignore(wanted);
+        stream.reset();
+        EXPECT_TRUE(stream.good());
+        EXPECT_FALSE(stream.unget()) << "nothing lies before the first byte";
+        stream.clear();
+        EXPECT_EQ(restOf(stream), bytes) << "behind " << wanted;
+        stream.reset();
+    }
+}
+
+// Whatever is cut off or changed, what came before it is given, and then the stream ends.
+TEST(ZRInflaterStream, DamagedDataGivesWhatCameBefore) {
+    const std::string bytes = noise(6000);
+    const std::string block = deflated(bytes);
+    std::size_t last = 0;
+    for (std::size_t cut = 0; cut < block.size(); ++cut) {
+        const std::string got = inflated(block.substr(0, cut));
+        ASSERT_TRUE(bytes.starts_with(got) && got.size() >= last) << "cut at " << cut;
+        last = got.size();
+    }
+    EXPECT_GT(last, bytes.size() - 4) << "nearly all of it comes before the last byte";
+    const std::string stored = deflated(bytes, kRaw, 0);
+    EXPECT_EQ(inflated(stored.substr(0, 105)), bytes.substr(0, 100));
+    EXPECT_EQ(inflated(deflated("abc", kRaw, 0) + "\x07"), "abc") << "what follows is not read";
+    std::string broken = deflated(bytes, kRaw, 0);
+    broken[0] = 0;  // not the last block, so another has to follow
+    EXPECT_EQ(inflated(broken + "\x07"), bytes) << "a block of a kind that there is not";
+}
+
+TEST(ZRInflaterStream, BombsExpandPieceByPiece) {
+    const std::string block = deflated(std::string(1U << 24U, '\0'), kRaw, 9);
+    EXPECT_LT(block.size(), 17000U);
+    ZRInflaterStream stream(block.data(), block.size(), false);
+    std::size_t count = 0;
+    for (std::string piece(1000, 'x'); stream.read(piece.data(), 1000); count += 1000) {
+        ASSERT_EQ(piece.find_first_not_of('\0'), std::string::npos);
+        ASSERT_LE(stream.rdbuf()->in_avail(), 32768);
+    }
+    EXPECT_EQ(count + static_cast<std::size_t>(stream.gcount()), 1U << 24U);
+}
+
+}  // namespace
+}  // namespace ZroCommon::testing

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <span>
+
+namespace ZroCommon::internal {
+
+/// The memory behind a get area: a block for expanded bytes, and before it room for the last few of
+/// the block before, so that a reader may put them back.
+class ExpandedBlock {
+public:
+    static constexpr std::size_t kPutback = 10;
+    static constexpr std::size_t kSize = 32768;
+
+    /// Keeps what can still be put back of a get area that is used up. Nothing in the block
+    /// changes yet, so the area stands as it is if no more bytes come.
+    /// \return where the next bytes go
+    std::span<char> next(const char* areaBegin, const char* areaEnd) {
+        m_kept = std::min(static_cast<std::size_t>(areaEnd - areaBegin), kPutback);
+        std::copy_n(areaEnd - m_kept, m_kept, m_last.begin());
+        return {bytes(), kSize};
+    }
+
+    /// Where the new get area begins: before what `next` kept.
+    char* begin() { return std::copy_backward(m_last.begin(), m_last.begin() + m_kept, bytes()); }
+    char* bytes() { return m_memory.get() + kPutback; }
+
+private:
+    std::unique_ptr<char[]> m_memory = std::make_unique_for_overwrite<char[]>(kPutback + kSize);
+    std::array<char, kPutback> m_last;
+    std::size_t m_kept = 0;
+};
+
+}  // namespace ZroCommon::internal

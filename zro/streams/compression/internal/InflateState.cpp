@@ -1,0 +1,94 @@
+#include "zro/streams/compression/internal/InflateState.h"
+
+#include <algorithm>
+#include <limits>
+#include <new>
+
+namespace ZroCommon::internal {
+namespace {
+
+constexpr std::size_t kLargestPiece = std::size_t{1} << 30U;
+static_assert(kLargestPiece <= std::numeric_limits<uInt>::max());
+
+// As zlib asks for it: negative for no framing, 16 more for gzip's.
+int windowBits(Framing framing) {
+    return framing == Framing::Raw ? -MAX_WBITS : MAX_WBITS + 16;
+}
+
+uInt pieceOf(std::size_t size) {
+    return static_cast<uInt>(std::min(size, kLargestPiece));
+}
+
+}  // namespace
+
+InflateState::InflateState(Framing framing)
+    : m_setUp(inflateInit2(&m_stream, windowBits(framing))) {
+    if (isReady() && framing == Framing::Gzip) {
+        inflateValidate(&m_stream, 0);
+    }
+}
+
+InflateState::~InflateState() {
+    if (isReady()) {
+        inflateEnd(&m_stream);
+    }
+}
+
+void InflateState::restart() {
+    if (isReady()) {
+        inflateReset(&m_stream);
+    }
+    setInput({}, false);
+    m_status = Status::Running;
+}
+
+void InflateState::setInput(std::span<const char> input, bool isLast) {
+    m_input = input;
+    m_isLast = isLast;
+    m_stream.avail_in = 0;
+}
+
+void InflateState::feed() {
+    if (m_stream.avail_in == 0 && !m_input.empty()) {
+        const uInt size = pieceOf(m_input.size());
+        // zlib only reads its input, but not all of its versions say so.
+        m_stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(m_input.data()));
+        m_stream.avail_in = size;
+        m_input = m_input.subspan(size);
+    }
+}
+
+void InflateState::judge(int code) {
+    if (code == Z_MEM_ERROR) {
+        throw std::bad_alloc();
+    }
+    if (code == Z_STREAM_END) {
+        m_status = Status::Complete;
+    } else if (code != Z_OK && code != Z_BUF_ERROR) {
+        m_status = Status::Broken;
+    }
+}
+
+std::size_t InflateState::expand(std::span<char> room) {
+    if (!isReady()) {
+        throw std::bad_alloc();
+    }
+    std::size_t made = 0;
+    while (made < room.size() && m_status == Status::Running) {
+        feed();
+        const uInt wanted = pieceOf(room.size() - made);
+        m_stream.next_out = reinterpret_cast<Bytef*>(room.data() + made);
+        m_stream.avail_out = wanted;
+        // The last step needs no window for steps to come.
+        const bool isLastStep = m_isLast && m_input.empty();
+        const int code = inflate(&m_stream, isLastStep ? Z_FINISH : Z_NO_FLUSH);
+        made += wanted - m_stream.avail_out;
+        judge(code);
+        if (inputLeft() == 0 && m_stream.avail_out > 0) {
+            break;
+        }
+    }
+    return made;
+}
+
+}  // namespace ZroCommon::internal

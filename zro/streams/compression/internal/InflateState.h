@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include <zlib.h>
+
+namespace ZroCommon::internal {
+
+/// What stands around the compressed data.
+enum class Framing : std::uint8_t { Raw, Gzip };
+
+/// Expands deflated data that comes in pieces of any size, to room of any size.
+///
+/// Check values behind the data are not looked at: what could be expanded is worth having.
+class InflateState {
+public:
+    explicit InflateState(Framing framing);
+    InflateState(const InflateState&) = delete;
+    InflateState& operator=(const InflateState&) = delete;
+    ~InflateState();
+
+    /// False when it could not be set up; then nothing may be expanded.
+    bool isReady() const { return m_setUp == Z_OK; }
+
+    /// Forgets input and state, for a new member.
+    void restart();
+
+    /// Sets the next piece of the input; it has to last until it is used up.
+    /// \param isLast  true when nothing comes behind it, which spares work on small data
+    void setInput(std::span<const char> input, bool isLast);
+    std::size_t inputLeft() const { return m_stream.avail_in + m_input.size(); }
+
+    /// Expands until the room is full, the input is used up, or the data ends.
+    /// \return the number of bytes made
+    /// \throws std::bad_alloc  when there is no memory
+    std::size_t expand(std::span<char> room);
+
+    /// True behind the last byte of sound data.
+    bool isComplete() const { return m_status == Status::Complete; }
+    /// True when the data is damaged: nothing more will come.
+    bool isBroken() const { return m_status == Status::Broken; }
+
+private:
+    enum class Status : std::uint8_t { Running, Complete, Broken };
+
+    void feed();
+    void judge(int code);
+
+    z_stream m_stream{};
+    std::span<const char> m_input;  // what does not fit in the 32-bit count of zlib
+    bool m_isLast = false;
+    Status m_status = Status::Running;
+    int m_setUp;
+};
+
+}  // namespace ZroCommon::internal
