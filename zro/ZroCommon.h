@@ -27,6 +27,8 @@
 #include "zro/streams/ZRMemStream.h"
 #include "zro/streams/ZRStrStream.h"
 #include "zro/streams/compression/ZRInflaterStream.h"
+#include "zro/streams/transcoding/ZRTCVOStream.h"
+#include "zro/streams/transcoding/ZRTCVStream.h"
 #include "zro/text/ZRChar.h"
 #include "zro/text/ZRLang.h"
 #include "zro/text/ZRScript.h"
