@@ -149,10 +149,6 @@ private:
     std::vector<std::string> m_faults;
 };
 
-bool isBuiltinCodec(const std::string& codec) {
-    return codec.starts_with("utf-") || codec == "latin-1" || codec == "ascii";
-}
-
 }  // namespace
 
 int surveyRealDocuments(const std::string& dataDir, std::ostream& out) {
@@ -164,10 +160,9 @@ int surveyRealDocuments(const std::string& dataDir, std::ostream& out) {
         }
     }
     const Table encodings(dataDir + "/xml/encodings/encodings.tsv");
-    for (const Table::Row& row : encodings.rows()) {
-        if (isBuiltinCodec(row.at("codec"))) {
-            survey.check(dataDir + "/", "xml/encodings/" + row.at("file"), row);
-        }
+    for (Table::Row row : encodings.rows()) {
+        row["text_sha256"] = row.at("text_sha256_icu");  // some converters differ by a character
+        survey.check(dataDir + "/", "xml/encodings/" + row.at("file"), row);
     }
     return survey.report();
 }

@@ -109,6 +109,29 @@ TEST(XmlParserEncoding, UnknownEncodings) {
               "throws 6197 Unknown or unsupported encoding: klingon.\\nSTART_DOCUMENT.");
 }
 
+TEST(XmlParserEncoding, DeclaredEncodingsOfTheConversionLibrary) {
+    const struct {
+        const char* name;
+        const char* bytes;
+        const char* text;
+    } rows[] = {
+        {"Shift_JIS", "\x82\xA0\x87\x40", "あ①"},
+        {"EUC-JP", "\xA4\xA2", "あ"},
+        {" iso-2022-jp ", "\x1B$B$\"\x1B(B", "あ"},
+        {"GBK", "\x81\x40", "丂"},
+        {"Big5", "\xA4\xA4", "中"},
+        {"EUC-KR", "\xB0\xA1", "가"},
+        {"KOI8-R", "\xF0\xD2", "Пр"},
+        {"windows-1252", "\x80\xFF", "€ÿ"},
+        {"Shift_JIS", "\x82", "\uFFFD"},  // and the "<" behind it is not lost
+    };
+    for (const auto& [name, bytes, text] : rows) {
+        EXPECT_EQ(xmlEvents(declared(name) + "<a>" + bytes + "</a>"),
+                  "<a>  '" + std::string(text) + "'  </a>  .")
+            << name;
+    }
+}
+
 // What the document's own bytes mean in an encoding in which each letter is the next one.
 std::unique_ptr<std::istream> openShifted(std::istream* bytes, const UnicodeString& name) {
     if (name != u"x-shifted") {

@@ -4,11 +4,24 @@
 #include <atomic>
 #include <cstddef>
 #include <cstring>
+#include <string>
+#include <utility>
+
+#include "zro/streams/transcoding/ZRTCVStream.h"
 
 namespace ZroCommon::internal {
 namespace {
 
-constinit std::atomic<TranscoderFactory> s_factory{nullptr};
+std::unique_ptr<std::istream> openTCVStream(std::istream* bytes, const UnicodeString& name) {
+    if (name.indexOf(u'\0') >= 0) {
+        return nullptr;
+    }
+    std::string narrow;
+    auto stream = std::make_unique<ZRTCVStream>(bytes, name.toUTF8String(narrow).c_str());
+    return stream->is_open() ? std::move(stream) : nullptr;
+}
+
+constinit std::atomic<TranscoderFactory> s_factory{&openTCVStream};
 
 }  // namespace
 

@@ -16,7 +16,8 @@ namespace ZroCommon::internal {
 using TranscoderFactory = std::unique_ptr<std::istream> (*)(std::istream* bytes,
                                                             const UnicodeString& name);
 
-/// Where the parser gets its transcoders from. Set before threads start; null knows no encoding.
+/// Where the parser gets its transcoders from: `ZRTCVStream`, unless another factory is set. Set
+/// before threads start; null knows no encoding.
 /// \return the previous one
 TranscoderFactory setTranscoderFactory(TranscoderFactory factory);
 
