@@ -8,10 +8,7 @@ namespace {
 
 TEST(Values, AreReadAndPrinted) {
     const Workplace place;
-    const struct {
-        const char* command;
-        const char* out;
-    } rows[] = {
+    const CommandOutput rows[] = {
         {"length 1.5in --to pt", "108pt\n"},
         {"length 90deg --to rad", "1.5708rad\n"},
         {"length 2s", "ms           2000ms\n"
@@ -42,11 +39,7 @@ TEST(Values, AreReadAndPrinted) {
         {"link --destination 'xyz 150%'", ".            xyz\n"
                                           "zoom         150\n"},
     };
-    for (const auto& [command, out] : rows) {
-        const Outcome outcome = place.run(std::string("zro ") + command);
-        EXPECT_EQ(outcome.out, out) << "for: " << command;
-        EXPECT_EQ(outcome.status, 0) << "for: " << command << "\n" << outcome;
-    }
+    expectOutputs(place, rows);
 }
 
 TEST(Values, ThatDoNotFitAreErrors) {

@@ -2,8 +2,11 @@
 
 #include <cstdlib>
 #include <ostream>
+#include <span>
 #include <string>
 #include <string_view>
+
+#include <gtest/gtest.h>
 
 #include "tests/support/TempFolder.h"
 
@@ -43,5 +46,19 @@ public:
 private:
     TempFolder m_folder;
 };
+
+/// A command of `zro` that succeeds, and what it prints.
+struct CommandOutput {
+    const char* command;
+    const char* out;
+};
+
+inline void expectOutputs(const Workplace& place, std::span<const CommandOutput> rows) {
+    for (const auto& [command, out] : rows) {
+        const Outcome outcome = place.run(std::string("zro ") + command);
+        EXPECT_EQ(outcome.out, out) << "for: " << command;
+        EXPECT_EQ(outcome.status, 0) << "for: " << command << "\n" << outcome;
+    }
+}
 
 }  // namespace ZroCommon::testing

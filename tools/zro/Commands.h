@@ -20,5 +20,8 @@ void addValueCommand(CLI::App& program, Task& task);
 void addColorCommand(CLI::App& program, Task& task);
 void addLengthCommand(CLI::App& program, Task& task);
 void addLinkCommand(CLI::App& program, Task& task);
+void addNumberCommand(CLI::App& program, Task& task);
+void addKansujiCommand(CLI::App& program, Task& task);
+void addCellCommand(CLI::App& program, Task& task);
 
 }  // namespace zro

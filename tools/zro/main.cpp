@@ -161,6 +161,9 @@ int main(int argc, char** argv) {
     zro::addColorCommand(program, task);
     zro::addLengthCommand(program, task);
     zro::addLinkCommand(program, task);
+    zro::addNumberCommand(program, task);
+    zro::addKansujiCommand(program, task);
+    zro::addCellCommand(program, task);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
