@@ -12,25 +12,12 @@
 #include "zro/foundation/internal/AppendNumber.h"
 #include "zro/foundation/internal/PrintReal.h"
 #include "zro/foundation/internal/SaturatingInt.h"
+#include "zro/text/internal/Digits.h"
 #include "zro/text/internal/SkipSpace.h"
 
 namespace ZroCommon {
+namespace internal {
 namespace {
-
-// Of a number as many digits count, integer and fraction together.
-constexpr std::size_t kMaxDigits = 98;
-
-bool isDigit(char16_t c) {
-    return static_cast<unsigned>(c) - u'0' <= 9;
-}
-
-// A row of digits, from which a number is made while they are passed; modulo 2^64.
-const char16_t* readDigits(const char16_t* text, std::uint64_t& number) {
-    for (; isDigit(*text); ++text) {
-        number = number * 10 + (static_cast<unsigned>(*text) - u'0');
-    }
-    return text;
-}
 
 using Digits = std::u16string_view;
 
@@ -57,7 +44,7 @@ double valueOf(std::uint64_t mantissa, Digits integer, Digits fraction) {
     constexpr std::array kPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
                                     1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
     if (integer.size() + fraction.size() > kMaxUnwrapped || mantissa > kMaxExact) {
-        return exactValue(integer, fraction);
+        return exactValue(integer, fraction.substr(0, kMaxDigits - integer.size()));
     }
     const auto whole = static_cast<double>(static_cast<std::int64_t>(mantissa));
     return fraction.empty() ? whole : whole / kPowers[fraction.size()];
@@ -65,53 +52,72 @@ double valueOf(std::uint64_t mantissa, Digits integer, Digits fraction) {
 
 }  // namespace
 
+template <class Limit>
+double readRestOfDecimal(const char16_t* text, Limit limit, const char16_t*& end,
+                         std::uint64_t mantissa) {
+    const Digits integer(text, static_cast<std::size_t>(end - text));
+    if (end == limit || *end != u'.') {
+        if (end != limit && ZRChar::isAsciiDigit(*end)) {
+            end = text;
+            return 0;  // On purpose: no number at all, though a double could hold it.
+        }
+        return valueOf(mantissa, integer, {});
+    }
+    const char16_t* const first = end + 1;
+    const char16_t* next = first;
+    for (; next != limit && ZRChar::isAsciiDigit(*next); ++next) {
+        mantissa = mantissa * 10 + (static_cast<unsigned>(*next) - u'0');
+    }
+    end = next;
+    return valueOf(mantissa, integer, {first, static_cast<std::size_t>(next - first)});
+}
+template double readRestOfDecimal(const char16_t*, const char16_t*, const char16_t*&,
+                                  std::uint64_t);
+
+template <class Limit>
+std::uint32_t readLongHex(const char16_t* text, Limit limit, const char16_t*& end) {
+    constexpr std::uint64_t kMax = std::numeric_limits<std::uint32_t>::max();
+    std::uint64_t number = 0;
+    const char16_t* next = text;
+    for (unsigned digit = 0; next != limit && (digit = hexDigit(*next)) != kNoDigit; ++next) {
+        if (next - text < std::ptrdiff_t{kMaxDigits}) {
+            number = std::min(number << 4U | digit, kMax + 1);
+        }
+    }
+    end = next;
+    return static_cast<std::uint32_t>(std::min(number, kMax));
+}
+template std::uint32_t readLongHex(const char16_t*, const char16_t*, const char16_t*&);
+
+}  // namespace internal
+
 double ZRUtil::parseNumber(const char16_t* text, const char16_t** end) {
-    if (end != nullptr) {
-        *end = text;
+    const char16_t* first = internal::skipSpace(text);
+    const bool isNegative = *first == u'-';
+    if (isNegative || *first == u'+') {
+        ++first;
     }
-    const char16_t* next = internal::skipSpace(text);
-    const bool isNegative = *next == u'-';
-    if (isNegative || *next == u'+') {
-        ++next;
-    }
-    if (!isDigit(*next) && !(*next == u'.' && isDigit(next[1]))) {
-        return 0;
-    }
-    std::uint64_t mantissa = 0;
-    const char16_t* const digits = next;
-    next = readDigits(next, mantissa);
-    const Digits integer(digits, static_cast<std::size_t>(next - digits));
-    if (integer.size() > kMaxDigits) {
-        return 0;  // On purpose: no number at all, though a double could hold it.
-    }
-    Digits fraction;
-    if (*next == u'.') {
-        const char16_t* const first = next + 1;
-        next = readDigits(first, mantissa);
-        fraction = {first,
-                    std::min(static_cast<std::size_t>(next - first), kMaxDigits - integer.size())};
+    const char16_t* next = first;
+    double number = 0;
+    if (internal::isDecimalStart(first, internal::kTerminated)) {
+        number = internal::readDecimal(first, internal::kTerminated, next);
     }
     if (end != nullptr) {
-        *end = next;
+        *end = next == first ? text : next;
     }
-    const double value = valueOf(mantissa, integer, fraction);
-    return isNegative ? -value : value;
+    return isNegative && next != first ? -number : number;
 }
 
 unsigned int ZRUtil::parseHexNum(const char16_t* text, const char16_t** end, int maxDigits) {
-    const char16_t* const digits = internal::skipSpace(text);
-    const char16_t* next = digits;
-    std::uint64_t number = 0;
-    constexpr std::uint64_t kMax = std::numeric_limits<std::uint32_t>::max();
-    for (; ZRChar::isHexDigit(*next) && (maxDigits <= 0 || next - digits < maxDigits); ++next) {
-        if (next - digits < std::ptrdiff_t{kMaxDigits} && number <= kMax) {
-            number = number << 4U | static_cast<unsigned>(ZRChar::hex2dig(*next));
-        }
-    }
+    const char16_t* const first = internal::skipSpace(text);
+    const char16_t* next = nullptr;
+    const unsigned int number = maxDigits > 0
+                                    ? internal::readHex(first, first + maxDigits, next)
+                                    : internal::readHex(first, internal::kTerminated, next);
     if (end != nullptr) {
         *end = next;
     }
-    return static_cast<unsigned int>(number > kMax ? kMax : number);
+    return number;
 }
 
 UnicodeString ZRUtil::toString(int number) {

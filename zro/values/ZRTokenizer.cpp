@@ -12,12 +12,14 @@ ZRTokenizer::ZRTokenizer(const UnicodeString& text) {
 }
 
 internal::ValueReader ZRTokenizer::reader() const {
-    return {
-        m_source.getBuffer(), m_position, {ttype, nval, internal::viewOf(sval)}, m_isPushedBack};
+    return {internal::viewOf(m_source),
+            m_position,
+            {ttype, nval, internal::viewOf(sval)},
+            m_isPushedBack};
 }
 
 void ZRTokenizer::takeOver(const internal::ValueReader& reader) {
-    const internal::Token& token = reader.token();
+    const internal::ValueToken& token = reader.token();
     ttype = token.kind;
     nval = token.number;
     if (token.text.data() != sval.getBuffer()) {

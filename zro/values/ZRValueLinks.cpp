@@ -7,7 +7,6 @@
 
 #include "zro/uri/ZRUri.h"
 #include "zro/values/internal/OpenParameters.h"
-#include "zro/values/internal/TerminatedText.h"
 #include "zro/values/internal/ValueReader.h"
 
 namespace ZroCommon {
@@ -46,8 +45,7 @@ void setDefaults(ZRValue& target) {
 
 // A name is a destination, unless it is the key of a parameter.
 void readXlinkFragment(const UnicodeString& fragment, ZRValue& target) {
-    const internal::TerminatedText text(fragment);
-    ValueReader reader(text.data());
+    ValueReader reader(fragment);
     const ZRValue value = reader.nextValue();
     if (!value.isName()) {
         return;
@@ -121,8 +119,7 @@ ZRValue ZRValue::parseXlinkHref(const UnicodeString& text) {
 }
 
 ZRValue ZRValue::parseInternalDestination(const UnicodeString& text, int /*flags*/) {
-    const internal::TerminatedText terminated(text);
-    ValueReader reader(terminated.data());
+    ValueReader reader(text);
     const ZRValue value = reader.nextValue();
     ZRValue result;
     if (value.isName()) {
@@ -134,14 +131,13 @@ ZRValue ZRValue::parseInternalDestination(const UnicodeString& text, int /*flags
         return result;
     }
     if (reader.skipSeparator(u'#')) {
-        internal::readOpenParameters(reader.next(), result);
+        internal::readOpenParameters(internal::textOf(reader.rest()), result);
     }
     return result;
 }
 
 ZRValue ZRValue::parseDestinationType(const UnicodeString& text) {
-    const internal::TerminatedText terminated(text);
-    ValueReader reader(terminated.data());
+    ValueReader reader(text);
     UnicodeString item;
     reader.nextSeparated(u' ', item);
     ZRValue type = parse(item.toLower(icu::Locale::getRoot()));
@@ -160,8 +156,7 @@ ZRValue ZRValue::parseExcelOpenParameters(const UnicodeString& text) {
     if (!reference.hasFragment()) {
         return {};
     }
-    const internal::TerminatedText terminated(reference.fragment);
-    ValueReader reader(terminated.data());
+    ValueReader reader(reference.fragment);
     ZRValue result;
     result.makeCompound();
     UnicodeString item;

@@ -1,6 +1,6 @@
 #include "zro/values/ZRValue.h"
 
-#include "zro/values/internal/TerminatedText.h"
+#include "zro/foundation/internal/TextView.h"
 #include "zro/values/internal/ValueReader.h"
 
 namespace ZroCommon {
@@ -9,6 +9,11 @@ namespace {
 using internal::TokenKind;
 using internal::ValueReader;
 
+// All but the end and single characters.
+bool isValueKind(int kind) {
+    return kind < 0 && kind != TokenKind::kEnd;
+}
+
 ZRValue unknownString(const UnicodeString& text) {
     return ZRValue(text.isBogus() ? UnicodeString() : text);
 }
@@ -16,30 +21,26 @@ ZRValue unknownString(const UnicodeString& text) {
 }  // namespace
 
 ZRValue ZRValue::parse(const UnicodeString& text) {
-    const internal::TerminatedText terminated(text);
-    ValueReader reader(terminated.data());
-    ZRValue value = reader.nextSigned();
-    switch (reader.token().kind) {
-    case TokenKind::kNumber:
-    case TokenKind::kName:
-    case TokenKind::kString:
-    case TokenKind::kColor:
-        if (reader.isAtEnd()) {
-            return value;
-        }
-        break;
-    default: break;
+    const std::u16string_view units = internal::viewOf(text);
+    if (const auto rgb = internal::wholeHexColor(units)) {
+        return internal::colorValue(*rgb);
     }
-    return unknownString(text);
+    ValueReader reader(units);
+    ZRValue value = reader.nextSigned();
+    if (!isValueKind(reader.token().kind) || !reader.isAtEnd()) {
+        value = unknownString(text);
+    }
+    return value;
 }
 
 ZRValue ZRValue::parseNonNumeric(const UnicodeString& text) {
-    const internal::TerminatedText terminated(text);
-    ValueReader reader(terminated.data());
+    ValueReader reader(text);
     ZRValue value = reader.nextValue();
     const int kind = reader.token().kind;
-    const bool isTaken = kind == TokenKind::kString || kind == TokenKind::kName;
-    return isTaken && reader.isAtEnd() ? value : unknownString(text);
+    if ((kind != TokenKind::kString && kind != TokenKind::kName) || !reader.isAtEnd()) {
+        value = unknownString(text);
+    }
+    return value;
 }
 
 }  // namespace ZroCommon

@@ -4,11 +4,12 @@
 #include "zro/values/ZRValue.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <optional>
 
+#include "zro/foundation/internal/TextView.h"
 #include "zro/values/ZRColor.h"
 #include "zro/values/internal/ColorForm.h"
-#include "zro/values/internal/TerminatedText.h"
 #include "zro/values/internal/ValueReader.h"
 
 namespace ZroCommon {
@@ -17,14 +18,14 @@ namespace {
 using internal::TokenKind;
 using internal::ValueReader;
 
-// In what follows a colour is a value, and null where the text is none.
+using RGB = std::optional<std::uint32_t>;
 
 bool skipOpening(ValueReader& reader) {
     return reader.skipSeparator(u'(');
 }
 
-ZRValue closed(ValueReader& reader, const ZRValue& color) {
-    return reader.skipSeparator(u')') ? color : ZRValue();
+bool skipClosing(ValueReader& reader) {
+    return reader.skipSeparator(u')');
 }
 
 // Reads a channel from 0 to 255, or a percentage of that; any number does, whatever its unit.
@@ -41,31 +42,31 @@ bool readChannel(ValueReader& reader, int& channel) {
     return true;
 }
 
-ZRValue readChannels(ValueReader& reader) {
-    unsigned int rgb = 0;
+RGB readChannels(ValueReader& reader) {
+    std::uint32_t rgb = 0;
     for (int index = 0; index < 3; ++index) {
         int channel = 0;
         if (!readChannel(reader, channel)) {
             return {};
         }
-        rgb = rgb << 8U | static_cast<unsigned int>(std::clamp(channel, 0, 255));
+        rgb = rgb << 8U | static_cast<std::uint32_t>(std::clamp(channel, 0, 255));
     }
-    ZRValue color(static_cast<int>(rgb));
-    color.setUnitType(ZRValueUnitColor);
-    return color;
+    return rgb;
 }
 
-ZRValue readForm(ValueReader& reader, const ZRValue& rgb) {
+// In what follows the result is null where the text is no colour.
+
+// The arguments of a form, with the RGB that the source gives beside it.
+ZRValue readForm(ValueReader& reader, RGB rgb) {
     using Color = std::optional<ZRColor>;
-    const Color color =
-        internal::readColorForm(reader, rgb.isNull() ? Color() : Color(rgb.getColorValue()));
-    return closed(reader, color ? ZRValue(*color) : ZRValue());
+    const Color color = internal::readColorForm(reader, rgb ? Color(ZRColor(*rgb)) : Color());
+    return color && skipClosing(reader) ? ZRValue(*color) : ZRValue();
 }
 
 // What may stand behind a colour: nothing, or its form.
-ZRValue readRest(ValueReader& reader, const ZRValue& rgb, bool extended) {
-    if (rgb.isNull() || reader.isAtEnd()) {
-        return rgb;
+ZRValue readRest(ValueReader& reader, std::uint32_t rgb, bool extended) {
+    if (reader.isAtEnd()) {
+        return internal::colorValue(rgb);
     }
     if (!extended || reader.nextValue().getNameValue() != ZRN_icc_color || !skipOpening(reader)) {
         return {};
@@ -73,24 +74,24 @@ ZRValue readRest(ValueReader& reader, const ZRValue& rgb, bool extended) {
     return readForm(reader, rgb);
 }
 
-ZRValue readIccFunction(ValueReader& reader) {
-    if (reader.scanSeparator(u'#')) {
+ZRValue readFunction(ValueReader& reader, ZRName name, bool extended) {
+    if (name == ZRN_icc_color) {
+        return extended ? readForm(reader, {}) : ZRValue();
+    }
+    if (name == ZRN_rgb_icc && reader.scanSeparator(u'#')) {
         return readForm(reader, {});
     }
-    const ZRValue rgb = readChannels(reader);
-    return rgb.isNull() ? rgb : readForm(reader, rgb);
-}
-
-ZRValue readFunction(ValueReader& reader, ZRName name, bool extended) {
-    switch (name) {
-    case ZRN_rgb: {
-        const ZRValue rgb = readChannels(reader);
-        return readRest(reader, closed(reader, rgb), extended);
+    if (name != ZRN_rgb && name != ZRN_rgb_icc) {
+        return {};
     }
-    case ZRN_rgb_icc: return readIccFunction(reader);
-    case ZRN_icc_color: return extended ? readForm(reader, {}) : ZRValue();
-    default: return {};
+    const RGB rgb = readChannels(reader);
+    if (!rgb) {
+        return {};
     }
+    if (name == ZRN_rgb_icc) {
+        return readForm(reader, rgb);
+    }
+    return skipClosing(reader) ? readRest(reader, *rgb, extended) : ZRValue();
 }
 
 ZRValue readNamed(ValueReader& reader, ZRName name, bool extended) {
@@ -101,30 +102,30 @@ ZRValue readNamed(ValueReader& reader, ZRName name, bool extended) {
         return {};
     }
     const ZRColor keyword(name);
-    return keyword.isInvalid() ? ZRValue() : readRest(reader, ZRValue(keyword), extended);
+    return keyword.isInvalid() ? ZRValue() : readRest(reader, keyword.getRGB(), extended);
 }
 
 }  // namespace
 
 ZRValue ZRValue::parseColor(const UnicodeString& text, bool extended) {
-    const internal::TerminatedText terminated(text);
-    ValueReader reader(terminated.data());
+    const std::u16string_view units = internal::viewOf(text);
+    if (const auto rgb = internal::wholeHexColor(units)) {
+        return internal::colorValue(*rgb);
+    }
+    ValueReader reader(units);
     ZRValue value = reader.nextSigned();
     const int kind = reader.token().kind;
-    const bool isWhole = reader.isAtEnd();
-    if (isWhole && (kind == TokenKind::kName || kind == TokenKind::kColor)) {
-        return value;
+    if (kind == TokenKind::kColor) {
+        value = readRest(reader, value.getColorValue().getRGB(), extended);
+    } else if (kind != TokenKind::kName) {
+        value = {};
+    } else if (!reader.isAtEnd()) {
+        value = readNamed(reader, value.getNameValue(), extended);
     }
-    ZRValue color;
-    if (kind == TokenKind::kName) {
-        color = readNamed(reader, value.getNameValue(), extended);
-    } else if (kind == TokenKind::kColor) {
-        color = readRest(reader, value, extended);
+    if (value.isNull() || !reader.isAtEnd()) {
+        value = ZRValue(text.isBogus() ? UnicodeString() : text);
     }
-    if (!color.isNull() && reader.isAtEnd()) {
-        return color;
-    }
-    return ZRValue(text.isBogus() ? UnicodeString() : text);
+    return value;
 }
 
 }  // namespace ZroCommon

@@ -35,14 +35,9 @@ std::optional<Numbers> readNumbers(ValueReader& reader) {
 // The name of a form or profile, as it stands: "#CMYK" is no name to the lexer, which takes "#C"
 // for a colour.
 std::u16string_view readProfile(ValueReader& reader) {
-    const char16_t* const start = skipSpace(reader.next());
-    const char16_t* end = start;
-    while (*end != 0 && *end != u',' && *end != u')' && !ZRChar::isWhitespace(int{*end})) {
-        ++end;
-    }
-    reader.setNext(end);
+    const std::u16string_view profile = reader.nextPlain(u",)");
     reader.skipSeparator(u',');
-    return {start, static_cast<std::size_t>(end - start)};
+    return profile;
 }
 
 Color cmykColor(const Color& rgb, const Numbers& numbers) {

@@ -5,7 +5,6 @@
 
 #include <unicode/locid.h>
 
-#include "zro/values/internal/TerminatedText.h"
 #include "zro/values/internal/ValueReader.h"
 
 namespace ZroCommon::internal {
@@ -14,7 +13,7 @@ namespace {
 // The fields of an argument, parted by commas.
 class Fields {
 public:
-    explicit Fields(const UnicodeString& argument) : m_text(argument), m_reader(m_text.data()) {}
+    explicit Fields(const UnicodeString& argument) : m_reader(argument) {}
 
     /// The next field, or nothing behind the last one.
     std::optional<UnicodeString> next() {
@@ -45,7 +44,6 @@ public:
     }
 
 private:
-    TerminatedText m_text;
     ValueReader m_reader;
 };
 
@@ -144,8 +142,7 @@ bool readParameter(const UnicodeString& item, Parameter& parameter) {
 }
 
 void readOpenParameters(const UnicodeString& fragment, ZRValue& target) {
-    const TerminatedText text(fragment);
-    ValueReader reader(text.data());
+    ValueReader reader(fragment);
     UnicodeString item;
     Parameter parameter;
     for (reader.nextSeparated(u'&', item); !item.isEmpty(); reader.nextSeparated(u'&', item)) {
