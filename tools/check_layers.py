@@ -31,6 +31,8 @@ STANDARD = set("""
 # `platform` sees everything: it is the one door to the operating system.
 PRIVATE_HEADERS = {
     "zlib.h": {"compression"},
+    "curl/curl.h": {"http"},
+    "pthread.h": {"http"},
     "emmintrin.h": {"xml"},
     "immintrin.h": {"xml"},
 }

@@ -7,6 +7,7 @@
 
 #include "tests/conformance/MeasuredPage.h"
 #include "tests/conformance/RealDocuments.h"
+#include "tests/support/NoNetwork.h"
 
 namespace {
 
@@ -23,6 +24,7 @@ int main(int argc, char** argv) {
         std::cout << "skipped: there are no documents in " << dataDir << '\n';
         return kSkipped;
     }
+    ZroCommon::testing::denyNetwork();
     std::ostringstream measured;
     measured << "## Real documents\n\n";
     int faults = ZroCommon::testing::surveyRealDocuments(dataDir, measured);

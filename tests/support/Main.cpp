@@ -6,10 +6,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/support/NoNetwork.h"
+
 int main(int count, char** arguments) {
     if (const char* name = std::getenv("ZRO_TEST_LOCALE")) {
         std::locale::global(std::locale(name));  // an unknown one throws, and the run fails
     }
+    ZroCommon::testing::denyNetwork();
     ::testing::InitGoogleMock(&count, arguments);
     return RUN_ALL_TESTS();
 }

@@ -3,6 +3,7 @@
 
 #include "zro/platform/internal/NativeFile.h"
 #include "zro/uri/internal/OpenResource.h"
+#include "zro/uri/internal/UriStream.h"
 
 namespace ZroCommon {
 namespace {
@@ -32,10 +33,25 @@ std::unique_ptr<std::istream> openFile(const ZRUri& uri) {
     }
 }
 
+// Whatever is no file and no package entry; what cannot be opened by HTTP says so.
+std::unique_ptr<std::istream> openAddress(const UnicodeString& uri, UnicodeString* contentType,
+                                          UnicodeString* errorMessage) {
+    auto stream = std::make_unique<internal::ZRUriStream>(uri);
+    if (errorMessage != nullptr) {
+        *errorMessage = stream->buffer().errorMessage();
+    }
+    if (!stream->buffer().isOpen()) {
+        return nullptr;
+    }
+    if (contentType != nullptr) {
+        *contentType = stream->buffer().contentType();
+    }
+    return stream;
+}
+
 }  // namespace
 
-std::unique_ptr<std::istream> internal::openResource(const ZRUri& uri,
-                                                     UnicodeString* /*contentType*/,
+std::unique_ptr<std::istream> internal::openResource(const ZRUri& uri, UnicodeString* contentType,
                                                      UnicodeString* errorMessage) {
     if (std::unique_ptr<std::istream> served(askResolver(uri.toString())); served != nullptr) {
         return served;
@@ -43,10 +59,10 @@ std::unique_ptr<std::istream> internal::openResource(const ZRUri& uri,
     if (uri.isFile()) {
         return openFile(uri);
     }
-    if (!uri.isJarScheme() && errorMessage != nullptr) {
-        errorMessage->setTo(u"Cannot access the Internet: 2EE4");
+    if (uri.isJarScheme()) {
+        return nullptr;
     }
-    return nullptr;
+    return openAddress(uri.toString(), contentType, errorMessage);
 }
 
 // Fetching answers with null whatever goes wrong.

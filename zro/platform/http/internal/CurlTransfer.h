@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "zro/platform/http/internal/CurlLibrary.h"
+#include "zro/platform/http/internal/Http.h"
+
+namespace ZroCommon::internal {
+
+/// One GET request and the body of its answer. Of the body no more is held than one round of the
+/// network gives: when nobody reads, the server waits.
+class CurlTransfer final : public HttpBody {
+public:
+    explicit CurlTransfer(const CurlLibrary& curl) : m_curl(curl) {}
+    ~CurlTransfer() override;
+
+    /// \param certificates  a file to trust in place of the system's, or empty
+    /// \return false without memory for it
+    bool start(const std::string& url, const std::string& certificates);
+    /// Runs until bytes of the body are here or the transfer has ended.
+    void waitForBody();
+    std::size_t read(char* buffer, std::size_t size) override;
+
+    /// Why there is no answer; `None` also when its body broke off.
+    HttpError error() const;
+    int status() const;
+    std::string contentType() const;
+
+private:
+    template <typename Value>
+    bool set(CURLoption option, Value value) {
+        return m_curl.easySetopt(m_easy, option, value) == CURLE_OK;
+    }
+    bool setHeaders();
+    bool setTransfer(const std::string& url, const std::string& certificates);
+    bool setCallbacks();
+    bool hasPending() const { return m_at < m_pending.size(); }
+    void runOnce();
+    void takeResult();
+    void noteHeader(std::string_view line);
+    std::size_t noteBody(const char* data, std::size_t size);
+
+    static std::size_t onHeader(char* data, std::size_t unit, std::size_t count, void* self);
+    static std::size_t onBody(char* data, std::size_t unit, std::size_t count, void* self);
+
+    const CurlLibrary& m_curl;
+    CURL* m_easy = nullptr;
+    CURLM* m_multi = nullptr;
+    curl_slist* m_headers = nullptr;
+
+    std::vector<char> m_pending;  // came, and is not read yet
+    std::size_t m_at = 0;
+    bool m_isPaused = false;
+    bool m_isOutOfMemory = false;
+
+    bool m_isDone = false;
+    CURLcode m_result = CURLE_OK;
+    bool m_sawStatus = false;      // any status line came
+    bool m_isRedirect = false;     // the last header says where to go on
+    bool m_isFinalHeader = false;  // the last header is whole, and no other follows
+    int m_headerStatus = 0;
+};
+
+}  // namespace ZroCommon::internal
