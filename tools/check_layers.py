@@ -32,7 +32,6 @@ STANDARD = set("""
 PRIVATE_HEADERS = {
     "zlib.h": {"compression"},
     "curl/curl.h": {"http"},
-    "pthread.h": {"http"},
     "emmintrin.h": {"xml"},
     "immintrin.h": {"xml"},
 }

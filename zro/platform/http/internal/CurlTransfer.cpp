@@ -6,7 +6,7 @@
 #include <cstring>
 #include <new>
 
-#include "zro/platform/http/internal/SigpipeGuard.h"
+#include "zro/platform/internal/SigpipeGuard.h"
 
 // libcurl's headers put macros that check types over these names.
 #undef curl_easy_setopt

@@ -1,4 +1,4 @@
-#include "zro/platform/http/internal/SigpipeGuard.h"
+#include "zro/platform/internal/SigpipeGuard.h"
 
 #include <cerrno>
 #include <ctime>
