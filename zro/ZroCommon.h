@@ -4,6 +4,8 @@
 /// Everything the library offers, in one include.
 
 #include "zro/Library.h"
+#include "zro/containers/zip/ZRZipEntry.h"
+#include "zro/containers/zip/ZRZipFile.h"
 #include "zro/dom/ZRAttr.h"
 #include "zro/dom/ZRDocument.h"
 #include "zro/dom/ZRDocumentFragment.h"

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <istream>
+#include <iterator>
+#include <string>
+
+#include "tests/support/Text.h"
+#include "zro/containers/zip/ZRZipFile.h"
+
+namespace ZroCommon::testing {
+
+inline std::string restOf(std::istream& stream) {
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+/// The entries as "a=content b=content"; what is longer than 20 bytes as its size.
+inline std::string listing(const ZRZipFile& package) {
+    std::string all;
+    for (unsigned i = 0; i < package.getFileEntryCount(); ++i) {
+        ZRZipFileEntry& entry = *package.getFileEntry(i);
+        const std::string data = restOf(*entry.getUncompressedStream(false));
+        all += (i == 0 ? "" : " ") + utf8(entry.getFileName()) + "="
+               + (data.size() > 20 ? std::to_string(data.size()) : data);
+    }
+    return all;
+}
+
+}  // namespace ZroCommon::testing

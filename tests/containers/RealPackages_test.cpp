@@ -1,0 +1,112 @@
+// Packages of many makers, and damaged ones, against what was found in them by other means.
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <string>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "tests/containers/Listing.h"
+#include "tests/support/Sha256.h"
+
+namespace ZroCommon::testing {
+namespace {
+
+using nlohmann::json;
+
+std::string asHex(const std::string& bytes) {
+    constexpr const char* kDigits = "0123456789abcdef";
+    std::string hex = "hex:";
+    for (const char byte : bytes) {
+        const auto value = static_cast<unsigned char>(byte);
+        hex += {kDigits[value >> 4U], kDigits[value & 15U]};
+    }
+    return hex;
+}
+
+// The name as the table has it: "hex:" and the bytes, where they are no UTF-8.
+bool isName(const UnicodeString& name, const std::string& expected, const std::string& bytes) {
+    return utf8(name) == expected || (expected.starts_with("hex:") && asHex(bytes) == expected);
+}
+
+std::string hashOf(std::istream& stream) {
+    Sha256 hash;
+    hash.add(restOf(stream));
+    return hash.hex();
+}
+
+std::string nameBytes(std::istream& file, const ZRZipFileEntry& entry) {
+    file.clear();
+    file.seekg(entry.getPosition() + 26);
+    const auto length = static_cast<unsigned>(file.get());
+    std::string bytes(length + 256U * static_cast<unsigned>(file.get()), '\0');
+    file.seekg(entry.getPosition() + 30);
+    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    bytes.resize(static_cast<std::size_t>(file.gcount()));
+    return bytes;
+}
+
+// The entries that other programs list and unpack from the same place.
+std::map<std::int64_t, json> unpackedEntries(const json& row) {
+    std::map<std::int64_t, json> entries;
+    for (const json& entry : row.value("entries", json::array())) {
+        const bool isPlain =
+            entry.value("local_compressed", entry["compressed"]) == entry["compressed"]
+            && (entry["method"] == 0 || entry["method"] == 8);
+        if (isPlain && entry["sha256"].is_string()) {
+            entries[entry["offset"].get<std::int64_t>()] = entry;
+        }
+    }
+    return entries;
+}
+
+int checkPackage(const std::string& path, const json& row) {
+    std::ifstream file(path, std::ios::binary);
+    EXPECT_EQ(ZRZipFile::isZipFile(&file), row.value("signature_is_zip", true));
+    const ZRZipFile package(&file, false);
+    const json& walk = row["local_walk"];
+    EXPECT_EQ(package.getFileEntryCount(), walk.size());
+    const auto unpacked = unpackedEntries(row);
+    int compared = 0;
+    for (unsigned i = 0; i < package.getFileEntryCount() && i < walk.size(); ++i) {
+        ZRZipFileEntry& entry = *package.getFileEntry(i);
+        EXPECT_TRUE(isName(entry.getFileName(), walk[i][0], nameBytes(file, entry)))
+            << utf8(entry.getFileName()) << " is not " << walk[i][0];
+        EXPECT_EQ(entry.getCompressedSize(), walk[i][1]);
+        const auto known = unpacked.find(entry.getPosition());
+        if (known != unpacked.end() && entry.getCompressionMethod() == known->second["method"]) {
+            EXPECT_EQ(hashOf(*entry.getUncompressedStream(false)), known->second["sha256"])
+                << utf8(entry.getFileName());
+            ++compared;
+        }
+    }
+    return compared;
+}
+
+void checkFolder(const std::string& folder, const std::string& table, int leastCompared) {
+    const std::string root = ZRO_TEST_DATA_DIR "/" + folder + "/";
+    std::ifstream rows(root + table);
+    if (!rows) {
+        GTEST_SKIP() << "there are no packages in " << root;
+    }
+    int compared = 0;
+    for (const json& row : json::parse(rows)) {
+        if (row.contains("local_walk")) {
+            SCOPED_TRACE(row["file"].get<std::string>());
+            compared += checkPackage(root + row["file"].get<std::string>(), row);
+        }
+    }
+    EXPECT_GE(compared, leastCompared) << "entries whose data was compared";
+}
+
+TEST(RealPackages, CornerFilesAreReadAsStated) {
+    checkFolder("corner", "zip-expect.json", 93);
+}
+
+TEST(RealPackages, OfficeDocumentsBooksAndArchivesAreRead) {
+    checkFolder("office", "expect.json", 1511);
+}
+
+}  // namespace
+}  // namespace ZroCommon::testing
