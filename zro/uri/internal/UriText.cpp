@@ -54,23 +54,17 @@ bool isQuote(char16_t unit) {
 }
 
 // A quotation mark alone is its own end, and gives the empty text.
-void takeQuotesOff(UnicodeString& text) {
-    const int32_t length = text.length();
-    if (length == 0 || !isQuote(text[0]) || text[length - 1] != text[0]) {
-        return;
+std::u16string_view withoutQuotes(std::u16string_view text) {
+    if (text.empty() || !isQuote(text.front()) || text.back() != text.front()) {
+        return text;
     }
-    text = length == 1 ? UnicodeString() : UnicodeString(text, 1, length - 2);
+    return text.substr(1, std::max<std::size_t>(text.size(), 2) - 2);
 }
 
-void takeWrappingOff(ClassifiedUri& uri) {
-    constexpr std::u16string_view kUrl = u"url(";
-    const std::u16string_view view = viewOf(uri.text);
-    if (view.starts_with(kUrl) && view.ends_with(u')')) {
-        const auto inside = view.substr(kUrl.size(), view.size() - kUrl.size() - 1);
-        uri.text = textOf(trimmed(inside));
-        uri.kind = UriKind::Uri;
-    }
-    takeQuotesOff(uri.text);
+constexpr std::u16string_view kUrlFunction = u"url(";
+
+bool isUrlFunction(std::u16string_view text) {
+    return text.starts_with(kUrlFunction) && text.ends_with(u')');
 }
 
 void appendEscape(UnicodeString& text, char16_t unit) {
@@ -98,9 +92,19 @@ ClassifiedUri classifyUri(const UnicodeString& text, URISTRTYPE type) {
         uri.kind = isPath ? UriKind::Path : UriKind::Uri;
     }
     if (type == URISTR_GUESS_CSS || type == URISTR_PATH_OR_URI_CSS) {
-        takeWrappingOff(uri);
+        const std::u16string_view view = viewOf(text);
+        const std::u16string_view inside = unwrapped(view);
+        uri.kind = isUrlFunction(view) ? UriKind::Uri : uri.kind;
+        uri.text = inside.size() == view.size() ? text : textOf(inside);
     }
     return uri;
+}
+
+std::u16string_view unwrapped(std::u16string_view text) {
+    if (isUrlFunction(text)) {
+        text = trimmed(text.substr(kUrlFunction.size(), text.size() - kUrlFunction.size() - 1));
+    }
+    return withoutQuotes(text);
 }
 
 std::u16string_view trimmed(std::u16string_view text) {

@@ -20,6 +20,9 @@ struct ClassifiedUri {
 /// Decides how to read `text`, and takes "url(...)" and quotes off it where `type` says so.
 ClassifiedUri classifyUri(const UnicodeString& text, URISTRTYPE type);
 
+/// Without "url(...)" and quotes around it.
+std::u16string_view unwrapped(std::u16string_view text);
+
 /// Without the whitespace at both ends, as ICU's `trim` has it.
 std::u16string_view trimmed(std::u16string_view text);
 
