@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <span>
+#include <vector>
 
 #include "zro/foundation/Text.h"
 
@@ -30,5 +31,19 @@ inline UnicodeString utf16(std::span<const std::uint8_t> bytes) {
     }
     return text;
 }
+
+/// The same text in memory of just its size, where the sanitizer sees who reads beyond the end.
+class ExactText {
+public:
+    explicit ExactText(const UnicodeString& text)
+        : m_units(text.getBuffer(), text.getBuffer() + text.length()),
+          m_text(false, m_units.data(), text.length()) {}
+
+    const UnicodeString& text() const { return m_text; }
+
+private:
+    std::vector<char16_t> m_units;
+    UnicodeString m_text;
+};
 
 }  // namespace ZroCommon::fuzzing

@@ -27,7 +27,8 @@ void checkColor(const ZRColor& color) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const UnicodeString text = fuzzing::utf16(std::span(data, size));
+    const fuzzing::ExactText exact(fuzzing::utf16(std::span(data, size)));
+    const UnicodeString& text = exact.text();
     const ZRValue plain = ZRValue::parseColor(text, false);
     const ZRValue extended = ZRValue::parseColor(text, true);
     fuzzing::require(plain.isUnknownString() || plain == extended);

@@ -28,7 +28,8 @@ void checkDestination(const ZRValue& value) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const UnicodeString text = fuzzing::utf16(std::span(data, size));
+    const fuzzing::ExactText exact(fuzzing::utf16(std::span(data, size)));
+    const UnicodeString& text = exact.text();
     checkDestination(ZRValue::parsePDFOpenParameters(text));
     checkDestination(ZRValue::parseXlinkHref(text));
     checkDestination(ZRValue::parseInternalDestination(text, 0));

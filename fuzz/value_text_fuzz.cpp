@@ -32,7 +32,8 @@ void check(const UnicodeString& text, const ZRValue& value) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const UnicodeString text = fuzzing::utf16(std::span(data, size));
+    const fuzzing::ExactText exact(fuzzing::utf16(std::span(data, size)));
+    const UnicodeString& text = exact.text();
     const ZRValue value = ZRValue::parse(text);
     check(text, value);
     const ZRValue plain = ZRValue::parseNonNumeric(text);

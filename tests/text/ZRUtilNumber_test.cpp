@@ -1,6 +1,8 @@
 #include "zro/text/ZRUtil.h"
 
+#include <algorithm>
 #include <clocale>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
@@ -131,30 +133,19 @@ TEST(ZRUtil, ParsesHexadecimalNumbers) {
 }
 
 TEST(ZRUtil, RoundsHalvesAwayFromZero) {
-    constexpr int kMax = std::numeric_limits<int>::max();
-    constexpr int kMin = std::numeric_limits<int>::min();
-    const struct {
-        double number;
-        int expected;
-    } cases[] = {
-        {0.5, 1},
-        {-0.5, -1},
-        {1.4999, 1},
-        {-1.5, -2},
-        {-0.0, 0},
-        {3e9, kMax},
-        {-3e9, kMin},
-        {1e308, kMax},
-        {kMax + 0.0, kMax},
-        {kMin + 0.0, kMin},
-        {ZRUtil::getNaN(), 0},
-        {std::numeric_limits<double>::infinity(), kMax},
-        {-std::numeric_limits<double>::infinity(), kMin},
-    };
-    for (const auto& [number, expected] : cases) {
-        EXPECT_EQ(ZRUtil::roundToInteger(number), expected) << number;
-        EXPECT_EQ(ZRUtil::roundToInteger(static_cast<float>(number)), expected) << number;
+    constexpr double kMax = std::numeric_limits<int>::max();
+    constexpr double kMin = std::numeric_limits<int>::min();
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    for (const double number : {0.0, 0.5, 1.4999, 1.5, 2.5, 3e9, 1e308, kMin, kInfinity}) {
+        for (const double either : {number, -number}) {
+            const double rounded = std::clamp(std::round(either), kMin, kMax);
+            EXPECT_EQ(ZRUtil::roundToInteger(either), rounded) << either;
+            EXPECT_EQ(ZRUtil::roundToInteger(static_cast<float>(either)), rounded) << either;
+        }
     }
+    EXPECT_EQ(ZRUtil::roundToInteger(kMax), kMax);
+    EXPECT_EQ(ZRUtil::roundToInteger(ZRUtil::getNaN()), 0);
+    EXPECT_EQ(ZRUtil::roundToInteger(ZRUtil::getNaNf()), 0);
 }
 
 // On purpose: the sum with a half is rounded to a float before its fraction is cut off.

@@ -139,7 +139,7 @@ TEST(ZRColor, KnowsWhatIsNoColour) {
     EXPECT_FALSE(ZRColor::getTransparent().isInvalid());
     EXPECT_FALSE(ZRColor::getCurrentColor().isInvalid());
     EXPECT_TRUE(ZRColor(ZRColor(), u"#CMYK", 0, 0, 0, 0).isInvalid());
-    EXPECT_TRUE(ZRColor(ZRColor(), u"#other", 0, 0, 0, 0).isInvalid());
+    EXPECT_TRUE(ZRColor(ZRColor::getTransparent(), u"#other", 0, 0, 0, 0).isInvalid());
     EXPECT_FALSE(ZRColor(ZRColor(), u"sRGB", 0, 0, 0, 0).isInvalid());
     EXPECT_EQ(integer(5).getColorValue(), ZRColor::getInvalidColor());
 }

@@ -62,6 +62,24 @@ std::string allValues(const UnicodeString& source, Read read) {
     return all;
 }
 
+// Whichever reader is used, every beginning of a text is read to its end in as many steps as it has
+// units.
+void expectEnd(const UnicodeString& whole) {
+    testing::forEveryBeginning(whole, [](const UnicodeString& source) {
+        for (const Read read :
+             {&ZRTokenizer::nextTokenValue, &ZRTokenizer::nextTokenValueSigned,
+              &ZRTokenizer::nextTokenValueExp, &ZRTokenizer::nextTokenValueFunc}) {
+            ZRTokenizer tokenizer(source);
+            int steps = 0;
+            while (!(tokenizer.*read)().isNull() && steps <= source.length()) {
+                ++steps;
+            }
+            EXPECT_LE(steps, source.length()) << utf8(source);
+            EXPECT_EQ(*tokenizer.getPtr(), 0) << utf8(source);
+        }
+    });
+}
+
 TEST(ZRTokenizer, SplitsATextIntoTokens) {
     const struct {
         const char16_t* text;
@@ -86,6 +104,7 @@ TEST(ZRTokenizer, SplitsATextIntoTokens) {
     };
     for (const auto& [source, tokens] : cases) {
         EXPECT_EQ(allTokens(source), tokens) << "for: " << utf8(source);
+        expectEnd(source);
     }
     EXPECT_EQ(allTokens(UnicodeString(u"12\0ab", 5)), "number 12");
     UnicodeString bogus;
@@ -150,6 +169,7 @@ TEST(ZRTokenizer, ReadsSignsAndExponents) {
     };
     for (const auto& [read, source, values] : cases) {
         EXPECT_EQ(allValues(source, read), values) << utf8(source);
+        expectEnd(source);
     }
     ZRTokenizer doubles(u"1e-2 16777217 5pt a");
     EXPECT_EQ(doubles.nextTokenDoubleExp(), 0.01);
@@ -172,17 +192,21 @@ TEST(ZRTokenizer, KeepsFunctionsAndGroupsAsTheyStand) {
     };
     for (const auto& [source, values] : cases) {
         EXPECT_EQ(allValues(source, &ZRTokenizer::nextTokenValueFunc), values) << utf8(source);
+        expectEnd(source);
     }
 }
 
 TEST(ZRTokenizer, ReadsAnyDepthWithoutRecursion) {
     constexpr int kDepth = 1'000'000;
-    const UnicodeString open = text(std::string(kDepth, '('));
-    const UnicodeString digits = text("f(" + std::string(kDepth / 10, '1') + ")");
-    onSmallStack([&] {
-        EXPECT_EQ(ZRTokenizer(open).nextTokenValueFunc().toString(), open);
-        EXPECT_EQ(ZRTokenizer(digits).nextTokenValueFunc().toString(), digits);
-    });
+    std::string calls;
+    while (calls.size() < kDepth) {
+        calls += "f(";
+    }
+    const std::string digits = "f(" + std::string(kDepth / 10, '1') + ")";
+    for (const std::string& source : {std::string(kDepth, '('), calls, digits}) {
+        const UnicodeString group = text(source);
+        onSmallStack([&] { EXPECT_EQ(ZRTokenizer(group).nextTokenValueFunc().toString(), group); });
+    }
 }
 
 TEST(ZRTokenizer, PushesATokenBack) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/SmallStack.h"
 #include "tests/support/Values.h"
 
 namespace ZroCommon {
@@ -138,20 +139,24 @@ TEST(ZRValueLinks, ReadsAnyParametersOfAFragment) {
 }
 
 TEST(ZRValueLinks, ReadsEveryBeginningOfAText) {
-    const UnicodeString whole =
-        u"a.b\xD800#page=3-5&view=fith,'1&zoom=%31%,2&viewrect=1,2,3,4#&k%=%4";
-    for (int length = 0; length <= whole.length(); ++length) {
-        for (int start : {0, 4}) {
-            const UnicodeString text = whole.tempSubStringBetween(start, length);
-            EXPECT_FALSE(ZRValue::parsePDFOpenParameters(text).isString());
+    for (const UnicodeString& whole :
+         {UnicodeString(u"#page=3-5&view=fith,'1&zoom=%31%,2&viewrect=1,2,3,4#&k%=%4"),
+          UnicodeString(u"a\xD800#sheet=1&k=%u\xDC00%&nameddest=\"x\"&page=1\0&", 40)}) {
+        testing::forEveryBeginning(whole, [](const UnicodeString& text) {
+            const bool hasHash = text.indexOf(u'#') >= 0;
+            EXPECT_EQ(ZRValue::parsePDFOpenParameters(text).isNull(), text.startsWith(u'#'));
             EXPECT_EQ(ZRValue::parseXlinkHref(text).isNull(), text.isEmpty());
             EXPECT_FALSE(ZRValue::parseInternalDestination(text, 0).isString());
             EXPECT_FALSE(ZRValue::parseDestinationType(text).isEmpty());
-            EXPECT_EQ(ZRValue::parseExcelOpenParameters(text).isNull(), text.indexOf(u'#') < 0);
-            EXPECT_EQ(ZRValue::parseUriFragmentParameters(text, true).isString(),
-                      text.indexOf(u'=') < 0 && (start == 0 || length < 5));
-        }
+            EXPECT_EQ(ZRValue::parseExcelOpenParameters(text).isCompound(), hasHash);
+            EXPECT_TRUE(hasHash || ZRValue::parseUriFragmentParameters(text, true).isString());
+        });
     }
+    const UnicodeString brackets = testing::text("a#page=" + std::string(1'000'000, '('));
+    testing::onSmallStack([&] {
+        EXPECT_EQ(dump(ZRValue::parsePDFOpenParameters(brackets)),
+                  "map {page: 0; uri: a; view: xyz}");
+    });
 }
 
 }  // namespace

@@ -56,31 +56,26 @@ TEST(ZRWritingMode, ReadsShortNames) {
 }
 
 TEST(ZRWritingMode, JoinsLinesAndCharacters) {
+    // By the even index that they have in common.
     const struct {
-        const char* mode;
-        const char* directions[5];  // for which the index is odd
-        int even;
-    } cases[] = {
-        {"lr-tb", {"right-to-left", "rtl"}, 0},
-        {"rl-tb", {"right-to-left", "rtl"}, 0},
-        {"top-to-bottom", {"right-to-left", "rtl"}, 0},
-        {"tb-rl", {"bottom-to-top", "rtl"}, 2},
-        {"bt-rl", {"bottom-to-top", "rtl"}, 2},
-        {"right-to-left", {"bottom-to-top", "rtl"}, 2},
-        {"lr-bt", {"right-to-left", "rtl"}, 4},
-        {"rl-bt", {"right-to-left", "rtl"}, 4},
-        {"bottom-to-top", {"right-to-left", "rtl"}, 4},
-        {"tb-lr", {"bottom-to-top", "rtl"}, 6},
-        {"bt-lr", {"bottom-to-top", "rtl"}, 6},
-        {"left-to-right", {"bottom-to-top", "rtl"}, 6},
+        const char* modes[3];
+        std::string odd;
+    } groups[] = {
+        {{"lr-tb", "rl-tb", "top-to-bottom"}, "right-to-left"},
+        {{"tb-rl", "bt-rl", "right-to-left"}, "bottom-to-top"},
+        {{"lr-bt", "rl-bt", "bottom-to-top"}, "right-to-left"},
+        {{"tb-lr", "bt-lr", "left-to-right"}, "bottom-to-top"},
     };
-    for (const auto& [mode, directions, even] : cases) {
-        for (const char* direction : {"right-to-left", "bottom-to-top", "rtl", "ltr", ""}) {
-            const std::string asked = direction;
-            const int odd = asked == directions[0] || asked == directions[1] ? 1 : 0;
-            EXPECT_EQ(ZRWritingMode(text(mode), text(direction)).getIndex(), even + odd)
-                << mode << " " << direction;
+    int even = 0;
+    for (const auto& [modes, odd] : groups) {
+        for (const char* mode : modes) {
+            for (const char* direction : {"right-to-left", "bottom-to-top", "rtl", "ltr", ""}) {
+                const bool isOdd = direction == odd || direction == std::string("rtl");
+                EXPECT_EQ(ZRWritingMode(text(mode), text(direction)).getIndex(), even + isOdd)
+                    << mode << " " << direction;
+            }
         }
+        even += 2;
     }
     EXPECT_EQ(ZRWritingMode(ZRN_rl, ZRN_rtl).getIndex(), 0);
 }
@@ -127,31 +122,17 @@ TEST(ZRWritingMode, TurnsLeftAndRightIntoPages) {
 }
 
 TEST(ZROrientation, IsTheNearestQuarterTurn) {
-    const struct {
-        int degrees;
-        int expected;
-    } cases[] = {
-        {0, 0},
-        {44, 0},
-        {45, 90},
-        {134, 90},
-        {180, 180},
-        {270, 270},
-        {315, 0},
-        {450, 90},
-        {-44, 0},
-        {-45, 270},
-        {-90, 270},
-        {-134, 270},
-        {-135, 180},
-        {-360, 0},
-        {std::numeric_limits<int>::max(), 90},
-        {std::numeric_limits<int>::min(), 270},
-    };
-    for (const auto& [degrees, expected] : cases) {
-        EXPECT_EQ(ZROrientation(degrees), expected) << degrees;
-        EXPECT_EQ(ZROrientation(ZRValue(degrees)), expected) << degrees;
+    for (int quarter = -8; quarter <= 8; ++quarter) {
+        for (const int off : {-44, 0, 44}) {
+            const int degrees = quarter * 90 + off;
+            EXPECT_EQ(ZROrientation(degrees), (quarter + 8) % 4 * 90) << degrees;
+            EXPECT_EQ(ZROrientation(ZRValue(degrees)), (quarter + 8) % 4 * 90) << degrees;
+        }
     }
+    EXPECT_EQ(ZROrientation(45), 90) << "halves go away from zero";
+    EXPECT_EQ(ZROrientation(-45), 270);
+    EXPECT_EQ(ZROrientation(std::numeric_limits<int>::max()), 90);
+    EXPECT_EQ(ZROrientation(std::numeric_limits<int>::min()), 270);
     EXPECT_EQ(ZROrientation(ZRValue(89.5F, ZRValueUnitDeg)), 90);
     EXPECT_EQ(ZROrientation(ZRValue(ZRN_auto)), 0);
     const ZRValue value = ZROrientation(90);

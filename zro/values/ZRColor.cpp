@@ -115,10 +115,8 @@ void ZRColor::adjustSeparationFlags(bool hasRGB, bool hasTint, bool hasCMYK) {
 }
 
 bool ZRColor::isInvalid() const {
-    if (isSpecial()) {
-        return !isTransparent() && !isCurrentColor();
-    }
-    return isICCColorProfile() && m_name.startsWith(u'#');
+    const bool hasNoRGB = isSpecial() && !isTransparent() && !isCurrentColor();
+    return hasNoRGB || (isICCColorProfile() && m_name.startsWith(u'#'));
 }
 
 bool ZRColor::isRegistrationName() const {
