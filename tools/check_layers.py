@@ -33,7 +33,7 @@ PRIVATE_HEADERS = {
     "zlib.h": {"compression"},
     "curl/curl.h": {"http"},
     "emmintrin.h": {"xml"},
-    "immintrin.h": {"xml"},
+    "immintrin.h": {"compression", "xml"},
 }
 
 

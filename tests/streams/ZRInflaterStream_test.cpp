@@ -1,18 +1,14 @@
 #include "zro/streams/compression/ZRInflaterStream.h"
 
-#include <iterator>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "tests/support/Deflate.h"
+#include "tests/support/Streams.h"
 
 namespace ZroCommon::testing {
 namespace {
-
-std::string restOf(std::istream& stream) {
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 std::string inflated(const std::string& block, bool copy = false) {
     ZRInflaterStream stream(block.data(), block.size(), copy);
@@ -39,20 +35,10 @@ TEST(ZRInflaterStream, CopiesTheBlockWhenAsked) {
 }
 
 TEST(ZRInflaterStream, PutsBackTenBytesAnywhere) {
-    const std::string bytes = noise(100000);
+    const std::string bytes = noise(35000);
     const std::string block = deflated(bytes);
     ZRInflaterStream stream(block.data(), block.size(), false);
-    std::string last(10, '\0');
-    for (std::size_t at = 0; at < bytes.size(); ++at) {
-        ASSERT_EQ(stream.get(), bytes[at]) << at;
-        if (at % 4096 >= 9 && at % 4096 < 40) {
-            for (std::size_t back = 0; back < last.size(); ++back) {
-                ASSERT_TRUE(stream.unget()) << at;
-            }
-            stream.read(last.data(), 10);
-            ASSERT_EQ(last, bytes.substr(at - 9, 10));
-        }
-    }
+    EXPECT_EQ(readsTwice(stream, bytes), bytes.size());
     EXPECT_EQ(stream.get(), EOF);
     stream.clear();
     EXPECT_TRUE(stream.unget()) << "also at the end";
@@ -94,15 +80,15 @@ TEST(ZRInflaterStream, DamagedDataGivesWhatCameBefore) {
 }
 
 TEST(ZRInflaterStream, BombsExpandPieceByPiece) {
-    const std::string block = deflated(std::string(1U << 24U, '\0'), kRaw, 9);
-    EXPECT_LT(block.size(), 17000U);
+    const std::string block = deflated(std::string(1U << 22U, '\0'), kRaw, 9);
+    EXPECT_LT(block.size(), 4300U);
     ZRInflaterStream stream(block.data(), block.size(), false);
     std::size_t count = 0;
     for (std::string piece(1000, 'x'); stream.read(piece.data(), 1000); count += 1000) {
         ASSERT_EQ(piece.find_first_not_of('\0'), std::string::npos);
         ASSERT_LE(stream.rdbuf()->in_avail(), 32768);
     }
-    EXPECT_EQ(count + static_cast<std::size_t>(stream.gcount()), 1U << 24U);
+    EXPECT_EQ(count + static_cast<std::size_t>(stream.gcount()), 1U << 22U);
 }
 
 }  // namespace

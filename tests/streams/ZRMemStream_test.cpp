@@ -18,10 +18,6 @@ std::string contentOf(ZRMemStream& stream) {
     return content;
 }
 
-std::string restOf(ZRMemStream& stream) {
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 std::size_t growBytesOf(ZRMemStream& stream) {
     return static_cast<ZRMemStreamBuf*>(stream.rdbuf())->getGrowBytes();
 }

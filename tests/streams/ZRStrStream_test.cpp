@@ -1,18 +1,14 @@
 #include "zro/streams/ZRStrStream.h"
 
-#include <iterator>
 #include <string>
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Streams.h"
 #include "zro/streams/internal/RewindStream.h"
 
 namespace ZroCommon::testing {
 namespace {
-
-std::string restOf(std::istream& stream) {
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 TEST(ZRStrStream, ReadsItsOwnCopyOrTheCallersBlock) {
     std::string block("a\0b", 3);

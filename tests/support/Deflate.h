@@ -34,6 +34,19 @@ inline std::string deflated(std::string_view bytes, int windowBits = kRaw, int l
     return packed;
 }
 
+/// What stands behind the data of a gzip member.
+inline std::string trailer(std::string_view bytes) {
+    const uLong check =
+        crc32(0, reinterpret_cast<const Bytef*>(bytes.data()), static_cast<uInt>(bytes.size()));
+    std::string result;
+    for (const std::uint64_t number : {std::uint64_t{check}, std::uint64_t{bytes.size()}}) {
+        for (unsigned shift = 0; shift < 32; shift += 8) {
+            result += static_cast<char>(number >> shift);
+        }
+    }
+    return result;
+}
+
 /// Bytes that do not pack well and have no period, the same in every run.
 inline std::string noise(std::size_t size) {
     std::string bytes(size, '\0');

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <istream>
+#include <iterator>
 #include <sstream>
 #include <stdexcept>
 #include <streambuf>
@@ -9,6 +11,30 @@
 #include <utility>
 
 namespace ZroCommon::testing {
+
+/// What is left in a stream.
+inline std::string restOf(std::istream& stream) {
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+/// Reads `bytes` one by one, goes back over the last ten behind each and reads them again.
+/// \return the number of bytes read before something was amiss; all of them when nothing was
+inline std::size_t readsTwice(std::istream& stream, const std::string& bytes) {
+    std::string again;
+    for (std::size_t at = 0; at < bytes.size(); ++at) {
+        const std::size_t count = std::min<std::size_t>(at + 1, 10);
+        again.assign(count, '\0');
+        bool holds = stream.get() == std::char_traits<char>::to_int_type(bytes[at]);
+        for (std::size_t back = 0; back < count; ++back) {
+            holds = stream.unget() && holds;
+        }
+        stream.read(again.data(), static_cast<std::streamsize>(count));
+        if (!holds || bytes.compare(at + 1 - count, count, again) != 0) {
+            return at;
+        }
+    }
+    return bytes.size();
+}
 
 /// A buffer that cannot seek and refills `step` bytes at a time; the base of the others.
 class PiecewiseBuf : public std::streambuf {

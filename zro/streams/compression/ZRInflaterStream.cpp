@@ -33,7 +33,7 @@ public:
 private:
     std::span<const char> m_data;
     std::unique_ptr<char[]> m_copy;  // null when the block is the caller's
-    InflateState m_state{Framing::Raw};
+    InflateState m_state;
     ExpandedBlock m_block;
 };
 

@@ -10,10 +10,7 @@ namespace {
 constexpr std::size_t kLargestPiece = std::size_t{1} << 30U;
 static_assert(kLargestPiece <= std::numeric_limits<uInt>::max());
 
-// As zlib asks for it: negative for no framing, 16 more for gzip's.
-int windowBits(Framing framing) {
-    return framing == Framing::Raw ? -MAX_WBITS : MAX_WBITS + 16;
-}
+constexpr int kRawData = -MAX_WBITS;  // negative for no framing
 
 uInt pieceOf(std::size_t size) {
     return static_cast<uInt>(std::min(size, kLargestPiece));
@@ -21,12 +18,7 @@ uInt pieceOf(std::size_t size) {
 
 }  // namespace
 
-InflateState::InflateState(Framing framing)
-    : m_setUp(inflateInit2(&m_stream, windowBits(framing))) {
-    if (isReady() && framing == Framing::Gzip) {
-        inflateValidate(&m_stream, 0);
-    }
-}
+InflateState::InflateState() : m_setUp(inflateInit2(&m_stream, kRawData)) {}
 
 InflateState::~InflateState() {
     if (isReady()) {
@@ -46,10 +38,16 @@ void InflateState::setInput(std::span<const char> input, bool isLast) {
     m_input = input;
     m_isLast = isLast;
     m_stream.avail_in = 0;
+    feed();
+}
+
+std::span<const char> InflateState::inputLeft() const {
+    const char* const next = reinterpret_cast<const char*>(m_stream.next_in);
+    return {next, m_stream.avail_in + m_input.size()};
 }
 
 void InflateState::feed() {
-    if (m_stream.avail_in == 0 && !m_input.empty()) {
+    if (m_stream.avail_in == 0) {
         const uInt size = pieceOf(m_input.size());
         // zlib only reads its input, but not all of its versions say so.
         m_stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(m_input.data()));
@@ -84,7 +82,7 @@ std::size_t InflateState::expand(std::span<char> room) {
         const int code = inflate(&m_stream, isLastStep ? Z_FINISH : Z_NO_FLUSH);
         made += wanted - m_stream.avail_out;
         judge(code);
-        if (inputLeft() == 0 && m_stream.avail_out > 0) {
+        if (needsInput() && m_stream.avail_out > 0) {
             break;
         }
     }

@@ -8,15 +8,10 @@
 
 namespace ZroCommon::internal {
 
-/// What stands around the compressed data.
-enum class Framing : std::uint8_t { Raw, Gzip };
-
-/// Expands deflated data that comes in pieces of any size, to room of any size.
-///
-/// Check values behind the data are not looked at: what could be expanded is worth having.
+/// Expands raw deflate data (RFC 1951) that comes in pieces of any size, to room of any size.
 class InflateState {
 public:
-    explicit InflateState(Framing framing);
+    InflateState();
     InflateState(const InflateState&) = delete;
     InflateState& operator=(const InflateState&) = delete;
     ~InflateState();
@@ -30,7 +25,12 @@ public:
     /// Sets the next piece of the input; it has to last until it is used up.
     /// \param isLast  true when nothing comes behind it, which spares work on small data
     void setInput(std::span<const char> input, bool isLast);
-    std::size_t inputLeft() const { return m_stream.avail_in + m_input.size(); }
+    /// What is not used up yet of the input.
+    std::span<const char> inputLeft() const;
+    /// True when only more input lets it go on.
+    bool needsInput() const {
+        return m_status == Status::Running && m_stream.avail_in == 0 && m_input.empty();
+    }
 
     /// Expands until the room is full, the input is used up, or the data ends.
     /// \return the number of bytes made

@@ -1,0 +1,246 @@
+#include "zro/streams/compression/ZRGzipStream.h"
+
+#include <memory>
+#include <new>
+#include <sstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/Deflate.h"
+#include "tests/support/Streams.h"
+#include "tests/support/TempFolder.h"
+#include "zro/streams/compression/internal/Crc32.h"
+
+namespace ZroCommon::testing {
+namespace {
+
+using namespace std::string_literals;
+
+std::string fromStream(const std::string& bytes) {
+    std::istringstream source(bytes);
+    ZRGzipStream stream(source);
+    return restOf(stream);
+}
+
+std::string fromFile(const TempFolder& folder, const std::string& bytes) {
+    ZRGzipStream stream(folder.write("file", bytes));
+    return stream.is_open() ? restOf(stream) : "not open";
+}
+
+std::string packed(const std::string& bytes) {
+    return deflated(bytes, kGzip);
+}
+
+// A member whose header says what `flags` and `extra` do.
+std::string member(char flags, const std::string& extra, const std::string& bytes) {
+    return "\x1F\x8B\x08"s + flags + "\0\0\0\0\0\xFF"s + extra + deflated(bytes) + trailer(bytes);
+}
+
+TEST(ZRGzipStream, ReadsWhatIsPackedAndWhatIsNot) {
+    const TempFolder folder;
+    const std::string longText = noise(100000);
+    const struct {
+        std::string file, content;
+    } cases[] = {
+        {"", ""},
+        {"a", "a"},
+        {"\x1F", "\x1F"},
+        {"plain text", "plain text"},
+        {longText, longText},
+        {packed(""), ""},
+        {packed("abc"), "abc"},
+        {packed(longText), longText},
+        {deflated(longText, kGzip, 0), longText},
+        {member('\x08', "name\0"s, "abc"), "abc"},
+        {member('\x1C', "\x02\0xyname\0comment\0"s, "abc"), "abc"},
+        {member('\x04', "\x00\x01"s + std::string(256, 'x'), longText), longText},
+        {packed("abc") + "garbage", "abc"},
+    };
+    for (const auto& [file, content] : cases) {
+        EXPECT_EQ(fromStream(file), content) << file.substr(0, 40);
+        EXPECT_EQ(fromFile(folder, file), content) << file.substr(0, 40);
+    }
+}
+
+TEST(ZRGzipStream, TellsWhetherAFileIsOpen) {
+    const TempFolder folder;
+    EXPECT_FALSE(ZRGzipStream(folder.file("missing")).is_open());
+    EXPECT_FALSE(ZRGzipStream(text(folder.path())).is_open()) << "a folder";
+    EXPECT_FALSE(ZRGzipStream(static_cast<const char*>(nullptr)).is_open());
+    EXPECT_FALSE(ZRGzipStreamBuf(static_cast<const char16_t*>(nullptr)).is_open());
+    const UnicodeString path = folder.write("\xC3\xBC.gz", packed("abc"));
+    EXPECT_TRUE(ZRGzipStream(path).is_open());
+    EXPECT_TRUE(ZRGzipStreamBuf(UnicodeString(path).getTerminatedBuffer()).is_open());
+    ZRGzipStream narrow((folder.path() + "/\xC3\xBC.gz").c_str());
+    EXPECT_EQ(restOf(narrow), "abc");
+}
+
+// The two roads differ here: a stream has one member, and a header that is none is text.
+TEST(ZRGzipStream, ReadsOneMemberOfAStreamAndAllOfAFile) {
+    const TempFolder folder;
+    const struct {
+        std::string file, stream, path;
+    } cases[] = {
+        {packed("abc") + packed("def"), "abc", "abcdef"},
+        {packed("") + packed("def"), "", "def"},
+        {packed("abc") + "\x1F", "abc", "abc"},
+        {"\x1F\x8B\x07 method"s, "\x1F\x8B\x07 method"s, ""},
+        {"\x1F\x8B\x08\x20 flag"s, "\x1F\x8B\x08\x20 flag"s, ""},
+        {"\x1F\x8B", "\x1F\x8B", ""},
+        {"\x1F\x8B\x08", "\x1F\x8B\x08", ""},
+        {packed("abc") + "\x1F\x8B\x07"s, "abc", "abc"},
+    };
+    for (const auto& [file, stream, path] : cases) {
+        EXPECT_EQ(fromStream(file), stream) << file;
+        EXPECT_EQ(fromFile(folder, file), path) << file;
+    }
+}
+
+TEST(ZRGzipStream, PutsBackTenBytesAnywhere) {
+    const std::string bytes = noise(35000);
+    std::istringstream source(packed(bytes));
+    std::istringstream plain(bytes);
+    const TempFolder folder;
+    ZRGzipStream streams[] = {source, plain, folder.write("a", packed(bytes))};
+    for (ZRGzipStream& stream : streams) {
+        EXPECT_EQ(readsTwice(stream, bytes), bytes.size());
+        EXPECT_EQ(stream.get(), EOF);
+    }
+}
+
+TEST(ZRGzipStream, BeginsAtTheStartOfAStreamAndGoesOnByBlocks) {
+    const std::string file = packed(noise(30000)) + noise(9000);
+    std::istringstream source(file);
+    source.seekg(100);
+    ZRGzipStream stream(source);
+    EXPECT_EQ(source.tellg(), 10);
+    EXPECT_EQ(restOf(stream).size(), 30000U);
+    EXPECT_EQ((source.tellg() - std::streamoff{10}) % 4096, 0);
+}
+
+// On purpose: zlib's own file functions hold the last run back too.
+TEST(ZRGzipStream, AFaultInAFileHoldsBackTheLastRun) {
+    const TempFolder folder;
+    const std::string bytes = noise(40000);
+    std::string file = packed(bytes);
+    file[file.size() - 8] ^= 1;  // the check value
+    EXPECT_EQ(fromStream(file), bytes) << "which nobody looks at in a stream";
+    EXPECT_EQ(fromFile(folder, file), bytes.substr(0, 32768));
+    file[file.size() - 8] ^= 1;
+    file[file.size() - 1] ^= 1;  // the size
+    EXPECT_EQ(fromFile(folder, file + packed("abc")), bytes.substr(0, 32768));
+    file = packed("abc");
+    file[file.size() - 8] ^= 1;
+    EXPECT_EQ(fromFile(folder, file), "abc") << "unless it is all there is";
+}
+
+TEST(ZRGzipStream, CutDataGivesWhatIsThere) {
+    const TempFolder folder;
+    const std::string bytes = noise(500);
+    const std::string file = member('\x1E', "\x02\0xyname\0comment\0  "s, bytes);
+    for (std::size_t size = 4; size < file.size(); ++size) {
+        const std::string got = fromStream(file.substr(0, size));
+        ASSERT_TRUE(bytes.starts_with(got)) << size;
+        ASSERT_EQ(fromFile(folder, file.substr(0, size)), got) << size;
+        ASSERT_TRUE(got.size() == 500 || size < file.size() - 8);
+    }
+}
+
+// Whatever a stream does at any place, nothing but an early end comes of it.
+template <class Buf>
+void survivesAtEveryByte(const std::string& file, const std::string& bytes) {
+    for (std::size_t at = 0; at <= file.size(); ++at) {
+        for (const auto thrown : {std::ios::goodbit, std::ios::badbit | std::ios::failbit}) {
+            Buf buffer(file, at);
+            std::istream source(&buffer);
+            source.exceptions(thrown);
+            ZRGzipStream stream(source);
+            const std::string& content = at < 4 ? file : bytes;  // no header before that
+            ASSERT_TRUE(content.starts_with(restOf(stream))) << at;
+        }
+    }
+}
+
+// Seeks nowhere but to its start.
+template <class Base>
+class Rewinding : public Base {
+public:
+    using Base::Base;
+
+protected:
+    std::streampos seekpos(std::streampos position, std::ios_base::openmode /*which*/) override {
+        this->rewind();
+        this->setg(nullptr, nullptr, nullptr);
+        return position;
+    }
+};
+
+TEST(ZRGzipStream, SurvivesBrokenStreams) {
+    const std::string bytes = noise(300);
+    const std::string file = packed(bytes);
+    survivesAtEveryByte<Rewinding<FailAtBuf>>(file, bytes);
+    survivesAtEveryByte<Rewinding<ThrowAtBuf>>(file, bytes);
+    Rewinding<ShortReadBuf> slow(file);
+    std::istream source(&slow);
+    ZRGzipStream stream(source);
+    EXPECT_EQ(restOf(stream), bytes);
+    NoSeekBuf fixed(file);
+    std::istream unable(&fixed);
+    ZRGzipStream none(unable);
+    EXPECT_EQ(restOf(none), "") << "it has to be able to seek";
+}
+
+TEST(ZRGzipOStream, WritesWhatTheReadersRead) {
+    const TempFolder folder;
+    for (const std::size_t size : {0U, 1U, 4095U, 4096U, 4097U, 300000U}) {
+        const std::string bytes = noise(size);
+        std::ostringstream target;
+        ZRGzipOStream(target) << bytes;
+        EXPECT_EQ(fromStream(target.str()), bytes);
+        ZRGzipOStream(folder.file("out")) << bytes;
+        EXPECT_EQ(folder.read("out"), target.str());
+    }
+    ZRGzipOStream lost(text(folder.path()));
+    EXPECT_TRUE(lost << noise(10000)) << "only the file below could tell";
+}
+
+// On purpose: a flush cannot stand in the middle of the data.
+TEST(ZRGzipOStream, AFlushEndsTheData) {
+    std::ostringstream target;
+    {
+        ZRGzipOStream stream(target);
+        stream << "abc" << std::endl << "lost" << std::flush << noise(10000);
+        EXPECT_TRUE(stream.good());
+    }
+    EXPECT_EQ(fromStream(target.str()), "abc\n");
+    EXPECT_EQ(target.str().size(), packed("abc\n").size());
+}
+
+TEST(ZRGzipOStream, SurvivesStreamsThatFailAndThrow) {
+    std::ofstream full("/dev/full");
+    ZRGzipOStream(full) << noise(100000);
+    EXPECT_FALSE(full);
+    std::ostringstream target;
+    target.setstate(std::ios::failbit);
+    ZRGzipOStream(target) << noise(100000);
+    full.exceptions(std::ios::goodbit);
+    full.clear();
+    full.exceptions(std::ios::badbit);
+    ZRGzipOStream(full) << noise(100000);
+}
+
+TEST(Crc32, IsThatOfZlib) {
+    const std::string bytes = noise(5000);
+    for (std::size_t size = 0; size < 400; ++size) {
+        const auto expected = crc32(7, reinterpret_cast<const Bytef*>(bytes.data() + size % 17),
+                                    static_cast<uInt>(size));
+        ASSERT_EQ(internal::extendCrc32(7, {bytes.data() + size % 17, size}), expected) << size;
+    }
+    EXPECT_EQ(internal::extendCrc32(internal::extendCrc32(0, {bytes.data(), 1234}),
+                                    {bytes.data() + 1234, 3766}),
+              crc32(0, reinterpret_cast<const Bytef*>(bytes.data()), 5000));
+}
+
+}  // namespace
+}  // namespace ZroCommon::testing

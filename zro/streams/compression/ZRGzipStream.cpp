@@ -1,0 +1,111 @@
+#include "zro/streams/compression/ZRGzipStream.h"
+
+#include "zro/platform/internal/NativeFile.h"
+#include "zro/streams/compression/internal/GzipReader.h"
+#include "zro/streams/compression/internal/GzipWriter.h"
+
+namespace ZroCommon {
+
+ZRGzipStreamBuf::ZRGzipStreamBuf(const UnicodeString& path)
+    : m_reader(internal::readGzipFile(path)) {}
+
+ZRGzipStreamBuf::ZRGzipStreamBuf(const char* path) {
+    if (path != nullptr) {
+        m_reader = internal::readGzipFile(UnicodeString::fromUTF8(path));
+    }
+}
+
+ZRGzipStreamBuf::ZRGzipStreamBuf(const char16_t* path) {
+    if (path != nullptr) {
+        m_reader = internal::readGzipFile(UnicodeString(path));
+    }
+}
+
+ZRGzipStreamBuf::ZRGzipStreamBuf(std::istream& stream)
+    : m_reader(internal::readGzipStream(stream)) {}
+
+ZRGzipStreamBuf::~ZRGzipStreamBuf() = default;
+
+ZRGzipStreamBuf::int_type ZRGzipStreamBuf::underflow() {
+    if (gptr() < egptr()) {
+        return traits_type::to_int_type(*gptr());
+    }
+    if (!is_open()) {
+        return traits_type::eof();
+    }
+    internal::ExpandedBlock& block = m_reader->block();
+    const std::size_t made = m_reader->read(block.next(eback(), gptr()));
+    if (made == 0) {
+        return traits_type::eof();
+    }
+    setg(block.begin(), block.bytes(), block.bytes() + made);
+    return traits_type::to_int_type(*gptr());
+}
+
+ZRGzipStream::ZRGzipStream(const UnicodeString& path)
+    : std::basic_istream<char>(nullptr), m_buffer(path) {
+    init(&m_buffer);
+}
+
+ZRGzipStream::ZRGzipStream(const char* path) : std::basic_istream<char>(nullptr), m_buffer(path) {
+    init(&m_buffer);
+}
+
+ZRGzipStream::ZRGzipStream(std::istream& stream)
+    : std::basic_istream<char>(nullptr), m_buffer(stream) {
+    init(&m_buffer);
+}
+
+ZRGzipStream::~ZRGzipStream() = default;
+
+ZRGzipOStreamBuf::ZRGzipOStreamBuf(const UnicodeString& path)
+    : m_writer(std::make_unique<internal::GzipWriter>(internal::openOutputFile(path))) {
+    resetPut();
+}
+
+ZRGzipOStreamBuf::ZRGzipOStreamBuf(std::ostream& stream)
+    : m_writer(std::make_unique<internal::GzipWriter>(&stream)) {
+    resetPut();
+}
+
+ZRGzipOStreamBuf::~ZRGzipOStreamBuf() {
+    try {
+        m_writer->finish({pbase(), pptr()});
+    } catch (...) {  // NOLINT(bugprone-empty-catch): nobody is left who could be told
+    }
+}
+
+void ZRGzipOStreamBuf::resetPut() {
+    auto& room = m_writer->room();
+    setp(room.data(), room.data() + room.size());
+}
+
+ZRGzipOStreamBuf::int_type ZRGzipOStreamBuf::overflow(int_type character) {
+    m_writer->write({pbase(), pptr()});
+    resetPut();
+    if (traits_type::eq_int_type(character, traits_type::eof())) {
+        return traits_type::not_eof(character);
+    }
+    return sputc(traits_type::to_char_type(character));
+}
+
+// On purpose: a flush ends the data, and what is written behind it is lost.
+int ZRGzipOStreamBuf::sync() {
+    m_writer->finish({pbase(), pptr()});
+    resetPut();
+    return 0;
+}
+
+ZRGzipOStream::ZRGzipOStream(const UnicodeString& path)
+    : std::basic_ostream<char>(nullptr), m_buffer(path) {
+    init(&m_buffer);
+}
+
+ZRGzipOStream::ZRGzipOStream(std::ostream& stream)
+    : std::basic_ostream<char>(nullptr), m_buffer(stream) {
+    init(&m_buffer);
+}
+
+ZRGzipOStream::~ZRGzipOStream() = default;
+
+}  // namespace ZroCommon

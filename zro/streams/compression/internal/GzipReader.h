@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <istream>
+#include <memory>
+#include <span>
+
+#include "zro/foundation/Text.h"
+#include "zro/streams/compression/internal/ExpandedBlock.h"
+
+namespace ZroCommon::internal {
+
+/// Gives the bytes of gzip data, or of what is none as it stands.
+class GzipReader {
+public:
+    GzipReader() = default;
+    GzipReader(const GzipReader&) = delete;
+    GzipReader& operator=(const GzipReader&) = delete;
+    virtual ~GzipReader() = default;
+
+    /// Reads up to as many bytes as there is room for. \return their number, 0 at the end
+    virtual std::size_t read(std::span<char> room) = 0;
+
+    ExpandedBlock& block() { return m_block; }
+
+private:
+    ExpandedBlock m_block;
+};
+
+/// Reads a file: all members of it, as zlib does. \return null when it cannot be opened
+std::unique_ptr<GzipReader> readGzipFile(const UnicodeString& path);
+
+/// Reads the first member of a stream that can seek, from the start of the stream. It must live as
+/// long as the reader.
+std::unique_ptr<GzipReader> readGzipStream(std::istream& stream);
+
+}  // namespace ZroCommon::internal
