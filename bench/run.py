@@ -18,7 +18,7 @@ import sys
 HERE = pathlib.Path(__file__).resolve().parent
 PROGRAMS = ("xml_pull_bench", "xml_tree_bench", "xml_write_bench", "first_element_bench",
             "names_bench", "text_bench", "values_bench", "load_bench", "endless_bench",
-            "growth_bench", "xls_format_bench")
+            "growth_bench", "xls_format_bench", "gzip_bench")
 BINDING = ("fo-10m", "docbook", "japanese", "small")
 CORPUS_TITLES = {
     "fo-10m": "FO of 10 MB", "docbook": "DocBook-made FO", "japanese": "Japanese FO",
@@ -123,6 +123,13 @@ def goals(figures):
     yield Goal("Builtin name looked up, in document order", 10,
                figures.value("names", "document order", "zro"), "ns", True)
     yield from value_goals(figures)
+    for corpus in figures.names("corpus", "gzip"):
+        loops = [figures.value("gzip", corpus, name)
+                 for name in figures.names("contender", "gzip") if name.startswith("gzread")]
+        for road in ("file", "stream"):
+            yield Goal(f"Gzip from a {road}, {CORPUS_TITLES[corpus]}: times the best gzread loop",
+                       1, ratio(min(loops), figures.value("gzip", corpus, f"zro {road}")), "x",
+                       False)
     load = [figures.value("load", "library", name) for name in ("zro", "empty")]
     yield Goal("Load of the library over an empty one", 60, scaled(difference(*load), 1e-3), "us",
                True)
@@ -205,6 +212,8 @@ def sections(figures):
     if "text" in jobs:
         yield ("Base64 of 192 KB through streams, and numbers from UTF-16",
                field_table(figures, "text", "ns", "ns"))
+    if "gzip" in jobs:
+        yield "Gzip read to the end (MB of the document)", speed_table(figures, "gzip")
     if "endless" in jobs:
         stream = figures.find("endless", "stream", "zro")
         yield ("A document without end, walked in pull mode", table(

@@ -1,17 +1,12 @@
 #pragma once
 
-#include <istream>
-#include <iterator>
 #include <string>
 
+#include "tests/support/Streams.h"
 #include "tests/support/Text.h"
 #include "zro/containers/zip/ZRZipFile.h"
 
 namespace ZroCommon::testing {
-
-inline std::string restOf(std::istream& stream) {
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 /// The entries as "a=content b=content"; what is longer than 20 bytes as its size.
 inline std::string listing(const ZRZipFile& package) {

@@ -7,17 +7,17 @@
 namespace ZroCommon {
 
 ZRGzipStreamBuf::ZRGzipStreamBuf(const UnicodeString& path)
-    : m_reader(internal::readGzipFile(path)) {}
+    : m_reader(internal::readGzipFile(internal::openInputFile(path))) {}
 
 ZRGzipStreamBuf::ZRGzipStreamBuf(const char* path) {
     if (path != nullptr) {
-        m_reader = internal::readGzipFile(UnicodeString::fromUTF8(path));
+        m_reader = internal::readGzipFile(internal::openInputFile(UnicodeString::fromUTF8(path)));
     }
 }
 
 ZRGzipStreamBuf::ZRGzipStreamBuf(const char16_t* path) {
     if (path != nullptr) {
-        m_reader = internal::readGzipFile(UnicodeString(path));
+        m_reader = internal::readGzipFile(internal::openInputFile(UnicodeString(path)));
     }
 }
 

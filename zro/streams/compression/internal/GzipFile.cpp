@@ -3,7 +3,6 @@
 #include <array>
 #include <utility>
 
-#include "zro/platform/internal/NativeFile.h"
 #include "zro/streams/compression/internal/Crc32.h"
 #include "zro/streams/compression/internal/GzipHeader.h"
 #include "zro/streams/compression/internal/GzipReader.h"
@@ -154,12 +153,8 @@ private:
 
 }  // namespace
 
-std::unique_ptr<GzipReader> readGzipFile(const UnicodeString& path) {
-    auto file = openInputFile(path);
-    if (file == nullptr) {
-        return nullptr;
-    }
-    return std::make_unique<GzipFile>(std::move(file));
+std::unique_ptr<GzipReader> readGzipFile(std::unique_ptr<std::istream> file) {
+    return file == nullptr ? nullptr : std::make_unique<GzipFile>(std::move(file));
 }
 
 }  // namespace ZroCommon::internal

@@ -5,7 +5,6 @@
 #include <memory>
 #include <span>
 
-#include "zro/foundation/Text.h"
 #include "zro/streams/compression/internal/ExpandedBlock.h"
 
 namespace ZroCommon::internal {
@@ -27,8 +26,8 @@ private:
     ExpandedBlock m_block;
 };
 
-/// Reads a file: all members of it, as zlib does. \return null when it cannot be opened
-std::unique_ptr<GzipReader> readGzipFile(const UnicodeString& path);
+/// Reads all members of a file, as zlib does. \return null without a file
+std::unique_ptr<GzipReader> readGzipFile(std::unique_ptr<std::istream> file);
 
 /// Reads the first member of a stream that can seek, from the start of the stream. It must live as
 /// long as the reader.

@@ -1,0 +1,231 @@
+#include "zro/streams/ZRTempFile.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <set>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <sys/resource.h>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/Deflate.h"
+#include "tests/support/Errors.h"
+#include "tests/support/TempFolder.h"
+#include "zro/platform/internal/TempFile.h"
+
+namespace ZroCommon::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path pathOf(const UnicodeString& name) {
+    return utf8(name);
+}
+
+const unsigned char* bytesOf(const std::string& block) {
+    return reinterpret_cast<const unsigned char*>(block.data());
+}
+
+std::string contentOf(const UnicodeString& name) {
+    std::ifstream file(pathOf(name), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// The counter in a name such as ".../a1f_0a3c.tmp".
+unsigned long numberIn(const UnicodeString& name) {
+    const std::string text = pathOf(name).filename().string();
+    return std::stoul(text.substr(text.find('_') + 1), nullptr, 16);
+}
+
+// A folder with a slash at its end, as the class takes it.
+class TempFiles : public ::testing::Test {
+protected:
+    UnicodeString make(const char* suffix = "") const {
+        return ZRTempFile::getTempFile((m_folder.path() + "/").c_str(), "", suffix);
+    }
+
+    const TempFolder m_folder;
+    const UnicodeString m_dir = text(m_folder.path() + "/");
+};
+
+TEST_F(TempFiles, NamesFollowOneAnother) {
+    const UnicodeString first = make();
+    const UnicodeString second = make(".xml");
+    EXPECT_EQ(numberIn(second), numberIn(first) + 1);
+    std::ostringstream start;
+    start << m_folder.path() << "/" << std::hex << getpid() << "_";
+    EXPECT_TRUE(utf8(first).starts_with(start.str())) << utf8(first);
+    EXPECT_TRUE(utf8(second).ends_with(".xml"));
+    EXPECT_TRUE(fs::is_regular_file(pathOf(first)) && fs::is_empty(pathOf(first)));
+    EXPECT_EQ(fs::status(pathOf(first)).permissions(),
+              fs::perms::owner_read | fs::perms::owner_write);
+    const ZRTempFile inside(text(m_folder.path()), u"\u00FC", UnicodeString());
+    EXPECT_TRUE(utf8(inside.getFileName()).starts_with(m_folder.path() + "\u00FC"))
+        << "no separator is added";
+    EXPECT_TRUE(fs::exists(pathOf(inside.getFileName())));
+}
+
+TEST_F(TempFiles, LivesInTheTemporaryFolderByDefault) {
+    const ZRTempFile file("", nullptr, ".zro");
+    const std::string folder = ZRTempFile::getTempDirectory().c_str();
+    EXPECT_TRUE(utf8(file.getFileName()).starts_with(folder));
+    EXPECT_EQ(folder.back(), '/');
+    const char* const before = std::getenv("TMPDIR");
+    const std::string kept = before != nullptr ? before : "";
+    for (const auto& [value, expected] :
+         {std::pair{"", "/tmp/"}, {"/a", "/a/"}, {"/a/b/", "/a/b/"}, {"c", "c/"}}) {
+        setenv("TMPDIR", value, 1);
+        EXPECT_EQ(internal::temporaryFolder(), text(expected));
+    }
+    before != nullptr ? setenv("TMPDIR", kept.c_str(), 1) : unsetenv("TMPDIR");
+    EXPECT_EQ(ZRTempFile::getTempDirectory().c_str(), folder) << "asked for once";
+}
+
+TEST_F(TempFiles, StepsOverWhatIsThereAndOverPlantedLinks) {
+    std::string next = utf8(make());
+    std::ostringstream number;
+    number << std::hex << numberIn(text(next)) + 1;
+    next.replace(next.find('_') + 1, std::string::npos, number.str());
+    const std::string victim = m_folder.path() + "/victim";
+    fs::create_symlink(victim, next);
+    const UnicodeString made = make();
+    EXPECT_NE(made, text(next));
+    EXPECT_EQ(numberIn(made), numberIn(text(next)) + 1);
+    EXPECT_FALSE(fs::exists(victim));
+}
+
+TEST_F(TempFiles, GivesUpAfterAHundredTries) {
+    const unsigned long before = numberIn(make());
+    const std::string error = errorOf([this] { ZRTempFile file(m_dir + u"missing/", u"a", u"b"); });
+    EXPECT_TRUE(
+        error.starts_with("0x100E Cannot create temporary file: " + m_folder.path() + "/missing/a"))
+        << error;
+    EXPECT_TRUE(
+        error.ends_with("b (cannot create)\nNo such file or directory [ZroCommon::ZRTempFile]"))
+        << error;
+    EXPECT_EQ(numberIn(make()), before + 101);
+    EXPECT_NE(errorOf([] { ZRTempFile::getTempFile("C:\\temp\\", "", ""); }), "nothing");
+    EXPECT_NE(errorOf([this] { ZRTempFile::getTempFile(m_dir, UnicodeString(u"a\0b", 3), u""); }),
+              "nothing");
+}
+
+TEST_F(TempFiles, RemovesItsFileUnlessTheNameIsReleased) {
+    UnicodeString name;
+    {
+        ZRTempFile file(m_dir, u"", u"");
+        name = file.getFileName();
+        EXPECT_TRUE(file.isTempFile());
+        file.remove();
+        EXPECT_FALSE(fs::exists(pathOf(name)));
+        EXPECT_EQ(file.getFileName(), name) << "the name stays";
+        file.remove();
+        name = file.setFileName(m_dir, u"", u".2");
+        EXPECT_EQ(name, file.getFileName());
+        EXPECT_TRUE(fs::exists(pathOf(name)));
+        const UnicodeString other = make();
+        file.setFileName(utf8(other).c_str());
+        EXPECT_FALSE(fs::exists(pathOf(name))) << "the old file goes";
+        name = other;
+    }
+    EXPECT_FALSE(fs::exists(pathOf(name)));
+    {
+        ZRTempFile file(m_dir, u"", u"");
+        name = file.releaseFileName();
+        EXPECT_FALSE(file.isTempFile());
+    }
+    EXPECT_TRUE(fs::exists(pathOf(name)));
+    EXPECT_TRUE(ZRTempFile::removeTempFile(name) && ZRTempFile::removeTempFile(name));
+    EXPECT_FALSE(ZRTempFile::removeTempFile(m_folder.path().c_str())) << "a folder";
+}
+
+// On purpose: the name alone is assigned.
+TEST_F(TempFiles, AnAssignedNameLeavesTheOldFile) {
+    ZRTempFile first(m_dir, u"", u"");
+    const UnicodeString old = first.getFileName();
+    ZRTempFile second(m_dir, u"", u"");
+    first = second;
+    EXPECT_EQ(first.getFileName(), second.releaseFileName());
+    EXPECT_TRUE(fs::exists(pathOf(old)));
+}
+
+TEST_F(TempFiles, ADestructorReportsWhatItCannotRemove) {
+    const UnicodeString folder = text(m_folder.path());
+    const std::string expected =
+        "0x100D Cannot remove temporary file: " + m_folder.path() + "\n [ZroCommon::ZRTempFile]";
+    EXPECT_EQ(errorOf([&folder] { ZRTempFile().setFileName(folder); }), expected);
+    EXPECT_THROW(
+        {
+            ZRTempFile file;
+            file.setFileName(folder);
+            throw std::runtime_error("something else");
+        },
+        std::runtime_error)
+        << "but not while another exception is under way";
+}
+
+TEST_F(TempFiles, ExpandsDeflatedBlocks) {
+    const std::string bytes = noise(100000);
+    const std::string block = deflated(bytes);
+    const auto size = static_cast<unsigned>(block.size());
+    const ZRTempFile file(m_dir, u"", u"");
+    EXPECT_TRUE(file.inflate(bytesOf(block), size));
+    EXPECT_EQ(contentOf(file.getFileName()), bytes);
+    EXPECT_FALSE(file.inflate(bytesOf(block), size / 2));
+    const std::string half = contentOf(file.getFileName());
+    EXPECT_TRUE(bytes.starts_with(half) && half.size() > bytes.size() / 3);
+    EXPECT_FALSE(file.inflate(nullptr, 0));
+    EXPECT_FALSE(ZRTempFile().inflate(bytesOf(block), size)) << "no file";
+    std::ostringstream stream;
+    EXPECT_TRUE(ZRTempFile::inflate(stream, bytesOf(block), size));
+    EXPECT_EQ(stream.str(), bytes);
+}
+
+TEST_F(TempFiles, AFullDiskIsNoSuccess) {
+    const std::string block = deflated(noise(100000));
+    const ZRTempFile file(m_dir, u"", u"");
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit small{.rlim_cur = 5000, .rlim_max = before.rlim_max};
+    auto* const handler = std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &small);
+    const bool done = file.inflate(bytesOf(block), static_cast<unsigned>(block.size()));
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_FALSE(done);
+    EXPECT_EQ(contentOf(file.getFileName()).size(), 5000U);
+    std::ofstream full("/dev/full");
+    EXPECT_FALSE(ZRTempFile::inflate(full, bytesOf(block), static_cast<unsigned>(block.size())));
+}
+
+TEST_F(TempFiles, ThreadsNeverShareANameAndTheHostKeepsItsRandomNumbers) {
+    std::srand(7);
+    const int expected = std::rand();
+    std::srand(7);
+    std::vector<std::vector<std::string>> names(4);
+    std::vector<std::thread> threads;
+    for (auto& mine : names) {
+        threads.emplace_back([this, &mine] {
+            for (int i = 0; i < 100; ++i) {
+                mine.push_back(utf8(make()));
+            }
+        });
+    }
+    std::set<std::string> all;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        threads[i].join();
+        all.insert(names[i].begin(), names[i].end());
+    }
+    EXPECT_EQ(all.size(), 400U);
+    EXPECT_EQ(std::rand(), expected);
+}
+
+}  // namespace
+}  // namespace ZroCommon::testing
