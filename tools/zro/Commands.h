@@ -23,5 +23,6 @@ void addLinkCommand(CLI::App& program, Task& task);
 void addNumberCommand(CLI::App& program, Task& task);
 void addKansujiCommand(CLI::App& program, Task& task);
 void addCellCommand(CLI::App& program, Task& task);
+void addZipCommand(CLI::App& program, Task& task);
 
 }  // namespace zro

@@ -164,6 +164,7 @@ int main(int argc, char** argv) {
     zro::addNumberCommand(program, task);
     zro::addKansujiCommand(program, task);
     zro::addCellCommand(program, task);
+    zro::addZipCommand(program, task);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

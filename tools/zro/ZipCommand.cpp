@@ -1,0 +1,252 @@
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tools/zro/CommandLine.h"
+#include "tools/zro/Commands.h"
+#include "tools/zro/PackageInput.h"
+#include "tools/zro/Text.h"
+#include "tools/zro/Values.h"
+
+namespace zro {
+namespace {
+
+using ZroCommon::ZRZipEntry;
+using ZroCommon::ZRZipFileEntry;
+using Json = nlohmann::ordered_json;
+
+struct Options {
+    std::string package;
+    std::vector<std::string> entries;
+    bool stored = false;
+};
+
+std::string padded(const std::string& text, std::size_t width) {
+    return text.size() < width ? std::string(width - text.size(), ' ') + text : text;
+}
+
+// MS-DOS counts years from 1980 and seconds in twos.
+std::string dateOf(const ZRZipFileEntry& entry) {
+    const unsigned date = entry.getDate();
+    const unsigned time = entry.getTime();
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "%04u-%02u-%02u %02u:%02u", 1980 + (date >> 9U),
+                  date >> 5U & 15U, date & 31U, time >> 11U, time >> 5U & 63U);
+    return text.data();
+}
+
+std::string nameOf(const ZRZipFileEntry& entry) {
+    return printable(entry.getFileName());
+}
+
+Json jsonOf(const ZRZipFileEntry& entry) {
+    Json object;
+    object["name"] = toUtf8(entry.getFileName());
+    object["size"] = entry.getUncompressedSize();
+    object["packed"] = entry.getCompressedSize();
+    object["method"] = methodName(entry);
+    object["date"] = dateOf(entry);
+    object["crc32"] = asHex(entry.getCrc32());
+    object["encrypted"] = (entry.getFlags() & 1U) != 0;
+    object["offset"] = entry.getPosition();
+    return object;
+}
+
+void list(Session& session, const Options& options) {
+    const auto input = openPackage(session, options.package);
+    for (unsigned i = 0; input && i < input->entries(); ++i) {
+        const ZRZipFileEntry& entry = input->entry(i);
+        if (session.settings().json) {
+            printLine(session, jsonOf(entry));
+            continue;
+        }
+        session.out() << padded(std::to_string(entry.getUncompressedSize()), 10) << ' '
+                      << padded(std::to_string(entry.getCompressedSize()), 10) << "  "
+                      << methodName(entry)
+                      << std::string(methodName(entry) == "stored" ? 3 : 2, ' ') << dateOf(entry)
+                      << "  " << nameOf(entry) << "\n";
+    }
+}
+
+void cat(Session& session, const Options& options) {
+    const auto input = openPackage(session, options.package);
+    for (const std::string& name : options.entries) {
+        if (!input) {
+            return;
+        }
+        ZRZipFileEntry* const entry = input->package.getFileEntry(fromUtf8(name));
+        if (entry == nullptr) {
+            complainAbout(session, name, "is no entry that the walk reaches");
+            continue;
+        }
+        std::istream& data = options.stored ? *entry->getCompressedStream(false)
+                                            : *entry->getUncompressedStream(false);
+        if (data.peek() != std::istream::traits_type::eof()) {
+            session.out() << data.rdbuf();
+        }
+    }
+}
+
+struct Signature {
+    std::uint32_t number;
+    const char* meaning;
+};
+
+constexpr std::array kSignatures = {
+    Signature{ZRZipEntry::kDirectorySignature, "the central directory"},
+    Signature{ZRZipEntry::kEndSignature, "the end record"},
+    Signature{0x08064B50, "an archive extra data record"},
+    Signature{0x06064B50, "a ZIP64 end record"},
+    Signature{0x30304B50, "the marker of a split archive"},
+    Signature{0, "nothing, or noughts"},
+};
+
+std::string meaningOf(std::uint32_t signature) {
+    for (const auto& [number, meaning] : kSignatures) {
+        if (number == signature) {
+            return meaning;
+        }
+    }
+    return "no signature: " + asHex(signature);
+}
+
+// Larger files have their sizes in a ZIP64 field, which the library does not read.
+constexpr std::uint32_t kInZip64Field = 0xFFFFFFFF;
+
+bool isSound(std::uint32_t signature) {
+    return signature == ZRZipEntry::kDirectorySignature || signature == ZRZipEntry::kEndSignature;
+}
+
+/// Tells step by step how the library goes through a package.
+class WalkReport {
+public:
+    WalkReport(Session& session, PackageInput& input) : m_session(session), m_input(input) {
+        input.stream->clear();
+        input.stream->seekg(0, std::ios_base::end);
+        m_size = input.stream->tellg();
+    }
+
+    /// \return whether the walk ended where a sound package does
+    bool tell() {
+        for (unsigned i = 0; i < m_input.entries(); ++i) {
+            const ZRZipFileEntry& entry = m_input.entry(i);
+            tellDescriptors();
+            step("entry", nameOf(entry) + ", " + methodName(entry) + ", "
+                              + counted(entry.getCompressedSize(), "byte"));
+            m_position = entry.getDataPosition() + entry.getCompressedSize();
+            m_last = &entry;
+        }
+        tellDescriptors();
+        const std::uint32_t signature = signatureHere();
+        step("end", reasonFor(signature));
+        return isSound(signature);
+    }
+
+private:
+    std::uint32_t signatureHere() {
+        m_input.stream->clear();
+        m_input.stream->seekg(m_position);
+        return m_position < m_size ? ZRZipEntry::getSignature(*m_input.stream) : 0;
+    }
+
+    void tellDescriptors() {
+        constexpr int kDescriptorSize = 16;
+        while (signatureHere() == ZRZipEntry::kDescriptorSignature) {
+            step("descriptor", "stepped over, its sizes correct nothing");
+            m_position += kDescriptorSize;
+        }
+    }
+
+    std::string reasonFor(std::uint32_t signature) const {
+        if (isSound(signature)) {
+            return meaningOf(signature);
+        }
+        if (m_last != nullptr && m_last->getCompressedSize() == kInZip64Field) {
+            return "nothing: the size of \"" + nameOf(*m_last) + "\" is too large for its header";
+        }
+        if (m_position > m_size) {
+            return "the file ends "
+                   + counted(static_cast<std::uint64_t>(m_position - m_size), "byte") + " before \""
+                   + nameOf(*m_last) + "\" does";
+        }
+        if (m_last != nullptr && hasSizesInDescriptor(*m_last)) {
+            return "data: the size of \"" + nameOf(*m_last)
+                   + "\" stands only in a descriptor behind it";
+        }
+        return m_size - m_position < 4 ? "the end of the file, without a directory"
+                                       : meaningOf(signature);
+    }
+
+    static bool hasSizesInDescriptor(const ZRZipFileEntry& entry) {
+        return (entry.getFlags() & 8U) != 0 && entry.getCompressedSize() == 0;
+    }
+
+    void step(const char* what, const std::string& text) {
+        if (m_session.settings().json) {
+            Json object;
+            object["offset"] = m_position;
+            object["record"] = what;
+            object["text"] = text;
+            printLine(m_session, object);
+            return;
+        }
+        const std::string label(what);
+        m_session.out() << padded(std::to_string(m_position), 10) << "  "
+                        << m_session.outStyle().faint(label + std::string(12 - label.size(), ' '))
+                        << text << "\n";
+    }
+
+    Session& m_session;
+    PackageInput& m_input;
+    std::int64_t m_size = 0;
+    std::int64_t m_position = 0;
+    const ZRZipFileEntry* m_last = nullptr;
+};
+
+void why(Session& session, const Options& options) {
+    auto input = openPackage(session, options.package);
+    if (input && !WalkReport(session, *input).tell()) {
+        complainAbout(session, options.package,
+                      "has no directory where its walk ends: entries may be out of reach");
+    }
+}
+
+CLI::App& addOperation(CLI::App& parent, const char* name, const char* help, Options& options) {
+    CLI::App& command = addCommand(parent, name, help, "", "");
+    addOption(command, "PACKAGE", options.package, " ",
+              "A ZIP package: a path, a URI, or - for standard input")
+        ->required();
+    return command;
+}
+
+}  // namespace
+
+void addZipCommand(CLI::App& program, Task& task) {
+    CLI::App& command = addCommand(
+        program, "zip", "Look into ZIP packages, such as office documents and books",
+        "Packages are read by their local headers from the start on, never by their directory.\n"
+        "So an entry whose size is not in its header hides those behind it; `why` tells.",
+        "  zro zip list book.epub\n"
+        "  zro zip cat book.epub META-INF/container.xml\n"
+        "  zro zip why streamed.zip\n"
+        "  zro zip list 'jar:file:///tmp/outer.zip!/inner.zip'\n");
+    command.require_subcommand(1);
+    const auto options = std::make_shared<Options>();
+    setTask(addOperation(command, "list", "The entries, with size, packed size, method and date",
+                         *options),
+            task, options, list);
+    CLI::App& catCommand = addOperation(command, "cat", "Write the data of entries", *options);
+    addOption(catCommand, "ENTRY", options->entries, "...", "Names of entries, exactly as listed")
+        ->required();
+    catCommand.add_flag("--stored", options->stored, "Write the bytes as they are stored");
+    setTask(catCommand, task, options, cat);
+    setTask(
+        addOperation(command, "why", "Record by record, why the walk ends where it does", *options),
+        task, options, why);
+}
+
+}  // namespace zro
