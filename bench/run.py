@@ -18,7 +18,7 @@ import sys
 HERE = pathlib.Path(__file__).resolve().parent
 PROGRAMS = ("xml_pull_bench", "xml_tree_bench", "xml_write_bench", "first_element_bench",
             "names_bench", "text_bench", "values_bench", "load_bench", "endless_bench",
-            "growth_bench", "xls_format_bench", "gzip_bench")
+            "growth_bench", "xls_format_bench", "gzip_bench", "zip_bench")
 BINDING = ("fo-10m", "docbook", "japanese", "small")
 CORPUS_TITLES = {
     "fo-10m": "FO of 10 MB", "docbook": "DocBook-made FO", "japanese": "Japanese FO",
@@ -133,6 +133,9 @@ def goals(figures):
     load = [figures.value("load", "library", name) for name in ("zro", "empty")]
     yield Goal("Load of the library over an empty one", 60, scaled(difference(*load), 1e-3), "us",
                True)
+    for corpus, times in (("5000 small", 1.1), ("40 large", 1)):
+        ours, theirs = (figures.value("zip", corpus, name) for name in ("zro", "libzip"))
+        yield Goal(f"ZIP, {corpus} entries: times libzip", times, ratio(theirs, ours), "x", False)
     growth = [r["ratio"] for r in figures.records
               if r["job"] == "growth" and r["ns"] >= SHORTEST]
     yield Goal("Growth: worst time at ten times the size", LINEAR, max(growth, default=None), "x",
@@ -193,7 +196,8 @@ def sections(figures):
     jobs = {record["job"] for record in figures.records}
     yield "Goals", table(["what", "goal", "measured", ""], [g.row() for g in goals(figures)])
     for job, title in (("pull", "Pull parse"), ("tree", "Tree: load, walk, free"),
-                       ("write", "Write (MB of the document read)")):
+                       ("write", "Write (MB of the document read)"),
+                       ("zip", "ZIP packages: list and expand (MB expanded)")):
         if job in jobs:
             yield title, speed_table(figures, job)
     if "tree" in jobs:
