@@ -34,13 +34,13 @@ std::uint32_t ZRZipEntry::getSignature(std::istream& stream) {
 }
 
 std::uint16_t ZRZipEntry::read16() {
-    std::array<char, 2> bytes;
+    std::array<char, 2> bytes{};
     PackageReader reader(*m_stream);
     return internal::FieldReader(bytes.data(), reader.read(bytes.data(), bytes.size())).at16(0);
 }
 
 std::uint32_t ZRZipEntry::read32() {
-    std::array<char, 4> bytes;
+    std::array<char, 4> bytes{};
     PackageReader reader(*m_stream);
     return internal::FieldReader(bytes.data(), reader.read(bytes.data(), bytes.size())).at32(0);
 }

@@ -42,6 +42,9 @@ ZRZipFile::ZRZipFile(std::istream* stream, bool own) {
 ZRZipFile::ZRZipFile(const ZRZipFile& other) = default;
 
 ZRZipFile& ZRZipFile::operator=(const ZRZipFile& other) {
+    if (this == &other) {
+        return *this;
+    }
     if (m_package != other.m_package && m_package.use_count() == 1) {
         giveUpStream();
     }

@@ -15,7 +15,7 @@ namespace {
 constexpr std::uint64_t kDescriptorFields = 12;  // what stands behind its signature
 
 std::uint32_t readSignature(PackageReader& reader) {
-    std::array<char, 4> bytes;
+    std::array<char, 4> bytes{};
     return FieldReader(bytes.data(), reader.read(bytes.data(), bytes.size())).at32(0);
 }
 

@@ -12,7 +12,7 @@ constexpr std::size_t kSignatureSize = 4;
 
 // On purpose: in the default code page, whatever bit 11 of the flags says of UTF-8.
 UnicodeString readName(PackageReader& reader, std::size_t length) {
-    std::array<char, 256> usual;
+    std::array<char, 256> usual{};
     std::string unusual;
     char* bytes = usual.data();
     if (length > usual.size()) {
@@ -37,7 +37,7 @@ std::uint32_t FieldReader::number(std::size_t offset, std::size_t size) const {
 }
 
 LocalHeader LocalHeader::read(PackageReader& reader) {
-    std::array<char, kSize - kSignatureSize> bytes;
+    std::array<char, kSize - kSignatureSize> bytes{};
     const FieldReader fields(bytes.data(), reader.read(bytes.data(), bytes.size()));
     LocalHeader header{.versionNeeded = fields.at16(0),
                        .flags = fields.at16(2),

@@ -65,7 +65,7 @@ bool PackageReader::skip(std::uint64_t count) {
     if (seekForward(count)) {
         return true;
     }
-    std::array<char, 16384> ignored;
+    std::array<char, 16384> ignored{};
     while (count > 0) {
         const auto piece = std::min<std::uint64_t>(count, ignored.size());
         if (read(ignored.data(), static_cast<std::size_t>(piece)) < piece) {
