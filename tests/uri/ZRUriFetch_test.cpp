@@ -6,11 +6,13 @@
 #include <istream>
 #include <memory>
 #include <ostream>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Deflate.h"
 #include "tests/support/TempFolder.h"
 
 namespace ZroCommon::testing {
@@ -116,6 +118,40 @@ TEST(ZRUriFetch, AsksWhetherAFileExists) {
     EXPECT_FALSE(ZRUri::isFileExists(static_cast<const char*>(nullptr)));
     EXPECT_FALSE(ZRUri::isFileExists(static_cast<const char16_t*>(nullptr)));
     EXPECT_FALSE(uri(u"http://h/").isFileExists());
+}
+
+TEST(ZRUriFetch, TellsGzipByItsFirstBytes) {
+    const TempFolder folder;
+    const struct {
+        std::string bytes;
+        bool isGzip;
+        std::string content;
+    } cases[] = {
+        {deflated("content", kGzip), true, "content"},
+        {"plain", false, "plain"},
+        {"\x1F", false, "\x1F"},
+        {"", false, ""},
+    };
+    for (const auto& [bytes, isGzip, content] : cases) {
+        const ZRUri file = uri(folder.write("a.gz", bytes));
+        EXPECT_EQ(file.isGzip(), isGzip) << content;
+        const std::unique_ptr<std::istream> fromFile(file.getGzipStream());
+        ASSERT_NE(fromFile, nullptr);
+        std::istringstream stream(bytes);
+        stream.seekg(0, std::ios_base::end);
+        EXPECT_EQ(ZRUri::isGzip(stream), isGzip) << content;
+        EXPECT_TRUE(!isGzip || stream.tellg() == std::streampos(2)) << content;
+        stream.clear();
+        const std::unique_ptr<std::istream> fromStream(ZRUri::getGzipStream(stream));
+        for (std::istream* unpacked : {fromFile.get(), fromStream.get()}) {
+            EXPECT_EQ(std::string(std::istreambuf_iterator<char>(*unpacked), {}), content);
+        }
+    }
+    EXPECT_FALSE(uri(folder.file("missing")).isGzip());
+    EXPECT_EQ(uri(folder.file("missing")).getGzipStream(), nullptr);
+    std::istringstream throwing;
+    throwing.exceptions(std::ios_base::failbit | std::ios_base::eofbit);
+    EXPECT_FALSE(ZRUri::isGzip(throwing));
 }
 
 class CountingResolver : public ZRUriReferenceResolver {

@@ -127,6 +127,17 @@ public:
     /// null, also when there is no resolver.
     std::istream* getStreamFromResolver() const;
 
+    /// The file at the local path as a stream that takes gzip off; what is not gzip is given as it
+    /// is. \return a new stream that the caller deletes, or null when the file cannot be opened
+    std::istream* getGzipStream() const;
+    /// The same from the start of a stream that can seek and stays the caller's.
+    static std::istream* getGzipStream(std::istream& stream);
+
+    /// Whether the resource can be opened and begins as gzip data does.
+    bool isGzip() const;
+    /// Whether the stream begins so. It is left behind the two bytes that tell.
+    static bool isGzip(std::istream& stream);
+
     /// Installs a resolver for the whole process, before threads start. It is not owned; null
     /// removes it. \return the previous one
     static ZRUriReferenceResolver* setUriReferenceResolver(ZRUriReferenceResolver* resolver);

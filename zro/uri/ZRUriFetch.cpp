@@ -1,4 +1,5 @@
 // How a ZRUri becomes a readable stream.
+#include <array>
 #include <new>
 #include <string_view>
 #include <utility>
@@ -6,6 +7,7 @@
 #include "zro/containers/zip/internal/EntrySearch.h"
 #include "zro/containers/zip/internal/PackageReader.h"
 #include "zro/platform/internal/NativeFile.h"
+#include "zro/streams/compression/ZRGzipStream.h"
 #include "zro/uri/internal/OpenResource.h"
 #include "zro/uri/internal/UriStream.h"
 #include "zro/uri/internal/UriText.h"
@@ -127,6 +129,12 @@ std::unique_ptr<std::istream> openJar(const UnicodeString& uri, const Outcome& o
     return entry;
 }
 
+bool beginsAsGzip(std::istream& stream) {
+    std::array<char, 2> bytes{};
+    stream.read(bytes.data(), bytes.size());
+    return stream.gcount() == 2 && bytes[0] == '\x1F' && bytes[1] == '\x8B';
+}
+
 }  // namespace
 
 std::unique_ptr<std::istream> internal::openResource(const ZRUri& uri, UnicodeString* contentType,
@@ -161,6 +169,42 @@ std::istream* ZRUri::getStream(UnicodeString* contentType, UnicodeString* errorM
 
 std::istream* ZRUri::getStream(UnicodeString* contentType) const {
     return getStream(contentType, nullptr);
+}
+
+std::istream* ZRUri::getGzipStream() const {
+    try {
+        auto stream = std::make_unique<ZRGzipStream>(getLocalPath());
+        return stream->is_open() ? stream.release() : nullptr;
+    } catch (...) {
+        return nullptr;
+    }
+}
+
+std::istream* ZRUri::getGzipStream(std::istream& stream) {
+    try {
+        stream.seekg(0);
+        return std::make_unique<ZRGzipStream>(stream).release();
+    } catch (...) {
+        return nullptr;
+    }
+}
+
+bool ZRUri::isGzip() const {
+    try {
+        const std::unique_ptr<std::istream> stream(getStream(nullptr));
+        return stream != nullptr && beginsAsGzip(*stream);
+    } catch (...) {
+        return false;
+    }
+}
+
+bool ZRUri::isGzip(std::istream& stream) {
+    try {
+        stream.seekg(0);
+        return beginsAsGzip(stream);
+    } catch (...) {
+        return false;
+    }
 }
 
 }  // namespace ZroCommon
