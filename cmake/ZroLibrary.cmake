@@ -32,12 +32,14 @@ function(zro_library)
     target_link_libraries(${LIB_TARGET} PRIVATE zro_flags)
     if(NOT ZRO_SANITIZE)
       set(_map "${PROJECT_SOURCE_DIR}/cmake/zrocommon.map")
-      # Our own functions are bound when we link: nobody replaces them, and the tables of virtual
-      # functions would otherwise cost a search by name for each entry when the library is loaded.
+      set(_objects "${PROJECT_SOURCE_DIR}/cmake/zrocommon.objects")
+      # What is our own is bound when we link: nobody replaces it, and virtual functions and type
+      # information would otherwise cost a search by name each when the library is loaded. Code and
+      # constants in one mapping save two more.
       target_link_options(${LIB_TARGET} PRIVATE -Wl,--no-undefined -Wl,--as-needed
-        -Wl,-Bsymbolic-functions
-        "LINKER:--version-script=${_map}")
-      set_property(TARGET ${LIB_TARGET} APPEND PROPERTY LINK_DEPENDS "${_map}")
+        "LINKER:--version-script=${_map}" "LINKER:--dynamic-list=${_objects}"
+        "LINKER:-z,noseparate-code")
+      set_property(TARGET ${LIB_TARGET} APPEND PROPERTY LINK_DEPENDS "${_map}" "${_objects}")
     endif()
   endif()
   add_library(ZroCommon::${LIB_EXPORT_NAME} ALIAS ${LIB_TARGET})

@@ -1,11 +1,13 @@
 #!/usr/bin/env python3
 """Holds the list of what the shared library exports.
 
-Usage: check_exports.py [--write] LIBRARY LIST
+Usage: check_exports.py [--write] LIBRARY LIST OBJECTS
 
 LIST has one name a line: the classes, functions and objects of the namespace ZroCommon that the
 library exports something of. A name too few breaks programs that exist; a name too many is a
-promise nobody meant to give. Exits with 1 on either, and on any symbol outside of the namespace.
+promise nobody meant to give. OBJECTS is the linker's list of the objects that a program may have
+its own copy of. Exits with 1 on a difference from either, and on any symbol outside of the
+namespace.
 """
 
 import pathlib
@@ -27,8 +29,17 @@ def exported_symbols(library):
             yield symbol
 
 
+def exported_objects(library):
+    listing = subprocess.run(["readelf", "--dyn-syms", "--wide", library], capture_output=True,
+                             check=True, text=True).stdout
+    rows = (line.split() for line in listing.splitlines())
+    names = {row[7].split("@")[0] for row in rows
+             if len(row) > 7 and row[3] == "OBJECT" and row[6] not in ("UND", "ABS")}
+    return {name for name in names if not re.match("_ZT[VTIS]", name)}
+
+
 def main(arguments):
-    library, listing = [a for a in arguments if a != "--write"]
+    library, listing, objects = [a for a in arguments if a != "--write"]
     path = pathlib.Path(listing)
     names, strangers = set(), []
     for symbol in exported_symbols(library):
@@ -41,9 +52,12 @@ def main(arguments):
         path.write_text("".join(f"{name}\n" for name in sorted(names)), encoding="utf-8")
         return 0
     listed = set(path.read_text(encoding="utf-8").split("\n")) - {""}
+    bound = set(re.findall(r"\b(_Z\w+);", pathlib.Path(objects).read_text(encoding="utf-8")))
+    exported = exported_objects(library)
     found = ([f"not of the public namespace: {s}" for s in strangers]
              + [f"no longer exported: {n}" for n in sorted(listed - names)]
-             + [f"exported but not listed: {n}" for n in sorted(names - listed)])
+             + [f"exported but not listed: {n}" for n in sorted(names - listed)]
+             + [f"{objects} is not in step: {n}" for n in sorted(bound ^ exported)])
     print("\n".join(found) if found else f"{len(names)} names exported, as listed")
     return int(bool(found))
 
