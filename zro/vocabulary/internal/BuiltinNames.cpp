@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <span>
 
 #include "zro/foundation/ZREmptyString.h"
 #include "zro/vocabulary/ZRNameTable.h"
@@ -63,34 +64,101 @@ constexpr std::u16string_view textOf(std::size_t number) {
     return {kUnits.data() + start, kStarts[number + 1] - start};
 }
 
-// Open addressing with a load below 0.4: most look-ups see one slot.
 struct Slot {
-    std::uint16_t check = 0;   // what the place does not tell of the hash
-    std::uint16_t length = 0;  // 0 is a free slot
+    std::uint16_t length = 0;
     std::uint16_t start = 0;
-    std::uint16_t number = 0;
+    std::uint16_t number = 0;  // 0 in a free slot
+    std::uint16_t unused = 0;
 };
-constexpr std::size_t kSlots = 4096;
-constexpr std::size_t kSlotMask = kSlots - 1;
 
-constexpr std::uint16_t checkOf(std::uint32_t hash) {
-    return static_cast<std::uint16_t>(hash >> 16U);
+// A perfect hash, so that a look-up sees one slot and never has to guess whether to go on: one part
+// of a name's hash chooses a displacement, and that turns another part into a place which no other
+// name has.
+class Index {
+public:
+    static constexpr std::size_t kSlots = 2048;
+
+    constexpr Index();
+
+    // The one slot where the name of this hash can be.
+    constexpr const Slot& slotOf(std::uint32_t hash) const {
+        return m_slots[place(hash, m_displacements[bucketOf(hash)])];
+    }
+    constexpr bool isWhole() const { return m_isWhole; }
+
+private:
+    static constexpr std::size_t kBuckets = 512;
+    static constexpr unsigned kDisplacements = 256;
+
+    static constexpr std::size_t bucketOf(std::uint32_t hash) {
+        return hash >> 16U & (kBuckets - 1);
+    }
+    static constexpr std::size_t place(std::uint32_t hash, unsigned displacement) {
+        return (hash ^ displacement) & (kSlots - 1);
+    }
+    constexpr bool fill(std::span<const std::uint16_t> numbers, unsigned displacement);
+
+    std::array<std::uint8_t, kBuckets> m_displacements{};
+    std::array<Slot, kSlots> m_slots{};
+    bool m_isWhole = true;
+};
+
+constexpr std::uint32_t hashOf(std::size_t number) {
+    return internal::builtinNameHash(textOf(number));
 }
 
-constexpr std::array<Slot, kSlots> kIndex = [] {
-    std::array<Slot, kSlots> index{};
-    for (std::size_t number = 1; number < kCount; ++number) {
-        const std::u16string_view text = textOf(number);
-        const std::uint32_t hash = internal::builtinNameHash(text);
-        std::size_t at = hash & kSlotMask;
-        while (index[at].length != 0) {
-            at = (at + 1) & kSlotMask;
+// Puts names into their places under a displacement, unless one of those is taken.
+constexpr bool Index::fill(std::span<const std::uint16_t> numbers, unsigned displacement) {
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        const std::uint16_t number = numbers[i];
+        Slot& slot = m_slots[place(hashOf(number), displacement)];
+        if (slot.number != 0) {
+            while (i-- > 0) {
+                m_slots[place(hashOf(numbers[i]), displacement)] = {};
+            }
+            return false;
         }
-        index[at] = {checkOf(hash), static_cast<std::uint16_t>(text.size()), kStarts[number],
-                     static_cast<std::uint16_t>(number)};
+        slot = {static_cast<std::uint16_t>(textOf(number).size()), kStarts[number], number};
     }
-    return index;
-}();
+    return true;
+}
+
+// Full buckets first, while most places are free.
+constexpr Index::Index() {
+    constexpr std::size_t kMost = 16;
+    std::array<std::array<std::uint16_t, kMost>, kBuckets> buckets{};
+    std::array<std::uint8_t, kBuckets> counts{};
+    for (std::size_t number = 1; number < kCount; ++number) {
+        const std::size_t bucket = bucketOf(hashOf(number));
+        buckets[bucket].at(counts[bucket]++) = static_cast<std::uint16_t>(number);
+    }
+    for (std::size_t count = kMost; count > 0; --count) {
+        for (std::size_t bucket = 0; bucket < kBuckets; ++bucket) {
+            if (counts[bucket] == count) {
+                unsigned displacement = 0;
+                while (displacement < kDisplacements
+                       && !fill(std::span(buckets[bucket]).first(count), displacement)) {
+                    ++displacement;
+                }
+                m_isWhole = m_isWhole && displacement < kDisplacements;
+                m_displacements[bucket] = static_cast<std::uint8_t>(displacement);
+            }
+        }
+    }
+}
+
+constexpr Index kIndex;
+static_assert(kIndex.isWhole(), "other constants in the hash give each name a place");
+
+// Whether the text of a slot is this one, of the same length. Texts differ in length all the time,
+// so this takes few branches on it.
+bool isTextOf(const Slot& slot, std::u16string_view text, const internal::NameWindows& windows) {
+    const char16_t* const own = kUnits.data() + slot.start;
+    if (text.size() <= internal::NameWindows::kWhole) {
+        return internal::NameWindows({own, text.size()}).equal(windows);
+    }
+    return internal::equalUnits(own, text.data(), text.size());
+}
 
 constinit std::atomic<bool> s_forgotten{false};
 
@@ -123,18 +191,13 @@ void makeStrings(std::size_t block) {
 namespace internal {
 
 ZRNameEnum findBuiltinName(std::u16string_view text) {
-    const std::uint32_t hash = builtinNameHash(text);
-    const std::uint16_t check = checkOf(hash);
-    for (std::size_t at = hash & kSlotMask; kIndex[at].length != 0; at = (at + 1) & kSlotMask) {
-        const Slot& slot = kIndex[at];
-        if (slot.check == check && slot.length == text.size()
-            && equalUnits(kUnits.data() + slot.start, text.data(), text.size())) {
-            return s_forgotten.load(std::memory_order_relaxed)
-                       ? ZRN_EMPTY
-                       : static_cast<ZRNameEnum>(slot.number);
-        }
+    const NameWindows windows(text);
+    const Slot& slot = kIndex.slotOf(builtinNameHash(windows, text.size()));
+    if (slot.length != text.size() || !isTextOf(slot, text, windows)
+        || s_forgotten.load(std::memory_order_relaxed)) {
+        return ZRN_EMPTY;
     }
-    return ZRN_EMPTY;
+    return static_cast<ZRNameEnum>(slot.number);
 }
 
 void forgetBuiltinNames() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -15,48 +16,74 @@ constexpr std::uint64_t loadFourUnits(const char16_t* text) {
            | static_cast<std::uint64_t>(text[3]) << 48U;
 }
 
-/// Whether two texts of one length are the same, by four units a step.
+/// Whether two texts of one length are the same, by eight units a step. For texts that most often
+/// are: all of them is looked at.
 constexpr bool equalUnits(const char16_t* left, const char16_t* right, std::size_t length) {
-    std::size_t at = 0;
-    if (length >= 4) {
-        for (; at < length - 4; at += 4) {
-            if (loadFourUnits(left + at) != loadFourUnits(right + at)) {
-                return false;
-            }
+    constexpr std::size_t kStep = 8;
+    std::uint64_t difference = 0;
+    if (length < kStep) {
+        for (std::size_t at = 0; at < length; ++at) {
+            difference |= static_cast<std::uint64_t>(left[at] ^ right[at]);
         }
-        at = length - 4;  // the last step may see some units again
-        return loadFourUnits(left + at) == loadFourUnits(right + at);
+        return difference == 0;
     }
-    while (at < length && left[at] == right[at]) {
-        ++at;
+    const auto addStep = [&](std::size_t at) {
+        difference |= loadFourUnits(left + at) ^ loadFourUnits(right + at);
+        difference |= loadFourUnits(left + at + 4) ^ loadFourUnits(right + at + 4);
+    };
+    for (std::size_t at = 0; at < length - kStep; at += kStep) {
+        addStep(at);
     }
-    return at == length;
+    addStep(length - kStep);  // may see some units again
+    return difference == 0;
 }
 
-/// The hash of the builtin table: length and three windows of four units, whatever the length. It
-/// is not keyed, so nothing that grows with input may hang on it.
+/// Four windows of four units over a text. Up to `kWhole` units they are all of it; a text of less
+/// than four lies in the first.
+struct NameWindows {
+    static constexpr std::size_t kWhole = 16;
+
+    std::uint64_t first = 0;
+    std::uint64_t second = 0;
+    std::uint64_t third = 0;
+    std::uint64_t last = 0;
+
+    constexpr explicit NameWindows(std::u16string_view text) {
+        const char16_t* const units = text.data();
+        const std::size_t length = text.size();
+        if (length >= 4) {
+            const std::size_t rest = length - 4;
+            first = loadFourUnits(units);
+            second = loadFourUnits(units + rest * 86 / 256);  // about a third
+            third = loadFourUnits(units + rest * 171 / 256);
+            last = loadFourUnits(units + rest);
+        } else if (length != 0) {
+            first = static_cast<std::uint64_t>(units[0])
+                    | static_cast<std::uint64_t>(units[length / 2]) << 16U
+                    | static_cast<std::uint64_t>(units[length - 1]) << 32U;
+        }
+    }
+
+    /// Whether two texts of one length have the same windows.
+    constexpr bool equal(const NameWindows& other) const {
+        return ((first ^ other.first) | (second ^ other.second) | (third ^ other.third)
+                | (last ^ other.last))
+               == 0;
+    }
+};
+
+/// The hash of the builtin table, by length and windows alone, whatever the length. It is not
+/// keyed, so nothing that grows with input may hang on it. The lower half is the better one.
+constexpr std::uint32_t builtinNameHash(const NameWindows& windows, std::size_t length) {
+    // Products that wait for nothing but their loads. Only their upper bits depend on all units.
+    const std::uint64_t hash =
+        (windows.first ^ length) * 0x9E3779B97F4A7C15U ^ windows.second * 0x94D049BB133111EBU
+        ^ windows.third * 0xD6E8FEB86659FD93U ^ windows.last * 0xBF58476D1CE4E5B9U;
+    return std::rotl(static_cast<std::uint32_t>(hash >> 32U), 16);
+}
+
 constexpr std::uint32_t builtinNameHash(std::u16string_view name) {
-    const std::size_t length = name.size();
-    if (length == 0) {
-        return 0;
-    }
-    const char16_t* text = name.data();
-    std::uint64_t head = 0;
-    std::uint64_t tail = 0;
-    std::uint64_t middle = 0;
-    if (length >= 4) {
-        head = loadFourUnits(text);
-        tail = loadFourUnits(text + length - 4);
-        middle = loadFourUnits(text + (length - 4) / 2);
-    } else {
-        head = static_cast<std::uint64_t>(text[0])
-               | static_cast<std::uint64_t>(text[length / 2]) << 16U
-               | static_cast<std::uint64_t>(text[length - 1]) << 32U;
-    }
-    // Three products that wait for nothing but their loads.
-    const std::uint64_t hash = (head ^ length) * 0x9E3779B97F4A7C15U ^ tail * 0xBF58476D1CE4E5B9U
-                               ^ middle * 0x94D049BB133111EBU;
-    return static_cast<std::uint32_t>(hash ^ (hash >> 32U));
+    return builtinNameHash(NameWindows(name), name.size());
 }
 
 struct HashKey {

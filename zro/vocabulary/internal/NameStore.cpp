@@ -3,6 +3,7 @@
 #include <bit>
 
 #include "zro/foundation/internal/TextView.h"
+#include "zro/vocabulary/internal/NameHash.h"
 
 namespace ZroCommon::internal {
 namespace {
@@ -22,6 +23,11 @@ Place placeOf(std::size_t index, std::size_t firstChunk) {
 
 }  // namespace
 
+bool NameStore::isText(const Entry& entry, std::u16string_view text) {
+    const std::u16string_view own = viewOf(entry.text);
+    return own.size() == text.size() && equalUnits(own.data(), text.data(), text.size());
+}
+
 NameStore::~NameStore() {
     for (auto& chunk : m_chunks) {
         delete[] chunk.load(std::memory_order_relaxed);
@@ -35,7 +41,7 @@ NameStore::Entry* NameStore::findEntry(std::u16string_view text, std::uint64_t h
     const std::size_t mask = m_index.size() - 1;
     for (std::size_t at = hash & mask; m_index[at] != nullptr; at = (at + 1) & mask) {
         Entry* entry = m_index[at];
-        if (entry->hash == hash && viewOf(entry->text) == text) {
+        if (entry->hash == hash && isText(*entry, text)) {
             return entry;
         }
     }

@@ -54,6 +54,7 @@ private:
     static constexpr std::size_t kFirstChunk = 1024;
     static constexpr std::size_t kChunks = 21;
 
+    static bool isText(const Entry& entry, std::u16string_view text);
     Entry* findEntry(std::u16string_view text, std::uint64_t hash) const;
     Entry* addEntry(std::u16string_view text, std::uint64_t hash);
     void growIndex();
