@@ -224,6 +224,64 @@ constexpr std::uint32_t loadFourBytes(const Byte* bytes) {
            | static_cast<std::uint32_t>(bytes[3]) << 24U;
 }
 
+#if defined(__SSE2__)
+
+// Four characters of three bytes, each with the byte behind it in a lane of its own.
+__m128i loadThreeByteLanes(const Byte* bytes) {
+    const auto lane = [bytes](int index) {
+        return static_cast<int>(loadFourBytes(bytes + 3 * index));
+    };
+    return _mm_setr_epi32(lane(0), lane(1), lane(2), lane(3));
+}
+
+// All ones in the lanes that have the form of three bytes.
+__m128i haveThreeByteForm(__m128i lanes) {
+    return _mm_cmpeq_epi32(_mm_and_si128(lanes, _mm_set1_epi32(0xC0C0F0)),
+                           _mm_set1_epi32(0x8080E0));
+}
+
+// The character of each lane, its sign extended as the packing needs it.
+__m128i charactersOf(__m128i lanes) {
+    const __m128i first = _mm_slli_epi32(lanes, 28);
+    const __m128i second = _mm_and_si128(_mm_slli_epi32(lanes, 14), _mm_set1_epi32(0x0FC00000));
+    const __m128i third = _mm_and_si128(lanes, _mm_set1_epi32(0x003F0000));
+    return _mm_srai_epi32(_mm_or_si128(_mm_or_si128(first, second), third), 16);
+}
+
+// All ones where a unit of three bytes is overlong or special.
+__m128i areNotPlain(__m128i units) {
+    const __m128i fixed = simd::matchAny<kLineSeparator, 0xFFFF>(units);
+    const __m128i surrogate =
+        _mm_cmpeq_epi16(_mm_and_si128(units, simd::all(0xF800)), simd::all(0xD800));
+    return _mm_or_si128(_mm_or_si128(fixed, surrogate), simd::inRange(units, 0, 0x7FF));
+}
+
+// Well-formed characters of three bytes, eight a time, as long as two follow each other.
+void utf8ThreeByteRun(Decoding& state) {
+    constexpr std::ptrdiff_t kBytes = 3 * simd::kStep + 1;  // the last lane reads one more
+    while (state.bytesEnd - state.bytes >= kBytes && state.unitsEnd - state.units >= simd::kStep
+           && (state.bytes[0] & 0xF0U) == 0xE0U && (state.bytes[3] & 0xF0U) == 0xE0U) {
+        const __m128i low = loadThreeByteLanes(state.bytes);
+        const __m128i high = loadThreeByteLanes(state.bytes + 12);
+        const __m128i units = _mm_packs_epi32(charactersOf(low), charactersOf(high));
+        const __m128i form = _mm_packs_epi32(haveThreeByteForm(low), haveThreeByteForm(high));
+        std::memcpy(state.units, &units, sizeof units);
+        const unsigned stop = 0xFFFFU & ~simd::maskOf(_mm_andnot_si128(areNotPlain(units), form));
+        const int run = stop == 0 ? simd::kStep : simd::firstOf(stop);
+        state.bytes += 3 * run;
+        state.units += run;
+        if (stop != 0) {
+            return;
+        }
+    }
+}
+
+#else
+
+void utf8ThreeByteRun(Decoding& /*state*/) {}
+
+#endif
+
 // Well-formed characters of two and three bytes; anything else is left to the general rules.
 void utf8MultibyteRun(Decoding& state) {
     const Byte* bytes = state.bytes;
@@ -258,6 +316,7 @@ void utf8Run(Decoding& state) {
     do {
         widenRun<true>(state);
         before = state.bytes;
+        utf8ThreeByteRun(state);
         utf8MultibyteRun(state);
     } while (state.bytes != before);
 }
