@@ -174,6 +174,25 @@ TEST(XmlParserEntities, ACarriageReturnAtTheEndOfAnEntityTakesALineFeedBehindIt)
     EXPECT_EQ(withEntity("abcdefg\r", "<a>&e;x</a>"), "<a>  'abcdefg\\nx'  </a>  .");
 }
 
+// On purpose: the look for a declaration reads the CR, and with it the character behind it.
+TEST(XmlParserEntities, BehindAReferenceAndAReturnAtAnEntitysStartWhatFollowsComesFirst) {
+    const Row rows[] = {
+        {"&f;\rx", "<a>  'xyyyyyyy'  </a>  ."},
+        {"&f;\r\nx", "<a>  'yyyyyyyx'  </a>  ."},
+        {"&f;\r\rx", "<a>  'yyyyyyyx'  </a>  ."},
+        {"\xEF\xBB\xBF\xC3\xA9&f;\r\xE2\x82\xAC|",
+         "<a>  '\xC3\xA9\xE2\x82\xACyyyyyyy|'  </a>  ."},
+    };
+    for (const auto& [content, events] : rows) {
+        const FakeWeb web({{"http://h/d/e.ent", content}, {"http://h/d/f.ent", "yyyyyyy"}});
+        EXPECT_EQ(xmlEvents("<!DOCTYPE a [<!ENTITY e SYSTEM 'e.ent'><!ENTITY f SYSTEM 'f.ent'>]>"
+                            "<a>&e;</a>",
+                            {.baseUri = u"http://h/d/"}),
+                  events)
+            << "for: " << content;
+    }
+}
+
 TEST(XmlParserEntities, PositionAndBaseAreThoseOfTheEntity) {
     const FakeWeb web(
         {{"http://h/d/sub/e.ent", "<bbbbb>\n</bbbbb>&f;"}, {"http://h/d/sub/f.ent", "<cccccc/>"}});

@@ -296,6 +296,12 @@ bool CharReader::readBehindReturn() {
     return true;
 }
 
+void CharReader::readAheadOfReturn() {
+    if (!inSegment() && top().input != nullptr && top().input->isBehindReturn(m_run)) {
+        readBehindReturn();
+    }
+}
+
 // The character read ahead comes behind all other text put back.
 bool CharReader::hasReadAhead() const {
     return inSegment() && m_segments[top().firstSegment].isReadAhead;

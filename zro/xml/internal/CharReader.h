@@ -99,6 +99,10 @@ public:
         return inSegment() ? m_segments.back().nesting : top().nesting;
     }
 
+    /// Behind a line feed: if the bytes have a CR alone there, the character behind it is read
+    /// ahead now, as it would be byte by byte. For a place that puts something back in front of it.
+    void readAheadOfReturn();
+
     /// Reads a text on its own: `get` ends with `kEnd` at its end, until `popLiteral`.
     /// \param units  normalised by `normalizeLiteral`; stays where it is until then
     void pushLiteral(std::u16string_view units, int line, int column);

@@ -127,12 +127,24 @@ bool DecodedInput::takeBehindReturn(InputTail tail, char32_t& next) {
     return tail == InputTail::Closed;
 }
 
+bool DecodedInput::isBehindReturn(const Run& window) {
+    if (m_decodedBytes == 0 || unitsRead(window) == 0 || window.at[-1] != u'\n') {
+        return false;
+    }
+    const unsigned char* const bytes = m_source.begin() - m_decodedBytes;
+    const std::size_t read = unitsRead(window);
+    const std::size_t start = bytesOfUnits(encoding.mode, bytes, m_decodedBytes, read - 1);
+    const std::size_t end = bytesOfUnits(encoding.mode, bytes, m_decodedBytes, read);
+    const DecodedOne one = decodeOne(encoding.mode, bytes + start, bytes + end, true);
+    return one.character == u'\r' && one.length == end - start;
+}
+
 void DecodedInput::settle(Run& window) {
     if (window.at != window.end) {
         m_source.giveBack(m_decodedBytes);
-        const auto read = static_cast<std::size_t>(window.at - m_units.get()) - m_history;
         // The window was made from these bytes alone, so they give the same units again.
-        m_source.take(bytesOfUnits(encoding.mode, m_source.begin(), m_decodedBytes, read));
+        m_source.take(
+            bytesOfUnits(encoding.mode, m_source.begin(), m_decodedBytes, unitsRead(window)));
     }
     window.end = window.at;
     m_decodedBytes = 0;

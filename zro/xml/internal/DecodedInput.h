@@ -71,6 +71,10 @@ public:
     /// True when all bytes were decoded and the end was met.
     bool atEnd() const { return m_source.atEnd(); }
 
+    /// Whether the unit in front of `window.at` was made from a CR alone, with which the character
+    /// behind it was read.
+    bool isBehindReturn(const Run& window);
+
     /// Drops the rest of the window, so that reading goes on with the bytes behind the unit at
     /// `window.at`, be it in another mode or by another hand.
     void settle(Run& window);
@@ -86,6 +90,10 @@ public:
     std::size_t total() const { return m_source.total(); }
 
 private:
+    std::size_t unitsRead(const Run& window) const {
+        return static_cast<std::size_t>(window.at - m_units.get()) - m_history;
+    }
+
     std::unique_ptr<std::istream> m_ownStream;
     std::istream* m_baseStream = nullptr;
     std::unique_ptr<std::istream> m_rest;  // what the transcoder reads from

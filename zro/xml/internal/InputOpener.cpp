@@ -243,6 +243,7 @@ bool InputOpener::findTextDeclaration() {
     if (isXmlSpace(c) && start == u"<?xml") {
         return true;
     }
+    reader.readAheadOfReturn();  // a reference in front of it may open another input
     reader.pushText(start.tempSubString(own));
     reader.pushText(start.tempSubString(0, own), nesting);
     return false;
