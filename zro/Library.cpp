@@ -8,7 +8,7 @@
 #include "zro/vocabulary/SVGName.h"
 #include "zro/vocabulary/ZRNameTable.h"
 #include "zro/xml/internal/ExternalSubsetCache.h"
-#include "zro/xml/internal/NameCache.h"
+#include "zro/xml/internal/ParserParts.h"
 
 namespace ZroCommon {
 
@@ -18,7 +18,7 @@ int getLibVersion() {
 
 void cleanup() {
     internal::forgetExternalSubsets();  // they hold names of the table
-    internal::forgetNameCache();
+    internal::forgetParserParts();
     ZRNameTable::cleanup();
     ZRUtil::cleanup();
     ZRLang::cleanup();

@@ -180,8 +180,7 @@ TEST(XmlParserEntities, BehindAReferenceAndAReturnAtAnEntitysStartWhatFollowsCom
         {"&f;\rx", "<a>  'xyyyyyyy'  </a>  ."},
         {"&f;\r\nx", "<a>  'yyyyyyyx'  </a>  ."},
         {"&f;\r\rx", "<a>  'yyyyyyyx'  </a>  ."},
-        {"\xEF\xBB\xBF\xC3\xA9&f;\r\xE2\x82\xAC|",
-         "<a>  '\xC3\xA9\xE2\x82\xACyyyyyyy|'  </a>  ."},
+        {"\xEF\xBB\xBF\xC3\xA9&f;\r\xE2\x82\xAC|", "<a>  '\xC3\xA9\xE2\x82\xACyyyyyyy|'  </a>  ."},
     };
     for (const auto& [content, events] : rows) {
         const FakeWeb web({{"http://h/d/e.ent", content}, {"http://h/d/f.ent", "yyyyyyy"}});

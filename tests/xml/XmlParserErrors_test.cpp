@@ -256,6 +256,7 @@ TEST(XmlParserErrors, ParsingGoesOnBehindAReportedError) {
         {"<a>&#x1F;</a>", "<a>  [6195 Invalid unicode character: &#x1F;;]  '\x1F'  </a>  ."},
         {"<a><b></a></b>", "<a>  <b>  [6150 End tag 'a' does not match the start tag 'b'.]  </b>  "
                            "[6150 End tag 'b' does not match the start tag 'a'.]  </a>  ."},
+        {"</a>\n<b/>", "[6150 End tag 'a' does not match the start tag ''.]  </>  <b/>  </b>  ."},
         {"<a>", "<a>  [6145 Missing end tag.]  ."},
         {"<a/><b/>", "<a/>  </a>  [6146 Only one top level element is allowed.]  <b/>  </b>  ."},
         {"<a><!-- - -- - ---></a>", "<a>  [6163 Unexpected character after -- in comment]  "

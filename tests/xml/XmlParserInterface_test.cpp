@@ -69,6 +69,41 @@ TEST(XmlParserInterface, BeforeAnyInput) {
     parser->closeStream();
 }
 
+// A parser that ends in the middle of a document, with all that can be set.
+void leaveParserBehind() {
+    std::istringstream stream("<!DOCTYPE a PUBLIC '-//W3C//DTD SVG 1.1//EN' 'no.dtd' "
+                              "[<!ENTITY e 'E'>]>\n<p:a xmlns:p='urn:p' b='1'><p:c>&lt;");
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    for (int feature = 0; feature < 5; ++feature) {
+        parser->setFeature(static_cast<ZRXmlParser::Feature>(feature), true);
+    }
+    parser->setLimits({.elementDepth = 2});
+    parser->setCallbackError([](const ZRError&, void*) {}, nullptr);
+    parser->setInput(stream, u"UTF-8", u"urn:base");
+    parser->defineEntityReplacementText(ZRN_lt, u"less");
+    while (parser->next() != ZRXmlParser::TEXT) {
+    }
+}
+
+// What a parser is made of serves the next one of the thread.
+TEST(XmlParserInterface, NothingIsLeftOfTheParserBefore) {
+    leaveParserBehind();
+    {
+        const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+        for (int feature = 0; feature < 6; ++feature) {
+            EXPECT_FALSE(parser->getFeature(static_cast<ZRXmlParser::Feature>(feature)));
+        }
+        EXPECT_EQ(utf8(parser->getPositionDescription()), "START_DOCUMENT.");
+        EXPECT_EQ(utf8(parser->getInputEncoding() + parser->getBaseUri()), "");
+        EXPECT_EQ(parser->getNamespaceCount(0), 2);
+    }
+    leaveParserBehind();
+    EXPECT_EQ(xmlEvents("<a><b><c>&lt;</c></b></a>"), "<a>  <b>  <c>  '<'  </c>  </b>  </a>  .");
+    leaveParserBehind();
+    EXPECT_EQ(xmlEvents("<a>&e;</a>"),
+              "<a>  throws 6174 Reference to undefined entity: &e;\\nENTITY_REF, Line 1, Col 5.");
+}
+
 TEST(XmlParserInterface, ReadsFilesAndTellsTheirNames) {
     const testing::TempFolder folder;
     const UnicodeString path = folder.write("a.xml", "<a>\n</a>");

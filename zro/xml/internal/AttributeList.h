@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "zro/xml/internal/NameCache.h"
+#include "zro/xml/internal/Reuse.h"
 #include "zro/xml/internal/TextBuffer.h"
 
 namespace ZroCommon::internal {
@@ -35,6 +36,7 @@ public:
     void shrink() {
         clear();
         m_values.shrink();
+        clearForReuse(m_attributes);
     }
 
     std::size_t size() const { return m_attributes.size(); }

@@ -51,6 +51,15 @@ void ByteSource::open(std::istream* stream) {
     m_atEnd = false;
 }
 
+void ByteSource::shrink() {
+    if (m_capacity > kFirstBlock) {
+        m_bytes.reset();
+        m_capacity = 0;
+        m_position = 0;
+        m_end = 0;
+    }
+}
+
 void ByteSource::setEndState() {
     if (m_stream != nullptr && m_stream->good()) {
         setStreamState(*m_stream, std::ios_base::eofbit | std::ios_base::failbit);

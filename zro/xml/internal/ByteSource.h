@@ -19,6 +19,9 @@ public:
     /// Starts with another stream, null for none. The memory is kept.
     void open(std::istream* stream);
 
+    /// Gives the memory of a large stream back. \pre  no stream is open
+    void shrink();
+
     std::istream* stream() const { return m_stream; }
 
     const unsigned char* begin() const { return m_bytes.get() + m_position; }

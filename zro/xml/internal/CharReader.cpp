@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "zro/xml/internal/Reuse.h"
 #include "zro/xml/internal/Scan.h"
 #include "zro/xml/internal/TextBuffer.h"
 
@@ -11,6 +12,8 @@ namespace {
 
 constexpr char32_t kNextLine = 0x85;
 constexpr char32_t kLineSeparator = 0x2028;
+
+constexpr std::size_t kOrdinaryDepth = 16;  // of inputs within each other
 
 constexpr bool isLead(char16_t unit) {
     return (unit & 0xFC00U) == 0xD800U;
@@ -46,16 +49,25 @@ void CharReader::reset() {
     m_replaced = 0;
 }
 
+void CharReader::shrink() {
+    clearForReuse(m_segments);
+    if (m_frames.capacity() > kOrdinaryDepth) {
+        m_frames.shrink_to_fit();
+    }
+    input().shrink();
+}
+
 void CharReader::close() {
     while (m_frames.size() > 1) {
         popFrame();
     }
     suspendRun();
-    updatePosition();
     keepUnread();
-    top().window = {};
-    top().high = nullptr;
-    top().counted = nullptr;
+    // Nothing is left to read, but the units stay as long as nobody opens another stream, so that
+    // the position can still be counted.
+    const char16_t* const end = top().window.at;
+    top().window = {end, end, end};
+    top().high = end;
     resumeRun();
     input().close();
 }
@@ -173,11 +185,11 @@ DecodedInput::Fill CharReader::refill() {
         return DecodedInput::Fill::End;
     }
     checkCancel();
-    updatePosition();
     const InputTail tail = m_frames.size() > 1 ? InputTail::Nested : InputTail::Closed;
     DecodedInput& source = *top().input;
     auto fill = DecodedInput::Fill::End;
     if (source.hasMore()) {
+        updatePosition();  // the window goes
         source.makeWindow(m_run);
         m_high = m_run.at;  // before anything throws: the old window is gone
         top().counted = m_run.at;

@@ -38,6 +38,8 @@ public:
 
     /// Drops all inputs and texts and forgets their names and encoding.
     void reset();
+    /// Behind `reset`: gives the memory of a large document back.
+    void shrink();
     /// Drops all inputs, with the position of the document left as it is.
     void close();
 
@@ -85,6 +87,8 @@ public:
         }
         return m_run;
     }
+    /// The same, without a look for another one when the current run is used up. Never throws.
+    const Run& currentRun() const { return m_run; }
     /// True when the run is the window of an input: no pushed-back text and no literal. Line ends
     /// are folded there, and surrogates come in pairs.
     bool inWindow() const { return !inSegment() && top().input != nullptr; }

@@ -41,6 +41,19 @@ void ContentScanner::appendRun() {
     m_state.reader.moveTo(end);
 }
 
+std::u16string_view ContentScanner::findPlainText() {
+    const Run& run = m_state.reader.currentRun();
+    if (run.at == run.end || *run.at == u'<') {
+        return {};
+    }
+    const char16_t* const end = findAny<u'<', u'&', u']', 0xFFFF>(run.at, run.end);
+    if (run.end - end < 2 || *end != u'<' || end[1] == u'!' || end[1] == u'?'
+        || !m_state.reader.inWindow()) {
+        return {};
+    }
+    return {run.at, static_cast<std::size_t>(end - run.at)};
+}
+
 void ContentScanner::readText() {
     m_state.lookahead = Lookahead::None;
     m_state.event = Parser::TEXT;

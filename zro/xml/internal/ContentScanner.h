@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include "zro/xml/internal/LiteralReader.h"
 #include "zro/xml/internal/ParserState.h"
 
@@ -13,6 +15,9 @@ public:
         : m_state(state), m_literals(literals) {}
 
     void readText();
+    /// Text that lies whole in the window, with the beginning of the tag behind it; empty when what
+    /// comes next is not of that kind. Nothing is read.
+    std::u16string_view findPlainText();
     /// Reads a reference behind its "&", without replacing it.
     void readReference();
     /// Reads a comment behind its "<!--".

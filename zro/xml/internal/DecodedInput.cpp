@@ -10,7 +10,7 @@ namespace ZroCommon::internal {
 namespace {
 
 constexpr std::size_t kHistory = 2;
-constexpr std::size_t kFirstWindow = 2048;
+constexpr std::size_t kFirstWindow = 4096;  // as many as the first block of bytes gives
 constexpr std::size_t kLargestWindow = 32768;
 
 // How many bytes the first units of a window were made from.
@@ -56,6 +56,14 @@ void DecodedInput::reset() {
     encoding = Encoding();
     uri.remove();
     baseUri.remove();
+}
+
+void DecodedInput::shrink() {
+    m_source.shrink();
+    if (m_capacity > kFirstWindow + kHistory) {
+        m_units.reset();
+        m_capacity = 0;
+    }
 }
 
 bool DecodedInput::hasMore() {
@@ -127,7 +135,7 @@ bool DecodedInput::takeBehindReturn(InputTail tail, char32_t& next) {
     return tail == InputTail::Closed;
 }
 
-bool DecodedInput::isBehindReturn(const Run& window) {
+bool DecodedInput::isBehindReturn(const Run& window) const {
     if (m_decodedBytes == 0 || unitsRead(window) == 0 || window.at[-1] != u'\n') {
         return false;
     }

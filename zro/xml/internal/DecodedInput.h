@@ -39,6 +39,8 @@ public:
     void close();
     /// The same, names and encoding included. The memory is kept for the next stream.
     void reset();
+    /// Behind `reset`: gives the memory of a large stream back.
+    void shrink();
 
     /// The stream as it was opened, null when there is none.
     std::istream* baseStream() const { return m_baseStream; }
@@ -73,7 +75,7 @@ public:
 
     /// Whether the unit in front of `window.at` was made from a CR alone, with which the character
     /// behind it was read.
-    bool isBehindReturn(const Run& window);
+    bool isBehindReturn(const Run& window) const;
 
     /// Drops the rest of the window, so that reading goes on with the bytes behind the unit at
     /// `window.at`, be it in another mode or by another hand.

@@ -28,6 +28,9 @@ const Predefined* findPredefined(ZRName name) {
     return found == s_predefined.end() ? nullptr : found;
 }
 
+// Maps of more buckets give their memory back.
+constexpr std::size_t kOrdinaryBuckets = 64;
+
 template <class Map>
 const UnicodeString* findIn(const Map& map, ZRName name) {
     if (map.empty()) {
@@ -51,6 +54,16 @@ void EntityTable::reset() {
     m_general.external.clear();
     m_parameter.values.clear();
     m_parameter.external.clear();
+}
+
+void EntityTable::forgetAll() {
+    for (Map* map :
+         {&m_general.values, &m_general.external, &m_parameter.values, &m_parameter.external}) {
+        if (!map->empty() || map->bucket_count() > kOrdinaryBuckets) {
+            *map = Map();
+        }
+    }
+    m_hasMathML = false;
 }
 
 const UnicodeString* EntityTable::value(Kind kind, ZRName name) const {

@@ -21,6 +21,9 @@ public:
     /// stay as long as no other general entity is defined by value.
     void reset();
 
+    /// Back to a new table.
+    void forgetAll();
+
     /// The replacement text, or null when there is none by value.
     const UnicodeString* value(Kind kind, ZRName name) const;
     /// The system identifier as declared, or null when there is none.

@@ -26,9 +26,9 @@ constexpr int digitValue(char32_t c, bool hexadecimal) {
 }  // namespace
 
 UnicodeString LiteralReader::read(LiteralMode mode) {
-    TextBuffer value;
-    read(mode, value);
-    return makeText(value.view());
+    m_value.clear();
+    read(mode, m_value);
+    return makeText(m_value.view());
 }
 
 void LiteralReader::read(LiteralMode mode, TextBuffer& value) {

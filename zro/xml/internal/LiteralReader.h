@@ -40,6 +40,13 @@ public:
     /// digits give.
     Reference readReference();
 
+    /// Gives the memory of large literals back.
+    void shrink() {
+        m_value.shrink();
+        m_raw.shrink();
+        m_digits.shrink();
+    }
+
 private:
     bool readAtOnce(char32_t quote, TextBuffer& value);
     void readRaw(char32_t quote);
@@ -49,6 +56,7 @@ private:
     char32_t readCharacterReference();
 
     ParserState& m_state;
+    TextBuffer m_value;
     TextBuffer m_raw;
     TextBuffer m_digits;
 };

@@ -7,30 +7,6 @@
 #include "zro/vocabulary/internal/SharedNames.h"
 
 namespace ZroCommon::internal {
-namespace {
-
-// What a thread keeps from one parser to the next.
-struct Kept {
-    std::unique_ptr<NameCache> cache;
-
-    ~Kept();
-};
-
-// Parsers of static and thread-wide objects may end behind the thread's own objects.
-constinit thread_local bool s_threadEnds = false;
-thread_local Kept s_kept;
-
-Kept::~Kept() {
-    s_threadEnds = true;
-}
-
-// Behind `cleanup` no text is a builtin name any more.
-bool areNamesForgotten() {
-    return findBuiltinName(u"xml") == ZRN_EMPTY;
-}
-
-}  // namespace
-
 KnownName* NameCache::find(std::uint32_t hash, std::u16string_view text) const {
     for (std::size_t at = hash % kIndexSize; m_index[at] != 0; at = (at + 1) % kIndexSize) {
         KnownName& known = m_entries[m_index[at] - 1U];
@@ -51,7 +27,10 @@ void NameCache::internAnew(KnownName& known) const {
         known.prefix = internSharedNonBuiltinName(prefix, keyedNameHash(prefix));
     }
     if (!ZRName(known.local).isBuiltin()) {
-        known.local = internSharedNonBuiltinName(local, keyedNameHash(local));
+        if (known.localHash == 0) {
+            known.localHash = keyedNameHash(local);
+        }
+        known.local = internSharedNonBuiltinName(local, known.localHash);
     }
     known.round = m_round;
 }
@@ -74,6 +53,7 @@ KnownName* NameCache::add(std::uint32_t hash, std::u16string_view text, QName na
     entry.local = name.local;
     entry.length = static_cast<std::uint16_t>(text.size());
     std::copy(text.begin(), text.end(), entry.text);
+    entry.localHash = 0;
     entry.follower = nullptr;
     std::size_t at = hash % kIndexSize;
     while (m_index[at] != 0) {
@@ -87,30 +67,6 @@ void NameCache::startRound() {
     if (++m_round == 0) {  // so many parsers that numbers of rounds come again
         *this = NameCache();
         m_round = 1;
-    }
-}
-
-std::unique_ptr<NameCache> takeNameCache() {
-    std::unique_ptr<NameCache> cache;
-    if (!s_threadEnds) {
-        cache = std::move(s_kept.cache);
-    }
-    if (cache == nullptr || areNamesForgotten()) {
-        cache = std::make_unique<NameCache>();
-    }
-    cache->startRound();
-    return cache;
-}
-
-void giveNameCache(std::unique_ptr<NameCache> cache) {
-    if (!s_threadEnds && s_kept.cache == nullptr) {
-        s_kept.cache = std::move(cache);
-    }
-}
-
-void forgetNameCache() {
-    if (!s_threadEnds) {
-        s_kept.cache.reset();
     }
 }
 

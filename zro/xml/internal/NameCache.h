@@ -26,6 +26,7 @@ struct KnownName {
     ZRNameEnum prefix;
     ZRNameEnum local;
     std::uint16_t length;
+    std::uint64_t localHash;    ///< keyed, of the local part; 0 as long as nobody asked
     char16_t text[kMostUnits];  // NOLINT(modernize-avoid-c-arrays): nothing is filled in
     KnownName* follower;        ///< the attribute name that came behind this name, or null
 
@@ -74,15 +75,8 @@ private:
 
     std::unique_ptr<KnownName[]> m_entries;  // those behind the first `m_count` hold anything
     std::size_t m_count = 0;
-    std::uint32_t m_round = 0;
+    std::uint32_t m_round = 1;
     std::array<std::uint16_t, kIndexSize> m_index{};  // entry number plus 1, open addressing
 };
-
-/// The cache of the calling thread's last parser, or a new one.
-std::unique_ptr<NameCache> takeNameCache();
-/// Leaves a cache to the calling thread's next parser. Each thread keeps one.
-void giveNameCache(std::unique_ptr<NameCache> cache);
-/// Gives back what the calling thread keeps. Part of `cleanup`.
-void forgetNameCache();
 
 }  // namespace ZroCommon::internal

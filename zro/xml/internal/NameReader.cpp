@@ -5,6 +5,7 @@
 
 #include "zro/vocabulary/internal/NameHash.h"
 #include "zro/vocabulary/internal/SharedNames.h"
+#include "zro/xml/internal/Reuse.h"
 #include "zro/xml/internal/Scan.h"
 #include "zro/xml/internal/TextBuffer.h"
 
@@ -46,13 +47,20 @@ bool isNameCharacter(char32_t c) {
                     : isIn(kStartRanges, c) || isIn(kFurtherRanges, c);
 }
 
+void NameReader::startRound() {
+    m_cache.startRound();
+    m_lastKnown = nullptr;
+    clearForReuse(m_scratch);
+    clearForReuse(m_newName);
+}
+
 // The text is a name, so that what the cache holds can be taken for one.
 ZRName NameReader::intern(std::u16string_view text) {
     const std::uint32_t hash = builtinNameHash(text);
-    m_lastKnown = m_cache->find(hash, text);
+    m_lastKnown = m_cache.find(hash, text);
     if (m_lastKnown == nullptr) {
         const ZRName name = internSharedName(text);
-        m_lastKnown = m_cache->add(hash, text, {ZRName(), name});
+        m_lastKnown = m_cache.add(hash, text, {ZRName(), name});
         return name;
     }
     return m_lastKnown->local;
@@ -159,9 +167,9 @@ bool NameReader::readNewQName(QName& name) {
         m_newName.append(u":").append(local);
     }
     const std::uint32_t hash = builtinNameHash(m_newName);
-    m_lastKnown = m_cache->find(hash, m_newName);
+    m_lastKnown = m_cache.find(hash, m_newName);
     if (m_lastKnown == nullptr) {
-        m_lastKnown = m_cache->add(hash, m_newName, name);
+        m_lastKnown = m_cache.add(hash, m_newName, name);
     }
     return true;
 }

@@ -1,10 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "zro/vocabulary/ZRName.h"
 #include "zro/vocabulary/internal/NameHash.h"
@@ -23,10 +21,12 @@ bool isNameCharacter(char32_t c);
 /// Qualified names that were met before, by this parser or one before it, come from a cache.
 class NameReader {
 public:
-    explicit NameReader(CharReader& reader) : m_reader(reader), m_cache(takeNameCache()) {}
+    explicit NameReader(CharReader& reader) : m_reader(reader) {}
     NameReader(const NameReader&) = delete;
     NameReader& operator=(const NameReader&) = delete;
-    ~NameReader() { giveNameCache(std::move(m_cache)); }
+
+    /// Begins with another parser, for which names may have other numbers.
+    void startRound();
 
     /// A name without colon; the empty name when no name begins here, and nothing was read then.
     ZRName readName();
@@ -34,15 +34,17 @@ public:
     /// A name with or without prefix. \return false when a part is missing
     bool readQName(QName& name);
 
+    /// The same for one that was met before and lies whole in the run; otherwise nothing is read.
+    bool readKnownQName(QName& name);
+
     /// The qualified name of this text, if it was met before, else null.
     KnownName* findKnown(std::u16string_view text) const {
-        return m_cache->find(builtinNameHash(text), text);
+        return m_cache.find(builtinNameHash(text), text);
     }
 
     /// See `NameCache::findFollower`; null too when there is no name before.
-    KnownName* findFollower(const KnownName* before, const char16_t* at,
-                            const char16_t* end) const {
-        return before == nullptr ? nullptr : m_cache->findFollower(*before, at, end);
+    KnownName* findFollower(const KnownName* before, const char16_t* at, const char16_t* end) {
+        return before == nullptr ? nullptr : m_cache.findFollower(*before, at, end);
     }
 
     /// The entry of the last qualified name that was found or added, null when there is none.
@@ -53,7 +55,6 @@ public:
 
 private:
     ZRName intern(std::u16string_view text);
-    bool readKnownQName(QName& name);
     bool readNewQName(QName& name);
     std::u16string_view scanName();
     std::u16string_view scanNameSlowly(char32_t first);
@@ -61,7 +62,7 @@ private:
     CharReader& m_reader;
     std::u16string m_scratch;
     std::u16string m_newName;
-    std::unique_ptr<NameCache> m_cache;
+    NameCache m_cache;
     KnownName* m_lastKnown = nullptr;
 };
 

@@ -13,6 +13,8 @@ constexpr std::size_t kOrdinarySize = 1024;
 // Room for so many scopes and declarations is made at once.
 constexpr std::size_t kOrdinaryDepth = 16;
 
+constexpr std::size_t kBaseDeclarations = 2;  // of `xml` and `xmlns`
+
 bool byPrefix(const NamespaceMap::Entry& left, const NamespaceMap::Entry& right) {
     return left.prefix < right.prefix;
 }
@@ -50,13 +52,39 @@ NamespaceManager::NamespaceManager() {
     m_scopes.reserve(kOrdinaryDepth);
     m_declarations.reserve(kOrdinaryDepth);
     m_scopes.push_back({ZRN_EMPTY, ZRN_EMPTY, ZRN_EMPTY, 0, 0});
-    declare(ZRN_xml, ZRN_ns_xml);
-    declare(ZRN_xmlns, ZRN_ns_xmlns);
-    ZRNameTable::addRefSharedNameTable();  // last, so that nothing can throw behind it
+    declareBase();
+    wake();  // last, so that nothing can throw behind it
 }
 
 NamespaceManager::~NamespaceManager() {
-    ZRNameTable::releaseSharedNameTable();
+    releaseNames();
+}
+
+void NamespaceManager::declareBase() {
+    declare(ZRN_xml, ZRN_ns_xml);
+    declare(ZRN_xmlns, ZRN_ns_xmlns);
+}
+
+void NamespaceManager::wake() {
+    ZRNameTable::addRefSharedNameTable();
+    m_holdsNames = true;
+}
+
+void NamespaceManager::releaseNames() {
+    if (m_holdsNames) {
+        m_holdsNames = false;
+        ZRNameTable::releaseSharedNameTable();
+    }
+}
+
+void NamespaceManager::rest() {
+    releaseNames();
+    reset();
+    if (m_declarations.size() > kBaseDeclarations) {
+        m_declarations.clear();
+        giveMemoryBack();
+        declareBase();
+    }
 }
 
 void NamespaceManager::reset() {
@@ -88,10 +116,7 @@ void NamespaceManager::setElement(ZRName prefix, ZRName namespaceUri, ZRName loc
     if (!namespaceUri.isEmpty() && lookup(prefix) != namespaceUri) {
         touch(prefix).uri = namespaceUri;
     }
-    Scope& scope = m_scopes.back();
-    scope.prefix = prefix;
-    scope.namespaceUri = namespaceUri;
-    scope.localName = localName;
+    setBoundElement(prefix, namespaceUri, localName);
 }
 
 bool NamespaceManager::declare(ZRName prefix, ZRName namespaceUri) {

@@ -63,6 +63,11 @@ public:
     unsigned int getTypeID() const override { return ZRRCObject::getStaticTypeID(); }
     UnicodeString getTypeName() const override { return u"NamespaceManager"; }
 
+    /// As new, but without the reference on the name table until `wake`. Memory is kept, unless it
+    /// is much.
+    void rest();
+    void wake();
+
     /// Ends all scopes but the base. What was declared in the base scope stays.
     void reset();
 
@@ -90,6 +95,14 @@ public:
     /// Stores the names of the innermost scope's element, once a scope. From now on its prefix
     /// means its namespace in this scope, whatever is declared, unless the namespace is 0.
     void setElement(ZRName prefix, ZRName namespaceUri, ZRName localName);
+
+    /// The same with the namespace that the prefix means now.
+    void setBoundElement(ZRName prefix, ZRName namespaceUri, ZRName localName) {
+        Scope& scope = m_scopes.back();
+        scope.prefix = prefix;
+        scope.namespaceUri = namespaceUri;
+        scope.localName = localName;
+    }
 
     /// The innermost scope's element; 0 each until `setElement`.
     ZRName elementPrefix() const { return m_scopes.back().prefix; }
@@ -160,11 +173,14 @@ private:
     void undoBindings();
     void dropDeclarations();
     void giveMemoryBack();
+    void declareBase();
+    void releaseNames();
     void sortDeclarations(std::size_t first) const;
     void forgetSorted() const { m_sortedFrom = kNone; }
 
     std::uint32_t top() const { return static_cast<std::uint32_t>(m_scopes.size() - 1); }
 
+    bool m_holdsNames = false;
     std::vector<Scope> m_scopes;
     std::vector<Declaration> m_declarations;  // of all scopes, in order, replaced ones included
     std::vector<Undo> m_undo;                 // bindings as they were before a scope touched them

@@ -35,11 +35,35 @@ void ParserState::reset() {
     rootSeen = false;
     text.shrink();
     textStart = 0;
+    plainText = {};
     entityName = ZRName();
     attributes.shrink();
     reader.reset();
     entities.reset();
     namespaces->reset();
+}
+
+void ParserState::rest() {
+    reset();
+    reader.shrink();
+    reader.limits = {};
+    entities.forgetAll();
+    m_features = {};
+    callback = nullptr;
+    callbackData = nullptr;
+    isBusy = false;
+    namespaces->rest();
+}
+
+void ParserState::wake() {
+    namespaces->wake();
+    names.startRound();
+}
+
+void ParserState::keepEvent() {
+    attributes.keepValues();
+    text.append(plainText);
+    plainText = {};
 }
 
 bool ParserState::feature(ZRXmlParser::Feature which) const {
@@ -117,15 +141,7 @@ Lookahead ParserState::peekType() {
     }
     const char32_t c = reader.get();
     if (c == u'<') {
-        const char32_t next = reader.get();
-        switch (next) {
-        case u'!': return lookahead = Lookahead::Declaration;
-        case u'/': return lookahead = Lookahead::EndTag;
-        case u'?': return lookahead = Lookahead::Instruction;
-        default: break;
-        }
-        reader.pushBack(next);
-        return lookahead = Lookahead::StartTag;
+        return lookahead = markupType();
     }
     if (c == u'&') {
         return lookahead = Lookahead::Reference;
@@ -139,6 +155,17 @@ Lookahead ParserState::peekType() {
     }
     report(XmlError::InvalidCharacter);  // the document itself holds a U+FFFF
     return lookahead = Lookahead::Reference;
+}
+
+// Behind "<".
+Lookahead ParserState::markupType() {
+    const char32_t next = reader.get();
+    switch (next) {
+    case u'!': return Lookahead::Declaration;
+    case u'/': return Lookahead::EndTag;
+    case u'?': return Lookahead::Instruction;
+    default: reader.pushBack(next); return Lookahead::StartTag;
+    }
 }
 
 const UnicodeString* ParserState::generalEntity(ZRName name) const {

@@ -42,6 +42,12 @@ public:
     /// As before the first input, features, callback and limits excepted.
     void reset();
 
+    /// At the end of a parser: as new, but for memory and for the texts of names, and without a
+    /// hold on the numbers of names, until `wake`.
+    void rest();
+    /// At the beginning of another parser.
+    void wake();
+
     bool feature(ZRXmlParser::Feature which) const;
     void setFeature(ZRXmlParser::Feature which, bool on);
 
@@ -70,7 +76,11 @@ public:
     /// otherwise null.
     const UnicodeString* generalEntity(ZRName name) const;
 
-    std::u16string_view eventText() const { return text.view(textStart); }
+    std::u16string_view eventText() const {
+        return plainText.data() != nullptr ? plainText : text.view(textStart);
+    }
+    /// Copies what lies in the window of an input that is about to go.
+    void keepEvent();
 
     EventType event = ZRXmlParser::START_DOCUMENT;
     Lookahead lookahead = Lookahead::None;
@@ -79,6 +89,7 @@ public:
 
     TextBuffer text;
     std::size_t textStart = 0;
+    std::u16string_view plainText;  ///< of the event, in the window; of no data when `text` has it
     ZRName entityName;
     AttributeList attributes;
 
@@ -93,6 +104,7 @@ public:
     bool isBusy = false;
 
 private:
+    Lookahead markupType();
     [[noreturn]] void throwError(XmlError code, UnicodeString message);
 
     std::array<bool, 6> m_features{};

@@ -168,22 +168,37 @@ inline const char16_t* findQNameEnd(const char16_t* at, const char16_t* end) {
     return scalar::findQNameEnd(at, end);
 }
 
-// The last step overlaps the one before.
+namespace simd {
+
+inline __m128i loadFour(const char16_t* at) {
+    return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(at));
+}
+
+/// All ones where the units of two texts are the same.
+inline __m128i match(const char16_t* left, const char16_t* right) {
+    return _mm_cmpeq_epi16(load(left), load(right));
+}
+
+}  // namespace simd
+
+// The last step overlaps the one before. Up to 16 units are seen at once.
 inline bool isSameText(const char16_t* left, const char16_t* right, std::size_t length) {
     constexpr std::size_t kStep = simd::kStep;
-    if (length < kStep) {
+    if (length < 4) {
         return scalar::isSameText(left, right, length);
     }
-    const auto differ = [left, right](std::size_t at) {
-        return simd::maskOf(_mm_cmpeq_epi16(simd::load(left + at), simd::load(right + at)))
-               != 0xFFFFU;
-    };
-    for (std::size_t at = 0; at + kStep < length; at += kStep) {
-        if (differ(at)) {
-            return false;
-        }
+    if (length < kStep) {
+        const auto four = [left, right](std::size_t at) {
+            return _mm_cmpeq_epi16(simd::loadFour(left + at), simd::loadFour(right + at));
+        };
+        return simd::maskOf(_mm_and_si128(four(0), four(length - 4))) == 0xFFFFU;
     }
-    return !differ(length - kStep);
+    const std::size_t last = length - kStep;
+    __m128i same = simd::match(left + last, right + last);
+    for (std::size_t at = 0; at < last; at += kStep) {
+        same = _mm_and_si128(same, simd::match(left + at, right + at));
+    }
+    return simd::maskOf(same) == 0xFFFFU;
 }
 
 namespace simd {

@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "zro/vocabulary/internal/SharedNames.h"
+#include "zro/xml/internal/Reuse.h"
 #include "zro/xml/internal/Scan.h"
 
 namespace ZroCommon::internal {
@@ -23,11 +24,17 @@ constexpr std::size_t kFirstDepth = 16;  // room for the names of open elements
 // Up to here each attribute is compared with each earlier one, above that they are sorted.
 constexpr std::size_t kFewAttributes = 16;
 
+// Mostly one blank, or none.
 const char16_t* skipXmlSpace(const char16_t* at, const char16_t* end) {
-    while (at != end && isXmlSpace(*at)) {
+    while (at != end && *at <= u' ' && isXmlSpace(*at)) {
         ++at;
     }
     return at;
+}
+
+constexpr bool isDeclaration(const Attribute& attribute) {
+    return attribute.prefix == ZRN_xmlns
+           || (attribute.name == ZRN_xmlns && attribute.prefix == ZRN_EMPTY);
 }
 
 constexpr bool isSameName(const Attribute& left, const Attribute& right) {
@@ -42,14 +49,9 @@ void TagScanner::readStartTag() {
     if (m_state.depth() == 0 && m_state.rootSeen) {
         m_state.report(XmlError::SecondRoot);
     }
-    const char32_t first = m_state.reader.get();
-    m_state.reader.pushBack(first);
-    if (isXmlSpace(first)) {
-        m_state.report(XmlError::UnexpectedSpace, u"<");
-    }
     QName name;
-    if (!m_state.names.readQName(name)) {
-        m_state.report(XmlError::InvalidStartTagName);
+    if (!m_state.names.readKnownQName(name)) {
+        readNewName(name);
     }
     const ZRLimits& limits = m_state.reader.limits;
     if (limits.elementDepth != 0
@@ -64,6 +66,23 @@ void TagScanner::readStartTag() {
     resolveElement(name);
     noteRoot(name);
     resolveAttributes();
+}
+
+void TagScanner::readNewName(QName& name) {
+    const char32_t first = m_state.reader.get();
+    m_state.reader.pushBack(first);
+    if (isXmlSpace(first)) {
+        m_state.report(XmlError::UnexpectedSpace, u"<");
+    }
+    if (!m_state.names.readQName(name)) {
+        m_state.report(XmlError::InvalidStartTagName);
+    }
+}
+
+void TagScanner::shrink() {
+    clearForReuse(m_openNames);
+    clearForReuse(m_duplicates);
+    clearForReuse(m_order);
 }
 
 void TagScanner::noteOpenName() {
@@ -99,18 +118,19 @@ bool TagScanner::readPlainAttributes() {
     const char16_t* const end = run.end;
     const char16_t* at = run.at;
     KnownName* before = m_state.names.lastKnown();
-    for (const char16_t* next = at; next != nullptr; next = readPlainAttribute(at, end, before)) {
-        at = next;
-        const char16_t* const tagEnd = skipXmlSpace(at, end);
-        if (end - tagEnd >= 2 && tagEnd[0] == u'>') {
-            m_state.reader.moveTo(tagEnd + 1);
+    for (const char16_t* behind = at; behind != nullptr;) {
+        at = behind;
+        const char16_t* const next = skipXmlSpace(at, end);
+        if (end - next >= 2 && next[0] == u'>') {
+            m_state.reader.moveTo(next + 1);
             return true;
         }
-        if (end - tagEnd >= 2 && tagEnd[0] == u'/' && tagEnd[1] == u'>') {
+        if (end - next >= 2 && next[0] == u'/' && next[1] == u'>') {
             m_state.lookahead = Lookahead::EmptyElementEnd;
-            m_state.reader.moveTo(tagEnd + 2);
+            m_state.reader.moveTo(next + 2);
             return true;
         }
+        behind = next == at ? nullptr : readPlainAttribute(next, end, before);
     }
     m_state.reader.moveTo(at);
     return false;
@@ -118,12 +138,8 @@ bool TagScanner::readPlainAttributes() {
 
 // Where the attribute ends, or null when it is not that plain. \param before  in and out: the name
 // in front of the attribute, which is often followed by the same name as the last time
-const char16_t* TagScanner::readPlainAttribute(const char16_t* at, const char16_t* end,
+const char16_t* TagScanner::readPlainAttribute(const char16_t* name, const char16_t* end,
                                                KnownName*& before) {
-    const char16_t* const name = skipXmlSpace(at, end);
-    if (name == at) {
-        return nullptr;
-    }
     KnownName* known = m_state.names.findFollower(before, name, end);
     if (known == nullptr) {
         known = findPlainName(name, end);
@@ -144,7 +160,10 @@ const char16_t* TagScanner::readPlainAttribute(const char16_t* at, const char16_
         return nullptr;
     }
     const std::u16string_view units(value, static_cast<std::size_t>(valueEnd - value));
-    finishAttribute(m_state.attributes.addInWindow(known->name(), units));
+    Attribute& attribute = m_state.attributes.addInWindow(known->name(), units);
+    if (isDeclaration(attribute)) {
+        declareNamespace(attribute);
+    }
     before = known;
     return valueEnd + 1;
 }
@@ -172,17 +191,16 @@ void TagScanner::readAttribute() {
     AttributeList& attributes = m_state.attributes;
     const std::size_t start = attributes.keptValues().size();
     m_literals.read(LiteralMode::Attribute, attributes.keptValues());
-    finishAttribute(attributes.addKept(name, start));
+    Attribute& attribute = attributes.addKept(name, start);
+    if (isDeclaration(attribute)) {
+        declareNamespace(attribute);
+    }
 }
 
-// Declares the namespace when the attribute is such a declaration.
-void TagScanner::finishAttribute(Attribute& attribute) {
-    const bool isDefault = attribute.name == ZRN_xmlns && attribute.prefix == ZRN_EMPTY;
-    if (isDefault || attribute.prefix == ZRN_xmlns) {
-        const ZRNameEnum prefix = isDefault ? ZRN_EMPTY : attribute.name;
-        m_state.namespaces->declare(prefix, internSharedName(m_state.attributes.value(attribute)));
-        attribute.namespaceUri = ZRN_ns_xmlns;
-    }
+void TagScanner::declareNamespace(Attribute& attribute) {
+    const ZRNameEnum prefix = attribute.prefix == ZRN_xmlns ? attribute.name : ZRN_EMPTY;
+    m_state.namespaces->declare(prefix, internSharedName(m_state.attributes.value(attribute)));
+    attribute.namespaceUri = ZRN_ns_xmlns;
 }
 
 // The end of the tag from its first character on; after an error it counts as ended.
@@ -226,7 +244,7 @@ void TagScanner::resolveElement(const QName& name) {
     if (uri.isEmpty() && !name.prefix.isEmpty()) {
         m_state.report(XmlError::UndeclaredPrefix, name.prefix.toString());
     }
-    m_state.namespaces->setElement(name.prefix, uri, name.local);
+    m_state.namespaces->setBoundElement(name.prefix, uri, name.local);
 }
 
 void TagScanner::noteRoot(const QName& name) {

@@ -19,15 +19,20 @@ public:
     /// Reads an end tag behind its "</".
     void readEndTag();
 
+    /// Gives the memory of deep documents and large tags back.
+    void shrink();
+
 private:
+    void readNewName(QName& name);
     void noteOpenName();
     bool readExpectedEndTag();
     void readAttributes();
     bool readPlainAttributes();
-    const char16_t* readPlainAttribute(const char16_t* at, const char16_t* end, KnownName*& before);
+    const char16_t* readPlainAttribute(const char16_t* name, const char16_t* end,
+                                       KnownName*& before);
     KnownName* findPlainName(const char16_t* name, const char16_t* end) const;
     void readAttribute();
-    void finishAttribute(Attribute& attribute);
+    void declareNamespace(Attribute& attribute);
     void readTagEnd(char32_t c);
     void declareRootConveniences(ZRName local);
     void resolveElement(const QName& name);

@@ -164,10 +164,11 @@ int XmlParserImpl::getAttributeCount() const {
 }
 
 const Attribute& XmlParserImpl::attributeAt(int index, ErrorSite site) const {
-    if (index < 0 || index >= getAttributeCount()) {
+    const auto at = static_cast<std::size_t>(index);  // a negative index becomes a huge one
+    if (m_state.event != START_TAG || at >= m_state.attributes.size()) {
         throwLibraryError(LibraryError::IndexOutOfRange, site);
     }
-    return m_state.attributes[static_cast<std::size_t>(index)];
+    return m_state.attributes[at];
 }
 
 ZRName XmlParserImpl::getAttributeNamespace(int index) const {

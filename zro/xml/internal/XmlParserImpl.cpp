@@ -10,9 +10,11 @@
 
 namespace ZroCommon::internal {
 
-XmlParserImpl::XmlParserImpl() = default;
+XmlParserImpl::XmlParserImpl() : m_parts(takeParserParts()) {}
 
-XmlParserImpl::~XmlParserImpl() = default;
+XmlParserImpl::~XmlParserImpl() {
+    giveParserParts(std::move(m_parts));
+}
 
 unsigned int XmlParserImpl::getTypeID() const {
     return getStaticTypeID();
@@ -45,7 +47,7 @@ void XmlParserImpl::beginInput(const UnicodeString& encoding) {
     m_callersStream = nullptr;
     m_keptStream = nullptr;
     m_state.reset();
-    m_opener.presetEncoding(encoding);
+    m_parts->opener.presetEncoding(encoding);
 }
 
 void XmlParserImpl::setInput(const UnicodeString& uri, const UnicodeString& encoding,
@@ -67,7 +69,7 @@ void XmlParserImpl::setInput(const UnicodeString& uri, const UnicodeString& enco
         input.baseUri = location.getBaseString();
     }
     input.open(std::move(stream));
-    m_opener.checkStream();
+    m_parts->opener.checkStream();
 }
 
 void XmlParserImpl::setInput(std::istream& stream, const UnicodeString& encoding,
@@ -76,7 +78,7 @@ void XmlParserImpl::setInput(std::istream& stream, const UnicodeString& encoding
     m_state.reader.input().baseUri = baseUri;
     m_state.reader.input().open(stream);
     try {
-        m_opener.checkStream();
+        m_parts->opener.checkStream();
     } catch (...) {
         closeStream();  // a caller need not keep what was not taken
         throw;
@@ -92,7 +94,7 @@ void keepStream(ZRXmlParser& parser, std::shared_ptr<std::istream> stream) {
 
 void XmlParserImpl::closeStream() {
     refuseReentry();
-    m_state.attributes.keepValues();  // they can still be asked for
+    m_state.keepEvent();  // it can still be asked for
     m_state.reader.close();
 }
 
@@ -116,7 +118,7 @@ void XmlParserImpl::rewind() {
         input.baseUri = baseUri;
         input.open(*m_callersStream);
     }
-    m_opener.checkStream();
+    m_parts->opener.checkStream();
 }
 
 // Events.
@@ -151,6 +153,9 @@ ZRXmlParser::EventType XmlParserImpl::next() {
     guarded([this] {
         m_state.text.clear();
         m_state.textStart = 0;
+        if (readPlainText()) {
+            return;
+        }
         readToken();
         if (m_state.event >= TEXT) {
             readMerged();
@@ -159,7 +164,30 @@ ZRXmlParser::EventType XmlParserImpl::next() {
     return m_state.event;
 }
 
+// The common case of text: between two tags, without markup, whole in the window. Then it is merged
+// text as it stands, and what comes behind it is known.
+bool XmlParserImpl::readPlainText() {
+    const int depth = m_state.depth() - (m_state.event == END_TAG ? 1 : 0);
+    if (!isTag() || depth <= 0 || m_state.lookahead != Lookahead::None) {
+        return false;
+    }
+    const std::u16string_view text = m_parts->content.findPlainText();
+    if (text.empty()) {
+        return false;
+    }
+    if (m_state.event == END_TAG) {
+        m_state.namespaces->popScope();
+    }
+    m_state.event = TEXT;
+    m_state.entityName = ZRName();
+    m_state.plainText = text;
+    m_state.reader.moveTo(text.data() + text.size());
+    m_state.peekType();
+    return true;
+}
+
 void XmlParserImpl::readToken() {
+    m_state.plainText = {};
     m_state.text.truncate(m_state.textStart);
     m_state.entityName = ZRName();
     switch (m_state.event) {
@@ -183,10 +211,10 @@ void XmlParserImpl::readToken() {
     default: break;
     }
     switch (m_state.peekType()) {
-    case Lookahead::StartTag: return m_tags.readStartTag();
-    case Lookahead::EndTag: return m_tags.readEndTag();
-    case Lookahead::Text: return m_content.readText();
-    case Lookahead::Reference: return m_content.readReference();
+    case Lookahead::StartTag: return m_parts->tags.readStartTag();
+    case Lookahead::EndTag: return m_parts->tags.readEndTag();
+    case Lookahead::Text: return m_parts->content.readText();
+    case Lookahead::Reference: return m_parts->content.readReference();
     case Lookahead::Instruction: return readInstruction();
     case Lookahead::Declaration: return readDeclaration();
     default: return readEnd();
@@ -195,7 +223,7 @@ void XmlParserImpl::readToken() {
 
 // A declaration leaves the event as it is, an instruction is the first event.
 void XmlParserImpl::startDocument() {
-    m_opener.startDocument();
+    m_parts->opener.startDocument();
     if (m_state.peekType() == Lookahead::Instruction) {
         readInstruction();
     }
@@ -214,9 +242,9 @@ void XmlParserImpl::readInstruction() {
     m_state.lookahead = Lookahead::None;
     const ZRName target = m_state.names.readName();
     if (target == ZRN_xml) {
-        m_opener.readXmlDeclaration();
+        m_parts->opener.readXmlDeclaration();
     } else {
-        m_content.readInstruction(target);
+        m_parts->content.readInstruction(target);
     }
 }
 
@@ -230,14 +258,14 @@ void XmlParserImpl::readDeclaration() {
         if (m_state.reader.get() != u'-') {
             m_state.report(XmlError::InvalidComment);
         }
-        return m_content.readComment();
+        return m_parts->content.readComment();
     }
     m_state.reader.pushBack(c);
     const ZRName name = m_state.names.readName();
     if (name != ZRN_DOCTYPE) {
         m_state.report(XmlError::UnexpectedMarkup, name.toString());
     }
-    m_doctype.readDoctype();
+    m_parts->doctype.readDoctype();
 }
 
 // On purpose: a section that is no CDATA is stepped over without an event of its own, so the event
@@ -246,12 +274,12 @@ void XmlParserImpl::readSection() {
     if (m_state.names.readName() == ZRN_CDATA) {
         const char32_t c = m_state.reader.get();
         if (c == u'[') {
-            return m_content.readCData();
+            return m_parts->content.readCData();
         }
         m_state.report(XmlError::InvalidCData);
         m_state.reader.pushBack(c);
     }
-    m_content.skipSection();
+    m_parts->content.skipSection();
 }
 
 // The merged text of `next`. The first token of it has been read.
@@ -301,7 +329,7 @@ void XmlParserImpl::replaceReference() {
     }
     const UnicodeString* systemId = m_state.entities.systemId(EntityTable::Kind::General, name);
     if (systemId != nullptr) {
-        m_opener.openEntity(UnicodeString(*systemId));
+        m_parts->opener.openEntity(UnicodeString(*systemId));
     } else {
         m_state.reader.pushReplacement(*value);
     }
@@ -313,9 +341,9 @@ void XmlParserImpl::scanExternalSubset() {
         for (;;) {
             m_state.text.clear();
             switch (m_state.peekType()) {
-            case Lookahead::Text: m_doctype.readSubsetText(); break;
+            case Lookahead::Text: m_parts->doctype.readSubsetText(); break;
             case Lookahead::Instruction: readInstruction(); break;
-            case Lookahead::Declaration: m_doctype.readSubsetDeclaration(); break;
+            case Lookahead::Declaration: m_parts->doctype.readSubsetDeclaration(); break;
             default: return readEnd();
             }
         }

@@ -7,12 +7,7 @@
 #include "zro/foundation/ZRPtr.h"
 #include "zro/foundation/internal/Raise.h"
 #include "zro/xml/ZRXmlParser.h"
-#include "zro/xml/internal/ContentScanner.h"
-#include "zro/xml/internal/DoctypeScanner.h"
-#include "zro/xml/internal/InputOpener.h"
-#include "zro/xml/internal/LiteralReader.h"
-#include "zro/xml/internal/ParserState.h"
-#include "zro/xml/internal/TagScanner.h"
+#include "zro/xml/internal/ParserParts.h"
 
 namespace ZroCommon::internal {
 
@@ -80,6 +75,7 @@ private:
     void guarded(Action action);
     void refuseReentry() const;
     void beginInput(const UnicodeString& encoding);
+    bool readPlainText();
     void readToken();
     void readMerged();
     bool mergeToken();
@@ -95,12 +91,8 @@ private:
     UnicodeString valueOf(const Attribute& attribute) const;
 
     std::shared_ptr<std::istream> m_keptStream;  // dies behind what reads from it
-    ParserState m_state;
-    LiteralReader m_literals{m_state};
-    InputOpener m_opener{m_state, m_literals};
-    TagScanner m_tags{m_state, m_literals};
-    ContentScanner m_content{m_state, m_literals};
-    DoctypeScanner m_doctype{m_state, m_literals, m_opener};
+    std::unique_ptr<ParserParts> m_parts;
+    ParserState& m_state{m_parts->state};
 
     std::istream* m_callersStream = nullptr;  // the one to rewind
     UnicodeString m_contentType;
