@@ -1,3 +1,4 @@
+#include <charconv>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -5,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/text/xls/Cells.h"
+#include "zro/text/xls/internal/DecimalString.h"
 #include "zro/text/xls/internal/Fraction.h"
 
 namespace ZroCommon {
@@ -56,6 +58,32 @@ TEST(XlsNumber, PlacesDigits) {
     });
 }
 
+// Short ways through the digits come to what the whole number says.
+TEST(XlsNumber, KeepsFifteenDigits) {
+    std::mt19937_64 random(5);  // NOLINT(cert-msc51-cpp): the same numbers in each run
+    internal::DecimalString digits;
+    for (int round = 0; round < 20000; ++round) {
+        const auto integer = static_cast<double>(random() >> (15U + random() % 40));
+        const double number = integer / std::pow(10.0, static_cast<double>(random() % 20)) + 1e-12;
+        digits.assign(number);
+        const std::string text(digits.text());
+        double shown = 0;
+        std::from_chars(text.data(), text.data() + text.size(), shown);
+        const double unit = std::pow(10.0, std::floor(std::log10(number)) - 14);
+        EXPECT_NEAR(shown, number, 0.5 * unit + 5e-16 * number) << round << ' ' << text;
+        const std::string plain = text.substr(text.find_first_not_of("0."));
+        EXPECT_LE(plain.find_last_not_of("0."), plain.find('.') < 15 ? 15U : 14U) << text;
+    }
+    for (const auto& [number, text] : {std::pair{0.99999999999999989, "1.0"},
+                                       {99999999999999.97, "100000000000000.0"},
+                                       {9.9999999999999995e-2, "0.1"},
+                                       {0.012345678901234567, "0.0123456789012346"},
+                                       {123456789.000000001, "123456789.0"}}) {
+        digits.assign(number);
+        EXPECT_EQ(digits.text(), text);
+    }
+}
+
 TEST(XlsNumber, WritesExponents) {
     expectTexts({
         {u"0.00E+00", 12345, "1.23E+04"},
@@ -69,6 +97,7 @@ TEST(XlsNumber, WritesExponents) {
         {u"0.0E+0", 5e-324, "5.0E-324"},
         {u"0.0E+###", 1.7e308, "1.7E+308"},
         {u"#,##0.0E+0", 123456, "1,234.6E+2"},
+        {u"0.0E+0.0", 12345, "1.2E+0.0"},
     });
 }
 
@@ -153,6 +182,15 @@ TEST(XlsNumber, ManyPlacesOfAFractionTakeNoLonger) {
     }
 }
 
+TEST(XlsNumber, ManyMarksMoveThePointFar) {
+    constexpr std::size_t kMarks = 254;
+    const UnicodeString percents(kMarks, u'%', kMarks);
+    const UnicodeString commas(kMarks, u',', kMarks);
+    EXPECT_EQ(cellText((percents + u"0").getTerminatedBuffer(), 1.7e308, 2000),
+              std::string(kMarks, '%') + "17" + std::string(815, '0'));
+    EXPECT_EQ(cellText((u"0" + commas).getTerminatedBuffer(), 1.7e308), "0");
+}
+
 TEST(XlsNumber, ShowsGeneral) {
     expectTexts({
         {u"General", 0.5, "0.5"},
@@ -165,6 +203,8 @@ TEST(XlsNumber, ShowsGeneral) {
         {u"General", 0.000123456789, "1.234E-04", 9},
         {u"General", 1.5e-10, "1.5E-10"},
         {u"General", -1.5e-10, "-1.5E-10"},
+        {u"General", -1.5e-10, "0", 2},
+        {u"General", -1.5e-10, "", 1},
         {u"General", 1e-11, "1E-11", 11},
         {u"General", 1e-11, "1E-11"},
         {u"General", 2.33e-321, "2.33E-321"},

@@ -25,6 +25,7 @@ public:
     /// \return whether rounding has put a new digit in front
     bool assignFixed(double number, std::size_t decimals);
 
+    void clear() { m_size = 0; }
     /// Drops zeros at the end of the decimals, and then a bare point.
     void stripZeros();
     /// Drops the last digit of the decimals; a point that has none left goes too.

@@ -59,29 +59,33 @@ bool writeExponent(double number, int width, DecimalString& text) {
 }
 
 // What begins with "#" is shown as 0 where there is no integer part.
-bool orZero(bool fits, int width, DecimalString& text) {
-    if (!fits && width > 0) {
+void writeZero(int width, DecimalString& text) {
+    if (width > 0) {
         text.assignFixed(0, 0);
+    } else {
+        text.clear();
     }
-    return fits || width > 0;
 }
 
-bool writeFraction(double number, int width, DecimalString& text) {
+void writeFraction(double number, int width, DecimalString& text) {
+    constexpr double kAlmostZero = 1e-9;
+    constexpr double kSmall = 0.001;
     const int sign = number < 0 ? 1 : 0;
     const double magnitude = std::fabs(number);
-    if (magnitude < 1e-9) {
-        return orZero(writeExponent(number, width - sign, text), width - sign, text);
+    if (magnitude >= kAlmostZero) {
+        const bool isWide = magnitude < kSmall || width - 2 > 9;
+        writePlain(number, (isWide ? 9 : width - 2) - sign, text);
+        if (lengthOf(text) <= width) {
+            return;
+        }
+        if (magnitude >= kSmall) {
+            writeZero(width, text);
+            return;
+        }
     }
-    if (magnitude < 0.001 || width - 2 > 9) {
-        writePlain(number, 9 - sign, text);
-    } else {
-        writePlain(number, width - sign - 2, text);
+    if (!writeExponent(number, width - sign, text)) {
+        writeZero(width - sign, text);
     }
-    if (lengthOf(text) <= width) {
-        return true;
-    }
-    return magnitude < 0.001 ? orZero(writeExponent(number, width - sign, text), width - sign, text)
-                             : orZero(false, width, text);
 }
 
 bool writeWithInteger(double number, int width, DecimalString& text) {
@@ -134,8 +138,11 @@ bool writeGeneral(double number, int width, DecimalString& text) {
     if (integer > kMaxPlain) {  // On purpose: negative ones are written out, however large.
         return writeExponent(number, std::min(width, kMaxWidth), text);
     }
-    return integer == 0 ? writeFraction(number, width, text)
-                        : writeWithInteger(number, width, text);
+    if (integer == 0) {
+        writeFraction(number, width, text);
+        return true;
+    }
+    return writeWithInteger(number, width, text);
 }
 
 }  // namespace ZroCommon::internal

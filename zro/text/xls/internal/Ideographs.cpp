@@ -87,7 +87,7 @@ void Ideographs::appendGeneral(CellText& text, double number, int width) const {
             number -= count * size;
         }
     }
-    if (number > 0 && writeGeneral(number, width, plain)) {
+    if (number > 0 && writeGeneral(number, width, plain) && !plain.text().empty()) {
         appendDigits(text, plain.text().substr(1));
     }
 }

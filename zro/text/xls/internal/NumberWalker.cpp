@@ -143,6 +143,7 @@ void NumberWalker::writeExponentMark(char16_t letter) {
         m_text.append(u'+');
     }
     enter(Stage::Exponent, m_parts.exponent(), m_section.expPlaces);
+    m_decimals = "0";  // of the exponent, for a point behind it
     m_isGrouped = false;
     m_mark = Mark::None;
     m_zerosLeft = m_section.expZeros;
