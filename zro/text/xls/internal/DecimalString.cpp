@@ -17,6 +17,10 @@ constexpr std::size_t kChunk = 9;  // decimals that are split off at once
 constexpr std::array<double, kChunk + 1> kPowers = {1e0, 1e1, 1e2, 1e3, 1e4,
                                                     1e5, 1e6, 1e7, 1e8, 1e9};
 
+// Once all decimals that are looked at have been split off, what is left rounds into them only when
+// it reaches this.
+constexpr double kMayCarry = 0.999;
+
 // "00" to "99".
 constexpr auto kPairs = [] {
     std::array<char, 200> pairs{};
@@ -26,6 +30,22 @@ constexpr auto kPairs = [] {
     }
     return pairs;
 }();
+
+constexpr auto kIntegerPowers = [] {
+    std::array<std::uint64_t, 20> powers{};
+    std::uint64_t power = 1;
+    for (std::uint64_t& each : powers) {
+        each = power;
+        power *= 10;
+    }
+    return powers;
+}();
+
+// Below 10^19; 0 has none.
+std::size_t digitCount(std::uint64_t number) {
+    const auto* const end = std::upper_bound(kIntegerPowers.begin(), kIntegerPowers.end(), number);
+    return static_cast<std::size_t>(end - kIntegerPowers.begin());
+}
 
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
@@ -77,7 +97,6 @@ void DecimalString::appendChunk(std::uint32_t chunk, std::size_t places) {
 // behind the last one tells whether it is to be rounded up. Once `enough` characters stand behind
 // zeros, those that cannot carry into them are not written.
 bool DecimalString::appendDecimals(double fraction, std::size_t decimals, std::size_t enough) {
-    constexpr double kMayCarry = 0.999;
     bool isSmall = m_chars[m_size - 2] == '0' && m_size == signLength() + 2;
     enough += isSmall ? kChunk + 1 : 0;  // zeros ahead of the first digit, in its chunk too
     for (std::size_t left = decimals; left > 0;) {
@@ -127,8 +146,66 @@ void DecimalString::assignSixDecimals(double number) {
     m_size = static_cast<std::size_t>(end.ptr - m_chars.data());
 }
 
+// Rounds eighteen decimals half up by the first that is dropped, and writes them without their
+// zeros at the end. `places` is below 18.
+void DecimalString::writeRounded(std::uint64_t whole, std::uint64_t decimals, std::size_t places) {
+    decimals /= kIntegerPowers[2 * kChunk - 1 - places];
+    decimals = decimals / 10 + (decimals % 10 >= 5 ? 1 : 0);
+    if (decimals == kIntegerPowers[places]) {
+        ++whole;
+        decimals = 0;
+    }
+    if (decimals == 0) {
+        places = 1;
+    }
+    for (const std::size_t step : {8U, 4U, 2U, 1U}) {
+        if (places > step && decimals % kIntegerPowers[step] == 0) {
+            decimals /= kIntegerPowers[step];
+            places -= step;
+        }
+    }
+    const auto end = std::to_chars(m_chars.data(), m_chars.data() + kCapacity, whole);
+    m_size = static_cast<std::size_t>(end.ptr - m_chars.data());
+    m_chars[m_size++] = '.';
+    if (places > kChunk) {
+        appendChunk(static_cast<std::uint32_t>(decimals / kIntegerPowers[kChunk]), places - kChunk);
+        decimals %= kIntegerPowers[kChunk];
+        places = kChunk;
+    }
+    appendChunk(static_cast<std::uint32_t>(decimals), places);
+}
+
+// What most numbers are: fifteen digits of two chunks of decimals, all in integers. False for
+// others, which take the long way to the same digits.
+bool DecimalString::assignInIntegers(double magnitude) {
+    constexpr double kMaxWhole = 1e14;
+    if (!(magnitude < kMaxWhole)) {
+        return false;
+    }
+    const auto chunkOf = [](double& fraction) {
+        const double scaled = fraction * kPowers[kChunk];
+        const auto chunk = static_cast<std::uint64_t>(scaled);
+        fraction = scaled - static_cast<double>(static_cast<std::int64_t>(chunk));
+        return chunk;
+    };
+    const auto whole = static_cast<std::uint64_t>(magnitude);
+    double fraction = magnitude - static_cast<double>(static_cast<std::int64_t>(whole));
+    const std::uint64_t high = chunkOf(fraction);
+    const std::uint64_t decimals = high * kIntegerPowers[kChunk] + chunkOf(fraction);
+    const std::size_t length = whole > 0 ? digitCount(whole) : digitCount(decimals);
+    const std::size_t places = whole > 0 ? kSignificant - length : 33 - length;
+    if (fraction >= kMayCarry || places >= 2 * kChunk) {
+        return false;
+    }
+    writeRounded(whole, decimals, places);
+    return true;
+}
+
 void DecimalString::assign(double magnitude) {
     constexpr std::size_t kPointAndOneMore = 2;
+    if (assignInIntegers(magnitude)) {
+        return;
+    }
     write(magnitude, kMaxDecimals, kSignificant + kPointAndOneMore);
     stripZeros();
     roundToFifteenDigits();

@@ -62,6 +62,8 @@ private:
         }
     }
     void insert(std::size_t index, std::size_t count, char c);
+    bool assignInIntegers(double magnitude);
+    void writeRounded(std::uint64_t whole, std::uint64_t decimals, std::size_t places);
     void appendInteger(double whole);
     void appendChunk(std::uint32_t chunk, std::size_t places);
     bool appendDecimals(double fraction, std::size_t decimals, std::size_t enough);

@@ -65,12 +65,8 @@ double smallestWinner(const Candidate& best, double fraction, double slack) {
 
 // The numerator to be tried behind the one that has been.
 double nextNumerator(const Candidate& tried, const Candidate& best, double fraction) {
-    constexpr double kTriedSingly = 128;  // one try costs less than a look ahead
     constexpr double kNeighbours = 8192;
     constexpr double kSlack = 1e-15;  // errors are rounded
-    if (tried.denominator < kTriedSingly) {
-        return tried.numerator + 1;
-    }
     const double winner = smallestWinner(best, fraction, kSlack);
     if (winner > tried.numerator) {
         return winner;
@@ -80,6 +76,28 @@ double nextNumerator(const Candidate& tried, const Candidate& best, double fract
     return tried.denominator < kNeighbours
                ? tried.numerator + 1
                : std::fmax(smallestWinner(best, fraction, -kSlack), tried.numerator + 1);
+}
+
+// The fraction with the smallest error whose numerator and denominator stay below the limit.
+Candidate bestWithin(double limit, double fraction) {
+    constexpr double kTriedSingly = 128;  // one try costs less than a look ahead
+    Candidate best;
+    double error = 1;
+    double numerator = 1;
+    while (numerator < limit && error > kGain) {
+        const Candidate tried = candidateFor(numerator, fraction);
+        if (tried.denominator >= limit) {
+            break;
+        }
+        const bool mayWin = tried.distance < error * tried.denominator;  // saves a division
+        if (mayWin && tried.error() + kGain < error) {
+            best = tried;
+            error = best.error();
+        }
+        numerator =
+            tried.denominator < kTriedSingly ? numerator + 1 : nextNumerator(tried, best, fraction);
+    }
+    return best;
 }
 
 }  // namespace
@@ -98,21 +116,7 @@ Fraction fractionWithin(int digits, double magnitude) {
     for (int digit = 0; digit < digits; ++digit) {
         limit *= 10;
     }
-    Candidate best;
-    double numerator = fraction < kAlmostInteger ? limit : 1;
-    double error = 1;
-    while (numerator < limit && error > kGain) {
-        const Candidate candidate = candidateFor(numerator, fraction);
-        if (candidate.denominator >= limit) {
-            break;
-        }
-        const bool mayWin = candidate.distance < error * candidate.denominator;  // saves a division
-        if (mayWin && candidate.error() + kGain < error) {
-            best = candidate;
-            error = best.error();
-        }
-        numerator = nextNumerator(candidate, best, fraction);
-    }
+    const Candidate best = fraction < kAlmostInteger ? Candidate() : bestWithin(limit, fraction);
     const auto wrapped = static_cast<std::uint16_t>(static_cast<std::uint64_t>(best.denominator));
     return {best.denominator * whole + best.numerator, static_cast<std::int16_t>(wrapped)};
 }

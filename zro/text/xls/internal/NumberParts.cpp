@@ -1,15 +1,44 @@
 // The digits of a number, before they go into placeholders.
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <optional>
 
 #include "zro/text/xls/internal/GeneralNumber.h"
 #include "zro/text/xls/internal/NumberWalker.h"
 
 namespace ZroCommon::internal {
+namespace {
+
+// A number with a point and fifteen digits at most: they and the power of ten are exact as doubles,
+// so that one division rounds correctly.
+std::optional<double> shortValueOf(std::string_view text) {
+    constexpr std::array kPowers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                    1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    if (text.size() > kPowers.size()) {
+        return std::nullopt;
+    }
+    std::int64_t digits = 0;
+    std::size_t point = text.size() - 1;
+    for (std::size_t index = 0; index < text.size(); ++index) {
+        const char c = text[index];
+        if (c >= '0' && c <= '9') {
+            digits = digits * 10 + (c - '0');
+        } else if (c == '.') {
+            point = index;
+        } else {
+            return std::nullopt;
+        }
+    }
+    return static_cast<double>(digits) / kPowers[text.size() - 1 - point];
+}
+
+}  // namespace
 
 bool NumberParts::prepare(const FMT& section, double magnitude) {
     m_mantissa.assign(magnitude);
@@ -59,6 +88,9 @@ void NumberParts::writeExponent(int exponent, bool isShifted) {
 double NumberParts::fractionalValue(bool isMixed) const {
     const std::string_view text =
         isMixed ? m_mantissa.text().substr(m_integer.size()) : m_mantissa.text();
+    if (const std::optional<double> value = shortValueOf(text)) {
+        return *value;
+    }
     double value = 0;
     std::from_chars(text.data(), text.data() + text.size(), value);
     return value;
