@@ -1,7 +1,10 @@
-// Base64 through streams, both ways, against a plain loop over bytes in memory; and numbers read
-// from UTF-16, against what reads the same digits from bytes.
+// Base64 through streams, both ways, against a plain loop over bytes in memory; numbers read from
+// UTF-16, against what reads the same digits from bytes; and numbers as labels, against what prints
+// the same numbers in decimal.
 
+#include <array>
 #include <charconv>
+#include <cstdio>
 #include <cstdlib>
 #include <istream>
 #include <ostream>
@@ -9,7 +12,9 @@
 #include <streambuf>
 #include <string>
 
+#include "zro/text/ZRLang.h"
 #include "zro/text/ZRUtil.h"
+#include "zro/vocabulary/ZRName.h"
 
 #include "bench/support/Options.h"
 #include "bench/support/Record.h"
@@ -187,8 +192,50 @@ void addNumbers(std::vector<Job>& jobs, const char* what, bool isLong) {
 #endif
 }
 
+struct LabelFormat {
+    const char* what;
+    const char16_t* format;
+    const char* language;
+    const char16_t* separator;
+};
+
+// Labels of 1 to 3000, as the pages and items of a book have them.
+template <class Show>
+Job showing(const std::string& what, const char* contender, Show show) {
+    constexpr int kLabels = 3000;
+    return job(what.c_str(), contender, kLabels, kNumberPasses / 4, [show] {
+        for (int number = 1; number <= kLabels; ++number) {
+            keep(show(number));
+        }
+    });
+}
+
+void addLabels(std::vector<Job>& jobs) {
+    constexpr std::array kFormats = {LabelFormat{"label 1", u"1", "", u""},
+                                     LabelFormat{"label 1 in groups", u"1", "", u","},
+                                     LabelFormat{"label 001.", u"001.", "", u""},
+                                     LabelFormat{"label i", u"i", "", u""},
+                                     LabelFormat{"label (a)", u"(a)", "", u""},
+                                     LabelFormat{"label a of sv", u"a", "sv", u""},
+                                     LabelFormat{"label 甲子", u"甲子", "", u""}};
+    for (const LabelFormat& row : kFormats) {
+        const UnicodeString format(row.format);
+        const UnicodeString separator(row.separator);
+        const ZRLang language(row.language);
+        jobs.push_back(showing(row.what, "zro", [format, separator, language](int number) {
+            return ZRUtil::formatNumber(number, format, separator, 3, language, ZRN_EMPTY).length();
+        }));
+        jobs.push_back(showing(row.what, "snprintf", [](int number) {
+            std::array<char, 16> buffer{};
+            std::snprintf(buffer.data(), buffer.size(), "%d", number);
+            return buffer[0];
+        }));
+    }
+}
+
 void run(const Options& options) {
     std::vector<Job> jobs;
+    addLabels(jobs);
     addBase64(jobs);
     addNumbers(jobs, "number of a document", false);
     addNumbers(jobs, "number of 17 digits", true);

@@ -22,25 +22,39 @@ char16_t letterAt(std::u16string_view letters, std::size_t index) {
     return index < letters.size() ? letters[index] : u'\0';
 }
 
-// One digit of a Roman numeral, by the letters for one, five and ten of its decade; U+0000 for one
-// that there is none of.
-void appendRomanDigit(UnicodeString& text, int digit, char16_t one, char16_t five, char16_t ten) {
-    if (digit == 4 && five != 0) {
-        text.append(one).append(five);
-        return;
+// A Roman numeral while it is written: three characters of the highest decade and four of each of
+// the others at most.
+class RomanUnits {
+public:
+    // One digit, by the letters for one, five and ten of its decade; U+0000 for one that there is
+    // none of.
+    void write(int digit, char16_t one, char16_t five, char16_t ten) {
+        if (digit == 4 && five != 0) {
+            push(one);
+            push(five);
+            return;
+        }
+        if (digit == 9 && ten != 0) {
+            push(one);
+            push(ten);
+            return;
+        }
+        if (digit >= 5 && five != 0) {
+            push(five);
+            digit -= 5;
+        }
+        for (; digit > 0; --digit) {
+            push(one);
+        }
     }
-    if (digit == 9 && ten != 0) {
-        text.append(one).append(ten);
-        return;
-    }
-    if (digit >= 5 && five != 0) {
-        text.append(five);
-        digit -= 5;
-    }
-    for (; digit > 0; --digit) {
-        text.append(one);
-    }
-}
+    void push(char16_t unit) { m_units[m_size++] = unit; }
+
+    std::u16string_view text() const { return {m_units.data(), m_size}; }
+
+private:
+    std::array<char16_t, 32> m_units{};
+    std::size_t m_size = 0;
+};
 
 // Below a thousand.
 void appendHebrewGroup(UnicodeString& text, int number) {
@@ -75,17 +89,19 @@ int largestRoman(std::u16string_view letters) {
 
 void appendRoman(UnicodeString& text, int number, std::u16string_view letters, bool hasSmall) {
     constexpr int kLastSmall = 12;
-    const std::size_t decades = letters.size() / 2 + 1;
-    for (std::size_t decade = decades; decade-- > 0 && number > 0;) {
+    RomanUnits units;
+    std::size_t decade = letters.size() / 2;
+    for (int power = powerOfTen(decade); number > 0; power /= 10, --decade) {
         if (hasSmall && number <= kLastSmall) {
-            text.append(static_cast<char16_t>(letters.front() + number - 1));
-            return;
+            units.push(static_cast<char16_t>(letters.front() + number - 1));
+            break;
         }
-        const int power = powerOfTen(decade);
-        appendRomanDigit(text, number / power, letters[2 * decade],
-                         letterAt(letters, 2 * decade + 1), letterAt(letters, 2 * decade + 2));
+        units.write(number / power, letters[2 * decade], letterAt(letters, 2 * decade + 1),
+                    letterAt(letters, 2 * decade + 2));
         number %= power;
     }
+    const std::u16string_view numeral = units.text();
+    text.append(numeral.data(), static_cast<int32_t>(numeral.size()));
 }
 
 void appendAdditive(UnicodeString& text, int number, std::u16string_view letters) {
