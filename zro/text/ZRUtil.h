@@ -69,7 +69,7 @@ public:
     /// "一", "甲子". Two digits and more fill up with zeros; several full-width or wide characters
     /// are an alphabet of their own; one mark repeated ("***") repeats as often as the number says.
     /// Numbers below 1 have a zero in systems of letters. What a system cannot write is written in
-    /// decimal.
+    /// decimal. `docs/gallery.md` shows them all.
     ///
     /// \param groupingSeparator  stands between groups of digits, and behind Hebrew thousands
     /// \param groupingSize       characters in a group, the sign counted; 0 for no groups
