@@ -146,7 +146,7 @@ private:
         require((left == right) == (right == left));
         require(!(left < right && right < left));
         require((left <= right) == !(right < left));
-        const ZRValue copy(left);
+        const ZRValue copy(left);  // NOLINT(performance-unnecessary-copy-initialization)
         require(copy == left
                 || left.getRealValue(ZRValueUnitNone) != left.getRealValue(ZRValueUnitNone));
         require((left + right).isNull() == (right + left).isNull());

@@ -153,8 +153,8 @@ TEST(Check, FindsAllErrorsOfAllFiles) {
                            "bad.xml: 3 errors\n"
                            "none.xml: 1 error\n"
                            "3 files, 2 with errors\n");
-    for (const char* place_ : {"bad.xml:2:1:", "bad.xml:3:1:", "bad.xml:4:10:"}) {
-        EXPECT_NE(outcome.err.find(place_), std::string::npos) << place_;
+    for (const char* position : {"bad.xml:2:1:", "bad.xml:3:1:", "bad.xml:4:10:"}) {
+        EXPECT_NE(outcome.err.find(position), std::string::npos) << position;
     }
     EXPECT_EQ(outcome.status, 1);
 }
