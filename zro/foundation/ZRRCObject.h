@@ -28,6 +28,11 @@ public:
     /// One owner less; below a count of 1 the object deletes itself, so a never-owned object (count
     /// 0) goes to -1 and dies too. \return the new count.
     int release() const {
+        if (m_refCount.load(std::memory_order_acquire) == 1) {  // nobody else can have it now
+            clearRefCount();
+            destroy();
+            return 0;
+        }
         const int count = m_refCount.fetch_sub(1, std::memory_order_acq_rel) - 1;
         if (count < 1) {
             destroy();
@@ -55,6 +60,9 @@ protected:
     }
 
     void clearRefCount() const { m_refCount.store(0, std::memory_order_relaxed); }
+
+    /// The owners of a new object, before anybody else knows of it. Costs far less than counting.
+    void startRefCount(int count) const { m_refCount.store(count, std::memory_order_relaxed); }
 
 private:
     void destroy() const;

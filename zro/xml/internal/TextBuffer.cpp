@@ -11,27 +11,6 @@ constexpr std::size_t kFirstCapacity = 256;
 constexpr std::size_t kMostUnits = 0x7FFFFFFF;  // what a UnicodeString can hold
 constexpr std::size_t kKeptCapacity = 65536;
 
-template <std::size_t kUnits>
-void copyEnds(const char16_t* from, std::size_t length, char16_t* to) {
-    std::memcpy(to, from, kUnits * sizeof(char16_t));
-    std::memcpy(to + length - kUnits, from + length - kUnits, kUnits * sizeof(char16_t));
-}
-
-// Short texts without a call: their two ends, which may overlap.
-void copyUnits(const char16_t* from, std::size_t length, char16_t* to) {
-    if (length > 32) {
-        std::memcpy(to, from, length * sizeof(char16_t));
-    } else if (length > 16) {
-        copyEnds<16>(from, length, to);
-    } else if (length >= 8) {
-        copyEnds<8>(from, length, to);
-    } else if (length >= 4) {
-        copyEnds<4>(from, length, to);
-    } else {
-        std::copy_n(from, length, to);
-    }
-}
-
 }  // namespace
 
 void TextBuffer::grow(std::size_t count) {
@@ -59,16 +38,11 @@ void TextBuffer::shrink() {
     m_size = 0;
 }
 
-// Opened and closed by hand: faster than the constructor from units, and without its spare room.
 UnicodeString makeText(std::u16string_view units) {
-    UnicodeString text;
-    const auto length = static_cast<int32_t>(units.size());
-    char16_t* const target = text.getBuffer(length);
-    if (target == nullptr) {
+    UnicodeString text = textOf(units);
+    if (text.isBogus()) {
         throwOutOfMemory();
     }
-    copyUnits(units.data(), units.size(), target);
-    text.releaseBuffer(length);
     return text;
 }
 
