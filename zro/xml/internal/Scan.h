@@ -203,59 +203,68 @@ inline bool isSameText(const char16_t* left, const char16_t* right, std::size_t 
 
 namespace simd {
 
-/// How many units match in [at, end), whose length is a multiple of `kStep`.
-template <class Match>
-inline std::size_t countMatches(const char16_t* at, const char16_t* end, Match match) {
-    constexpr std::ptrdiff_t kMostAtOnce = kStep * 0x7FFF;  // what the lanes of a sum can hold
+inline __m128i isLineFeed(__m128i units) {
+    return _mm_cmpeq_epi16(units, all(u'\n'));
+}
+
+inline __m128i isLead(__m128i units) {
+    return _mm_cmpeq_epi16(_mm_and_si128(units, all(0xFC00)), all(0xD800));
+}
+
+/// How many units of a step match; there are seldom more than one.
+inline std::size_t countOf(unsigned mask) {
     std::size_t count = 0;
-    while (at != end) {
-        const char16_t* const stop = end - at < kMostAtOnce ? end : at + kMostAtOnce;
-        __m128i sums = _mm_setzero_si128();
-        for (; at != stop; at += kStep) {
-            sums = _mm_subs_epi16(sums, match(load(at)));
-        }
-        std::uint32_t pairs[4];
-        const __m128i added = _mm_madd_epi16(sums, all(1));
-        std::memcpy(pairs, &added, sizeof pairs);
-        count += std::size_t{pairs[0]} + pairs[1] + pairs[2] + pairs[3];
+    for (mask &= 0x5555U; mask != 0; mask &= mask - 1) {
+        ++count;
     }
     return count;
 }
 
-/// Behind the last line feed in [start, end), or null without one.
-inline const char16_t* findLastLine(const char16_t* start, const char16_t* end) {
-    for (; end - start >= kStep; end -= kStep) {
-        const __m128i units = load(end - kStep);
-        if (const unsigned mask = maskOf(_mm_cmpeq_epi16(units, all(u'\n')))) {
-            return end - std::countl_zero(mask << 16U) / 2;
-        }
+/// Goes on counting over the last `length` units of a step.
+inline void countLines(__m128i units, std::size_t length, LineCount& count) {
+    const std::size_t skipped = 2 * (std::size_t{kStep} - length);
+    const unsigned lineFeeds = maskOf(isLineFeed(units)) >> skipped;
+    unsigned leads = maskOf(isLead(units)) >> skipped;
+    if (lineFeeds != 0) {
+        const unsigned behindLast = 32U - static_cast<unsigned>(std::countl_zero(lineFeeds));
+        count.lines += countOf(lineFeeds);
+        count.characters = 0;
+        length -= behindLast / 2;
+        leads >>= behindLast;
     }
-    while (end != start && end[-1] != u'\n') {
-        --end;
-    }
-    return end == start ? nullptr : end;
+    count.characters += length - countOf(leads);
 }
 
 }  // namespace simd
 
-// Line feeds are counted over the whole, lead surrogates over the last line alone.
-inline void countLines(const char16_t* at, const char16_t* end, LineCount& count) {
-    const auto isLineFeed = [](__m128i units) {
-        return _mm_cmpeq_epi16(units, simd::all(u'\n'));
-    };
-    const auto isLead = [](__m128i units) {
-        return _mm_cmpeq_epi16(_mm_and_si128(units, simd::all(0xFC00)), simd::all(0xD800));
-    };
-    if (const char16_t* const lastLine = simd::findLastLine(at, end)) {
-        const char16_t* const rest = at + (lastLine - at) / simd::kStep * simd::kStep;
-        count.lines += simd::countMatches(at, rest, isLineFeed);
-        scalar::countLines(rest, lastLine, count);
-        count.characters = 0;
-        at = lastLine;
+// Two steps at a time, of which most hold neither; the last one overlaps the one before.
+inline void countLines(const char16_t* at, const char16_t* end, LineCount& result) {
+    constexpr std::ptrdiff_t kStep = simd::kStep;
+    if (end - at < kStep) {
+        return scalar::countLines(at, end, result);
     }
-    const char16_t* const rest = at + (end - at) / simd::kStep * simd::kStep;
-    count.characters += static_cast<std::size_t>(rest - at) - simd::countMatches(at, rest, isLead);
-    scalar::countLines(rest, end, count);
+    LineCount count = result;
+    for (; end - at >= 2 * kStep; at += 2 * kStep) {
+        const __m128i first = simd::load(at);
+        const __m128i second = simd::load(at + kStep);
+        const __m128i found =
+            _mm_or_si128(_mm_or_si128(simd::isLineFeed(first), simd::isLead(first)),
+                         _mm_or_si128(simd::isLineFeed(second), simd::isLead(second)));
+        if (simd::maskOf(found) == 0) {
+            count.characters += 2 * kStep;
+        } else {
+            simd::countLines(first, kStep, count);
+            simd::countLines(second, kStep, count);
+        }
+    }
+    if (end - at >= kStep) {
+        simd::countLines(simd::load(at), kStep, count);
+        at += kStep;
+    }
+    if (at != end) {
+        simd::countLines(simd::load(end - kStep), static_cast<std::size_t>(end - at), count);
+    }
+    result = count;
 }
 
 #else
