@@ -2,6 +2,7 @@
 
 #include <unicode/uclean.h>
 
+#include "zro/dom/internal/NodeSlab.h"
 #include "zro/text/ZRLang.h"
 #include "zro/text/ZRUtil.h"
 #include "zro/vocabulary/MathMLName.h"
@@ -19,6 +20,7 @@ int getLibVersion() {
 void cleanup() {
     internal::forgetExternalSubsets();  // they hold names of the table
     internal::forgetParserParts();
+    internal::NodeSlab::trim();
     ZRNameTable::cleanup();
     ZRUtil::cleanup();
     ZRLang::cleanup();

@@ -8,7 +8,8 @@ namespace ZroCommon {
 ZRO_API int getLibVersion();
 
 /// Ends the global state of the library and of ICU, for a host that wants the memory back before
-/// the process ends. Nothing of either may be used afterwards, nor by other threads meanwhile.
+/// the process ends, the reserve for the nodes of trees included. Nothing of either may be used
+/// afterwards, nor by other threads meanwhile.
 ZRO_API void cleanup();
 
 }  // namespace ZroCommon

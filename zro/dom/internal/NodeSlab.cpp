@@ -57,10 +57,16 @@ struct Page {
         ++live;
         return block;
     }
-};
 
-constexpr std::size_t kPageHead = 128;
-static_assert(sizeof(Page) <= kPageHead);
+    /// Of a page without blocks out: they come in the order of addresses again.
+    void startAnew() {
+        free = nullptr;
+        uncut = reinterpret_cast<std::byte*>(this) + kPageHead;
+    }
+
+    static constexpr std::size_t kPageHead = 128;
+};
+static_assert(sizeof(Page) <= Page::kPageHead);
 
 Page& pageOf(void* memory) {
     const auto address = reinterpret_cast<std::uintptr_t>(memory);
@@ -219,8 +225,9 @@ public:
     ~Heap();
 
     Page* openPage(std::size_t index) const { return m_open[index].front(); }
-    void* allocateSlowly(std::size_t index);
-    void noteFreed(Page& page);
+    // What comes seldom stays out of the way of what comes always.
+    [[gnu::noinline]] void* allocateSlowly(std::size_t index);
+    [[gnu::noinline]] void noteFreed(Page& page);
     void freeForeign(Block* block);
     void dropEmptyPages();
 
@@ -305,7 +312,7 @@ Page& Heap::newPage(std::size_t index) {
     page.owner.store(this, std::memory_order_relaxed);
     page.region = region;
     page.blockSize = static_cast<std::uint32_t>((index + 1) * kGranule);
-    page.uncut = static_cast<std::byte*>(memory) + kPageHead;
+    page.startAnew();
     m_open[index].pushFront(page);
     return page;
 }
@@ -318,11 +325,16 @@ void Heap::noteFreed(Page& page) {
         m_full[index].remove(page);
         m_open[index].pushSecond(page);
     }
-    if (page.live == 0 && &page != m_open[index].front()) {
-        m_open[index].remove(page);
-        const std::lock_guard guard(s_pool.lock());
-        s_pool.givePage(page);
+    if (page.live != 0) {
+        return;
     }
+    if (&page == m_open[index].front()) {
+        page.startAnew();
+        return;
+    }
+    m_open[index].remove(page);
+    const std::lock_guard guard(s_pool.lock());
+    s_pool.givePage(page);
 }
 
 void Heap::addReturned(Page& page) {
@@ -402,25 +414,39 @@ Heap* threadHeap() noexcept {
     return t_heap;
 }
 
-}  // namespace
-
-void* NodeSlab::allocate(std::size_t size) {
-    if (size - 1 >= kLargestBlock) {
+[[gnu::noinline]] void* allocateSlowly(std::size_t size) {
+    if (size - 1 >= NodeSlab::kLargestBlock) {
         return ::operator new(size);
-    }
-    const std::size_t index = (size - 1) / kGranule;
-    if (t_heap != nullptr) {
-        Page* page = t_heap->openPage(index);
-        void* block = page != nullptr ? page->take() : nullptr;
-        if (block != nullptr) {
-            return block;
-        }
     }
     Heap* heap = threadHeap();
     if (heap == nullptr) {
         throw std::bad_alloc();
     }
-    return heap->allocateSlowly(index);
+    return heap->allocateSlowly((size - 1) / kGranule);
+}
+
+/// Of a block that this thread did not take from a page of its own.
+[[gnu::noinline]] void freeSlowly(void* memory) noexcept {
+    auto* block = new (memory) Block{nullptr};
+    Heap* heap = t_hasEnded ? nullptr : threadHeap();
+    if (heap == nullptr) {
+        returnBlocks(std::span(&block, 1));
+        return;
+    }
+    heap->freeForeign(block);
+}
+
+}  // namespace
+
+void* NodeSlab::allocate(std::size_t size) {
+    if (size - 1 < kLargestBlock && t_heap != nullptr) {
+        Page* page = t_heap->openPage((size - 1) / kGranule);
+        void* block = page != nullptr ? page->take() : nullptr;
+        if (block != nullptr) {
+            return block;
+        }
+    }
+    return allocateSlowly(size);
 }
 
 void NodeSlab::free(void* memory, std::size_t size) noexcept {
@@ -430,20 +456,13 @@ void NodeSlab::free(void* memory, std::size_t size) noexcept {
     }
     Page& page = pageOf(memory);
     Heap* heap = t_heap;
-    if (heap != nullptr && page.owner.load(std::memory_order_relaxed) == heap) {
-        page.free = new (memory) Block{page.free};
-        if (--page.live == 0 || page.isFull) {
-            heap->noteFreed(page);
-        }
-        return;
+    if (heap == nullptr || page.owner.load(std::memory_order_relaxed) != heap) {
+        return freeSlowly(memory);
     }
-    auto* block = new (memory) Block{nullptr};
-    heap = t_hasEnded ? nullptr : threadHeap();
-    if (heap == nullptr) {
-        returnBlocks(std::span(&block, 1));
-        return;
+    page.free = new (memory) Block{page.free};
+    if (--page.live == 0 || page.isFull) {
+        heap->noteFreed(page);
     }
-    heap->freeForeign(block);
 }
 
 void NodeSlab::trim() noexcept {
