@@ -1,5 +1,6 @@
 // A document that is loaded whole and one that is pulled node by node: both give one tree and one
-// error. The first byte seeds the choice of accessors.
+// error. The first byte seeds the choice of accessors, and says whether the second document is of
+// another class, whose nodes virtual members make.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -17,16 +18,19 @@
 namespace ZroCommon::fuzzing {
 namespace {
 
+class OtherDocument : public ZRDocument {};
+
 /// A document whose text lives as long.
 struct Input {
-    explicit Input(std::string_view text) : stream(std::string(text)) {
+    Input(std::string_view text, bool isOther)
+        : stream(std::string(text)), document(isOther ? new OtherDocument : new ZRDocument) {
         const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
         parser->setLimits(smallLimits());
         document->setParser(parser);
     }
 
     std::istringstream stream;
-    ZRPtr<ZRDocument> document = new ZRDocument;
+    ZRPtr<ZRDocument> document;
 };
 
 /// The code of the error that ends the action, 0 for none.
@@ -122,8 +126,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     const std::string_view text(reinterpret_cast<const char*>(data) + 1, size - 1);
     const Sandbox sandbox;
-    Input whole(text);
-    Input pulled(text);
+    Input whole(text, false);
+    Input pulled(text, data[0] % 2 != 0);
     const auto error = codeOf([&] { whole.document->load(whole.stream); });
     if (pullAll(pulled, data[0]) != error || !areSameTrees(*whole.document, *pulled.document)) {
         std::abort();

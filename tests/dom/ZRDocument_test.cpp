@@ -1,7 +1,10 @@
 #include "zro/dom/ZRDocument.h"
 
 #include <fstream>
+#include <functional>
 #include <sstream>
+#include <streambuf>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -10,6 +13,7 @@
 #include "tests/support/Streams.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/Values.h"
+#include "zro/foundation/ZRError.h"
 
 namespace ZroCommon::testing {
 namespace {
@@ -219,6 +223,102 @@ TEST(ZRDocument, ATreeInPullModeIsThatOfAWholeLoad) {
         const Pulled backwards(xml);
         EXPECT_NE(backwards.document->getDescendantNodes()->getLastNode(), nullptr);
         EXPECT_EQ(dump(backwards.document), dump(loaded(xml))) << xml;
+    }
+}
+
+/// Nothing but another class, so that virtual members make its nodes.
+class OtherDocument : public ZRDocument {};
+
+/// All there is to know of a tree and of the errors on the way to it.
+std::string detailsOf(ZRDocument& document, const std::string& xml) {
+    std::string details;
+    document.getParser()->setCallbackError(
+        [](const ZRError& error, void* all) {
+            *static_cast<std::string*>(all) += utf8(error.getRawMessage()) + "\n";
+        },
+        &details);
+    std::istringstream input(xml);
+    document.load(input);
+    ZRNodeIterator nodes(document.getDescendantNodes());
+    while (ZRNode* node = nodes.nextNode()) {
+        details += label(node) + utf8(node->getNamespaceUri().toString()) + " in "
+                   + label(node->getParentNode()) + " at "
+                   + std::to_string(node->getSourceLineNumber()) + ":"
+                   + std::to_string(node->getSourceColumnNumber()) + " flags "
+                   + std::to_string(node->isLoading()) + std::to_string(node->isLoaded())
+                   + " count " + std::to_string(node->getRefCount()) + "\n";
+    }
+    return details + std::to_string(document.getRefCount());
+}
+
+TEST(ZRDocument, ALayerAboveGetsTheSameTree) {
+    std::string many = "<a";
+    for (int i = 0; i < 40; ++i) {
+        many +=
+            " x" + std::to_string(i) + "='" + std::string(static_cast<std::size_t>(i), 'v') + "'";
+    }
+    const std::string cases[] = {
+        many + "/>",
+        many + " x7='again' x39='again' x7='and again'/>",
+        "<a x='1' p:y='2' xmlns='urn:d' xmlns:p='urn:p'><p:b/>\n <b x='1' x='2' x='a long "
+        "value'/></a>",
+        "<a><b>a text that is longer than the room inside</b>&lt;<c/><![CDATA[]]>t</a>",
+        "<a><b></c></b>t</a>",
+        "&#32;<a><p:b q:x='1' x='&none;'/>",
+    };
+    for (const std::string& xml : cases) {
+        const Document plain = newDocument();
+        const Document other(new OtherDocument);
+        EXPECT_EQ(detailsOf(*plain, xml), detailsOf(*other, xml)) << xml;
+    }
+}
+
+/// A document in pieces, which does something before it goes on.
+class MeddlingBuf : public std::streambuf {
+public:
+    std::vector<std::string> pieces;
+    std::function<void(std::size_t piece)> meddle;
+
+protected:
+    int_type underflow() override {
+        if (m_next == pieces.size()) {
+            return traits_type::eof();
+        }
+        meddle(m_next);
+        std::string& piece = pieces[m_next++];
+        setg(piece.data(), piece.data(), piece.data() + piece.size());
+        return traits_type::to_int_type(piece[0]);
+    }
+
+private:
+    std::size_t m_next = 0;
+};
+
+/// Takes the last loaded node or its parent out of the tree while the document is read.
+std::string dumpWithout(ZRDocument& document, std::size_t piece, bool parent) {
+    MeddlingBuf buffer;
+    buffer.pieces = {"<a><b>", "<c/>", "text", "<d>", "</d>", "<e/></b>", "<f/></a>"};
+    buffer.meddle = [&](std::size_t at) {
+        ZRNode* last = document.getLastLoadingNode();
+        ZRNode* node = last != nullptr && parent ? last->getParentNode() : last;
+        if (at == piece && node != nullptr && node->getParentNode() != nullptr) {
+            node->getParentNode()->removeChild(node);
+        }
+    };
+    std::istream stream(&buffer);
+    document.load(stream);
+    return dump(&document);
+}
+
+TEST(ZRDocument, ANodeMayGoWhileItsContentIsRead) {
+    for (std::size_t piece = 0; piece < 7; ++piece) {
+        for (const bool parent : {false, true}) {
+            const Document plain = newDocument();
+            const Document other(new OtherDocument);
+            const std::string tree = dumpWithout(*plain, piece, parent);
+            EXPECT_EQ(tree, dumpWithout(*other, piece, parent)) << piece << parent;
+            EXPECT_EQ(tree == "#document(a(b(c 'text' d e) f))", piece == 0) << piece << parent;
+        }
     }
 }
 

@@ -139,20 +139,13 @@ public:
     UnicodeString saveXml(ZRNode* node = nullptr);
 
 private:
-    class InsertionPoint;
+    class Builder;
 
     bool isSelf(const ZRNode* node) const { return node == nullptr || node == this; }
     void requireNotLoading() const;
     void beginLoad();
     void doLoad(ZRNode* node, bool pull);
-    ZRNode* buildNextNode();
-    ZRNode* insertionPoint() const;
-    bool isSkipped(const ZRXmlParser& parser, ZRXmlParser::EventType event);
-    bool closeEnded(ZRXmlParser& parser, InsertionPoint& point, ZRXmlParser::EventType& event);
-    ZRNode* addNodeOrStay(const ZRXmlParser& parser, ZRNode& point, ZRXmlParser::EventType event);
-    ZRNode* addNode(const ZRXmlParser& parser, ZRNode& point, ZRXmlParser::EventType event);
-    ZRNode* addElement(const ZRXmlParser& parser, ZRNode& point);
-    ZRNode* addText(const ZRXmlParser& parser, ZRNode& point);
+    void loadAll();
     void setLastLoadingNode(ZRNode* node);
 
     template <class Operation>

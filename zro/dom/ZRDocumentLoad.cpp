@@ -1,6 +1,10 @@
 // How parser events become nodes, all at once or one by one.
 #include "zro/dom/ZRDocument.h"
 
+#include <utility>
+#include <vector>
+
+#include "zro/dom/internal/PlainBuilder.h"
 #include "zro/dom/internal/TextInput.h"
 #include "zro/foundation/internal/Raise.h"
 #include "zro/xml/internal/XmlParserImpl.h"
@@ -9,6 +13,7 @@ namespace ZroCommon {
 
 using internal::ErrorSite;
 using internal::LibraryError;
+using internal::PlainBuilder;
 using internal::throwLibraryError;
 
 namespace {
@@ -27,22 +32,49 @@ private:
 
 }  // namespace
 
-/// Where loading adds nodes. It is held, since what is called meanwhile may take it out of the
-/// tree; a document is not, which need not be counted at all.
-class ZRDocument::InsertionPoint {
+/// Builds nodes from what the parser reads, one at a time, for one call of `loadNextNode` or of
+/// `load`.
+class ZRDocument::Builder {
 public:
-    InsertionPoint(const ZRDocument& document, ZRNode* node) : m_document(document) { set(node); }
+    enum class Extent { OneNode, AllNodes };
 
-    ZRNode* get() const { return m_node; }
-    void set(ZRNode* node) {
-        m_node = node;
-        m_hold = ZRPtr<ZRNode>(node != &m_document ? node : nullptr);
-    }
+    Builder(ZRDocument& document, Extent extent)
+        : m_document(document), m_extent(extent), m_mark(document.m_isLoadingNode) {}
+    Builder(const Builder&) = delete;
+    Builder& operator=(const Builder&) = delete;
+    ~Builder() { holdLastLoadingNode(); }
+
+    /// \return the new node, null when there is nothing more to load
+    ZRNode* buildNext();
 
 private:
-    const ZRDocument& m_document;
-    ZRNode* m_node = nullptr;
-    ZRPtr<ZRNode> m_hold;
+    void prepare();
+    void setPoint(ZRNode* node);
+    void findPoint();
+    ZRXmlParser::EventType next();
+    bool isSkipped(ZRXmlParser::EventType event);
+    bool closeEnded(ZRXmlParser::EventType& event);
+    void closePoint();
+    ZRNode* addNodeOrStay(ZRXmlParser::EventType event);
+    ZRNode* addNode(ZRXmlParser::EventType event);
+    ZRNode* addElement();
+    ZRNode* addText();
+    ZRNode* addPlainElement();
+    ZRNode* addPlainText();
+    bool isPlainPoint() const;
+    bool isOpenPoint() const;
+    void noteLoaded(ZRNode* node, ZRPtr<ZRNode> hold);
+    void holdLastLoadingNode();
+
+    ZRDocument& m_document;
+    const Extent m_extent;
+    const LoadingMark m_mark;
+    ZRPtr<ZRXmlParser> m_parser;
+    internal::XmlParserImpl* m_plainParser = nullptr;  // the same, where the plain way can be gone
+    std::vector<ZRPtr<ZRNode>> m_open;                 // of all nodes, plain elements that are open
+    ZRNode* m_point = nullptr;                         // where nodes are added
+    ZRPtr<ZRNode> m_hold;                              // the same, unless it is held elsewhere
+    bool m_hasPoint = false;
 };
 
 void ZRDocument::requireNotLoading() const {
@@ -108,7 +140,8 @@ void ZRDocument::doLoad(ZRNode* node, bool pull) {
     setLastLoadingNode(target);
     target->setFlag(kLoading, true);
     target->removeAllChildNodes();
-    while (!pull && loadNextNode() != nullptr) {
+    if (!pull) {
+        loadAll();
     }
 }
 
@@ -122,6 +155,17 @@ void ZRDocument::setLastLoadingNode(ZRNode* node) {
     m_lastLoadingHold = ZRPtr<ZRNode>(node != this ? node : nullptr);
 }
 
+/// What `loadNextNode` does, until there is nothing more to load.
+void ZRDocument::loadAll() {
+    Builder builder(*this, Builder::Extent::AllNodes);
+    do {
+        if (getLastLoadingNode() == nullptr) {
+            setLastLoadingNode(nullptr);
+            return;
+        }
+    } while (builder.buildNext() != nullptr);
+}
+
 ZRNode* ZRDocument::loadNextNode() {
     const ZRMutex guard(m_loadLock);
     if (getLastLoadingNode() == nullptr) {
@@ -131,93 +175,138 @@ ZRNode* ZRDocument::loadNextNode() {
         return nullptr;
     }
     requireNotLoading();
-    const LoadingMark mark(m_isLoadingNode);
-    return buildNextNode();
+    return Builder(*this, Builder::Extent::OneNode).buildNext();
 }
 
-ZRNode* ZRDocument::buildNextNode() {
-    const ZRPtr<ZRXmlParser> parser(getParser());  // may be replaced meanwhile
-    InsertionPoint point(*this, insertionPoint());
-    while (!m_isAborted) {
-        ZRXmlParser::EventType event = parser->next();
-        if (isSkipped(*parser, event)) {
+/// The parser and the place may have been changed by what was called meanwhile.
+void ZRDocument::Builder::prepare() {
+    ZRXmlParser* parser = m_document.getParser();
+    if (parser != m_parser.get()) {
+        m_parser = parser;
+        m_plainParser = PlainBuilder::parserFor(m_document, *parser);
+    }
+    if (!m_hasPoint) {
+        findPoint();
+    }
+}
+
+ZRNode* ZRDocument::Builder::buildNext() {
+    prepare();
+    while (!m_document.m_isAborted) {
+        ZRXmlParser::EventType event = next();
+        if (isSkipped(event)) {
             continue;
         }
-        if (!closeEnded(*parser, point, event)) {
-            setLastLoadingNode(nullptr);
+        if (!closeEnded(event)) {
+            m_document.setLastLoadingNode(nullptr);
             return nullptr;
         }
-        if (ZRNode* node = addNodeOrStay(*parser, *point.get(), event)) {
+        if (ZRNode* node = addNodeOrStay(event)) {
             return node;
         }
     }
     return nullptr;
 }
 
-ZRNode* ZRDocument::insertionPoint() const {
-    ZRNode* last = m_lastLoadingNode;
-    return last->isText() && !last->isLoading() ? last->getParentNode() : last;
+ZRXmlParser::EventType ZRDocument::Builder::next() {
+    return m_plainParser != nullptr ? m_plainParser->next() : m_parser->next();
 }
 
-bool ZRDocument::isSkipped(const ZRXmlParser& parser, ZRXmlParser::EventType event) {
-    if (m_skipDepth == 0) {
+/// It is held, since what is called meanwhile may take it out of the tree.
+void ZRDocument::Builder::setPoint(ZRNode* node) {
+    m_point = node;
+    m_hasPoint = true;
+    // A document need not be counted at all.
+    const bool isHeld =
+        isOpenPoint() || node == m_document.m_lastLoadingHold.get() || node == &m_document;
+    m_hold = ZRPtr<ZRNode>(isHeld ? nullptr : node);
+}
+
+void ZRDocument::Builder::findPoint() {
+    ZRNode* last = m_document.m_lastLoadingNode;
+    setPoint(last->isText() && !last->isLoading() ? last->getParentNode() : last);
+}
+
+bool ZRDocument::Builder::isSkipped(ZRXmlParser::EventType event) {
+    int& skipDepth = m_document.m_skipDepth;
+    if (skipDepth == 0) {
         return false;
     }
     if (event == ZRXmlParser::END_DOCUMENT) {
-        m_skipDepth = 0;
+        skipDepth = 0;
         return false;
     }
-    if (event == ZRXmlParser::END_TAG && parser.getDepth() == m_skipDepth) {
-        m_skipDepth = 0;
+    if (event == ZRXmlParser::END_TAG && m_parser->getDepth() == skipDepth) {
+        skipDepth = 0;
     }
     return true;
 }
 
 /// Finishes the nodes whose end tags come next. \return false when there is nothing more to load
-bool ZRDocument::closeEnded(ZRXmlParser& parser, InsertionPoint& point,
-                            ZRXmlParser::EventType& event) {
+bool ZRDocument::Builder::closeEnded(ZRXmlParser::EventType& event) {
     const auto finish = [](ZRNode& node) {
         node.setFlag(kLoading, false);
         node.setFlag(kLoaded, true);
     };
-    while (point.get() != nullptr && event == ZRXmlParser::END_TAG) {
-        finish(*point.get());
-        point.set(point.get()->getParentNodeUncomplemental());
-        event = parser.next();
+    while (m_point != nullptr && event == ZRXmlParser::END_TAG) {
+        finish(*m_point);
+        closePoint();
+        event = next();
     }
-    if (point.get() != nullptr && event == ZRXmlParser::END_DOCUMENT) {
-        finish(*point.get());
+    if (m_point != nullptr && event == ZRXmlParser::END_DOCUMENT) {
+        finish(*m_point);
         return false;
     }
-    return point.get() != nullptr;
+    return m_point != nullptr;
+}
+
+void ZRDocument::Builder::closePoint() {
+    const bool isPlain = isPlainPoint();
+    ZRPtr<ZRNode> ended = std::move(m_hold);
+    if (isOpenPoint()) {
+        const bool isLast = m_point == m_document.m_lastLoadingNode;
+        (isLast ? m_document.m_lastLoadingHold : ended) = std::move(m_open.back());
+        m_open.pop_back();
+    }
+    setPoint(isPlain ? PlainBuilder::parentOf(*m_point) : m_point->getParentNodeUncomplemental());
+}
+
+/// What was made the plain way stays so.
+bool ZRDocument::Builder::isPlainPoint() const {
+    return m_plainParser != nullptr
+           && (isOpenPoint() || PlainBuilder::isPlain(*m_point, m_document));
+}
+
+/// Whether the point is the plain element that was opened last.
+bool ZRDocument::Builder::isOpenPoint() const {
+    return !m_open.empty() && m_open.back().get() == m_point;
 }
 
 /// When a derived class throws, loading can go on where the node would have been.
-ZRNode* ZRDocument::addNodeOrStay(const ZRXmlParser& parser, ZRNode& point,
-                                  ZRXmlParser::EventType event) {
+ZRNode* ZRDocument::Builder::addNodeOrStay(ZRXmlParser::EventType event) {
     try {
-        return addNode(parser, point, event);
+        return addNode(event);
     } catch (...) {
-        setLastLoadingNode(&point);
+        m_document.setLastLoadingNode(m_point);
         throw;
     }
 }
 
-ZRNode* ZRDocument::addNode(const ZRXmlParser& parser, ZRNode& point,
-                            ZRXmlParser::EventType event) {
+ZRNode* ZRDocument::Builder::addNode(ZRXmlParser::EventType event) {
     switch (event) {
-    case ZRXmlParser::START_TAG: return addElement(parser, point);
-    case ZRXmlParser::TEXT: return addText(parser, point);
+    case ZRXmlParser::START_TAG: return isPlainPoint() ? addPlainElement() : addElement();
+    case ZRXmlParser::TEXT: return isPlainPoint() ? addPlainText() : addText();
     default: throwLibraryError(LibraryError::WrongState, ErrorSite::DocumentLoadNextNode);
     }
 }
 
 /// An element that is refused, or whose making throws, leaves the skip depth set, and so is dropped
 /// with all that it contains.
-ZRNode* ZRDocument::addElement(const ZRXmlParser& parser, ZRNode& point) {
-    m_skipDepth = parser.getDepth();
+ZRNode* ZRDocument::Builder::addElement() {
+    const ZRXmlParser& parser = *m_parser;
+    m_document.m_skipDepth = parser.getDepth();
     const ZRPtr<ZRElement> element =
-        createElementNS(parser.getNamespace(), parser.getPrefix(), parser.getName());
+        m_document.createElementNS(parser.getNamespace(), parser.getPrefix(), parser.getName());
     if (element.get() == nullptr) {
         return nullptr;
     }
@@ -229,24 +318,70 @@ ZRNode* ZRDocument::addElement(const ZRXmlParser& parser, ZRNode& point) {
         element->setAttributeEx(parser.getAttributeNamespace(i), parser.getAttributePrefix(i),
                                 parser.getAttributeName(i), parser.getAttributeValue(i));
     }
-    ZRNode* placed = point.appendChildEx(element);
+    ZRNode* placed = m_point->appendChildEx(element);
     if (placed == nullptr || !placed->isA(ZRElement::getStaticTypeID())) {
         return nullptr;
     }
-    m_skipDepth = 0;
-    if (!m_isAborted) {
+    m_document.m_skipDepth = 0;
+    if (!m_document.m_isAborted) {
         placed->setFlag(kLoading, true);  // it need not be the element that was given
-        setLastLoadingNode(placed);
+        m_document.setLastLoadingNode(placed);
     }
+    m_hasPoint = false;
     return placed;
 }
 
-ZRNode* ZRDocument::addText(const ZRXmlParser& parser, ZRNode& point) {
-    ZRNode* node = point.appendChildText(parser.getText());
-    if (node != nullptr && !m_isAborted) {
-        setLastLoadingNode(node);
+ZRNode* ZRDocument::Builder::addText() {
+    ZRNode* node = m_point->appendChildText(m_parser->getText());
+    if (node != nullptr && !m_document.m_isAborted) {
+        m_document.setLastLoadingNode(node);
+        m_hasPoint = false;
     }
     return node;
+}
+
+ZRNode* ZRDocument::Builder::addPlainElement() {
+    m_document.m_skipDepth = m_plainParser->getDepth();
+    const bool isOfMany = m_extent == Extent::AllNodes;
+    if (isOfMany) {
+        m_open.emplace_back();
+    }
+    ZRPtr<ZRNode> element = PlainBuilder::addElement(m_document, *m_point, *m_plainParser);
+    ZRNode* added = element.get();
+    if (isOfMany) {
+        m_open.back().swap(element);
+    }
+    m_document.m_skipDepth = 0;
+    noteLoaded(added, std::move(element));
+    m_point = added;
+    m_hold = nullptr;
+    return added;
+}
+
+ZRNode* ZRDocument::Builder::addPlainText() {
+    ZRPtr<ZRNode> text = PlainBuilder::addText(m_document, *m_point, *m_plainParser);
+    ZRNode* added = text.get();
+    if (m_point == m_document.m_lastLoadingHold.get()) {
+        m_hold = std::move(m_document.m_lastLoadingHold);
+    }
+    noteLoaded(added, std::move(text));
+    return added;
+}
+
+/// \param hold  a reference on it, null when it is held already
+void ZRDocument::Builder::noteLoaded(ZRNode* node, ZRPtr<ZRNode> hold) {
+    if (!m_document.m_isAborted) {
+        m_document.m_lastLoadingNode = node;
+        m_document.m_lastLoadingHold = std::move(hold);
+    }
+}
+
+/// What this leaves to be loaded has to be there then.
+void ZRDocument::Builder::holdLastLoadingNode() {
+    ZRNode* last = m_document.m_lastLoadingNode;
+    if (last != m_document.m_lastLoadingHold.get()) {
+        m_document.setLastLoadingNode(last);
+    }
 }
 
 }  // namespace ZroCommon

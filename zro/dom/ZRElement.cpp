@@ -38,11 +38,17 @@ UnicodeString ZRElement::getTypeName() const {
 AttrNodeMap& ZRElement::ensureAttributes() {
     AttrNodeMap* map = attributes();
     if (map == nullptr) {
-        ZRPtr<AttrNodeMap> made(new AttrNodeMap(this));
+        ZRPtr<AttrNodeMap> made = AttrNodeMap::make(this);
         if (m_attributes.compare_exchange_strong(map, made.get())) {
             map = made.detach();
         }
     }
+    return *map;
+}
+
+AttrNodeMap& ZRElement::startAttributes() {
+    AttrNodeMap* map = AttrNodeMap::make(this).detach();
+    m_attributes.store(map, std::memory_order_relaxed);
     return *map;
 }
 

@@ -71,7 +71,9 @@ protected:
 
     /// The map, made when it is first needed.
     internal::AttrNodeMap& ensureAttributes();
-    /// The same, null when there is none yet.
+    /// The map of a new element that has none, and that nobody else knows.
+    internal::AttrNodeMap& startAttributes();
+    /// The map, null when there is none yet.
     internal::AttrNodeMap* attributes() const {
         return m_attributes.load(std::memory_order_acquire);
     }

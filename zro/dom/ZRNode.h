@@ -19,7 +19,8 @@ class ZRNodeList;
 
 namespace internal {
 class AttrNodeMap;
-}
+class PlainBuilder;
+}  // namespace internal
 
 /// What a node is; the numbers are those of the DOM.
 enum ZRNodeType : std::uint8_t {
@@ -235,6 +236,7 @@ protected:
 
 private:
     friend class internal::AttrNodeMap;
+    friend class internal::PlainBuilder;
 
     bool isFromSameDocument(const ZRNode& node) const;
     ZRDocument* getDocument();

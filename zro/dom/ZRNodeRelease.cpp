@@ -29,6 +29,7 @@ ZRNode* ZRNode::takeChildren(ZRNode* behind) {
     ZRNode* last = std::exchange(m_lastChild, nullptr);
     ZRNode* first = std::exchange(last->m_next, behind);
     for (ZRNode* child = first; child != behind; child = child->m_next) {
+        __builtin_prefetch(child->m_lastChild);  // what the child's own turn begins with
         child->m_parent = nullptr;
         child->m_previous = nullptr;
     }

@@ -1,6 +1,7 @@
 #include "zro/dom/ZRTextNode.h"
 
 #include "zro/dom/ZRDocument.h"
+#include "zro/xml/internal/TextBuffer.h"
 
 namespace ZroCommon {
 namespace {
@@ -18,6 +19,9 @@ UnicodeString withoutSlack(const UnicodeString& text) {
 
 ZRTextNode::ZRTextNode(ZRDocument* ownerDocument, const UnicodeString& data)
     : ZRNode(ownerDocument), m_data(withoutSlack(data)) {}
+
+ZRTextNode::ZRTextNode(std::u16string_view data, ZRDocument& ownerDocument)
+    : ZRNode(&ownerDocument), m_data(internal::makeText(data)) {}
 
 ZRTextNode::~ZRTextNode() = default;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include "zro/dom/ZRNode.h"
 
 namespace ZroCommon {
@@ -33,6 +35,10 @@ protected:
     ~ZRTextNode() override;
 
 private:
+    friend class internal::PlainBuilder;
+
+    ZRTextNode(std::u16string_view data, ZRDocument& ownerDocument);
+
     UnicodeString m_data;
 };
 

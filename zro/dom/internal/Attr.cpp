@@ -2,6 +2,8 @@
 
 #include <typeinfo>
 
+#include "zro/xml/internal/AttributeList.h"
+
 namespace ZroCommon::internal {
 
 ZRName namespaceOfAttribute(ZRName namespaceUri, ZRName prefix) {
@@ -32,6 +34,16 @@ ZRPtr<ZRNode> AttrNS::cloneNode(bool /*deep*/) {
         new AttrNS(getOwnerDocument(), getNamespaceUri(), getPrefix(), getLocalName()));
     copy->copyValueOf(*this);
     return copy;
+}
+
+AttrNS::AttrNS(ZRDocument* ownerDocument, const Attribute& read, std::u16string_view value)
+    : Attr(ownerDocument, read.namespaceUri, read.name, value), m_prefix(read.prefix) {
+    startRefCount(1);
+}
+
+ZRPtr<ZRAttr> AttrNS::make(ZRDocument* ownerDocument, const Attribute& read,
+                           std::u16string_view value) {
+    return ZRPtr<ZRAttr>::adopt(new AttrNS(ownerDocument, read, value));
 }
 
 }  // namespace ZroCommon::internal

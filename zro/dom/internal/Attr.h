@@ -5,6 +5,8 @@
 
 namespace ZroCommon::internal {
 
+struct Attribute;
+
 /// The namespace of an attribute with that prefix: the prefixes of XML itself bring their own.
 ZRName namespaceOfAttribute(ZRName namespaceUri, ZRName prefix);
 
@@ -26,6 +28,8 @@ public:
 protected:
     Attr(ZRDocument* ownerDocument, ZRName namespaceUri, ZRName localName)
         : ZRAttr(ownerDocument, namespaceUri, localName) {}
+    Attr(ZRDocument* ownerDocument, ZRName namespaceUri, ZRName localName, std::u16string_view text)
+        : ZRAttr(ownerDocument, namespaceUri, localName), m_value(text) {}
     ~Attr() override = default;
 
     void copyValueOf(const Attr& other) { m_value.set(other.m_value.get()); }
@@ -40,12 +44,17 @@ public:
     AttrNS(ZRDocument* ownerDocument, ZRName namespaceUri, ZRName prefix, ZRName localName)
         : Attr(ownerDocument, namespaceUri, localName), m_prefix(prefix) {}
 
+    /// A new attribute with the one reference, for the element that takes it.
+    static ZRPtr<ZRAttr> make(ZRDocument* ownerDocument, const Attribute& read,
+                              std::u16string_view value);
+
     ZRName getNamespaceUri() const override { return storedNamespaceUri(); }
     ZRName getPrefix() const override { return m_prefix; }
     void setPrefix(ZRName prefix) override { m_prefix = prefix; }
     ZRPtr<ZRNode> cloneNode(bool deep) override;
 
 private:
+    AttrNS(ZRDocument* ownerDocument, const Attribute& read, std::u16string_view value);
     ~AttrNS() override = default;
 
     ZRName m_prefix;

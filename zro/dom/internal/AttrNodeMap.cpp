@@ -43,14 +43,17 @@ void AttrNodeMap::close() {
     }
 }
 
+/// Those of this map are attributes, which need not be asked.
+bool AttrNodeMap::isAttribute(const ZRNode* node) const {
+    return node != nullptr && (holds(*node) || node->isA(ZRAttr::getStaticTypeID()));
+}
+
 ZRNode* AttrNodeMap::getNextNode(ZRNode* node) {
-    return node != nullptr && node->isA(ZRAttr::getStaticTypeID())
-               ? static_cast<ZRAttr*>(node)->m_nextAttribute
-               : nullptr;
+    return isAttribute(node) ? static_cast<ZRAttr*>(node)->m_nextAttribute : nullptr;
 }
 
 ZRNode* AttrNodeMap::getPreviousNode(ZRNode* node) {
-    return node != nullptr && node->isA(ZRAttr::getStaticTypeID()) ? node->m_previous : nullptr;
+    return isAttribute(node) ? node->m_previous : nullptr;
 }
 
 ZRNode* AttrNodeMap::item(int index) {
@@ -93,10 +96,10 @@ ZRAttr* AttrNodeMap::find(ZRName namespaceUri, ZRName localName) const {
     return attr;
 }
 
-bool AttrNodeMap::holds(const ZRAttr& attr) const {
+bool AttrNodeMap::holds(const ZRNode& node) const {
     // A child of the element is in a ring and so has a next sibling.
-    return attr.m_parent == m_owner && m_owner != nullptr && attr.m_next == nullptr
-           && (attr.m_previous != nullptr || m_first == &attr);
+    return node.m_parent == m_owner && m_owner != nullptr && node.m_next == nullptr
+           && (node.m_previous != nullptr || m_first == &node);
 }
 
 ZRAttr& AttrNodeMap::requireAddable(ZRNode* node, ErrorSite site) const {

@@ -13,7 +13,9 @@ namespace ZroCommon::internal {
 /// of them an index by name.
 class AttrNodeMap final : public ZRNamedNodeMap {
 public:
-    explicit AttrNodeMap(ZRNode* owner) : m_owner(owner) {}
+    static ZRPtr<AttrNodeMap> make(ZRNode* owner) {
+        return ZRPtr<AttrNodeMap>::adopt(new AttrNodeMap(owner));
+    }
 
     ZRNode* getFirstNode() override { return m_first; }
     ZRNode* getLastNode() override { return m_last; }
@@ -36,7 +38,7 @@ public:
     /// First of that local name.
     ZRAttr* find(ZRName localName) const;
     ZRAttr* find(ZRName namespaceUri, ZRName localName) const;
-    bool holds(const ZRAttr& attr) const;
+    bool holds(const ZRNode& node) const;
 
     /// Adds an attribute that nothing else has.
     void append(ZRPtr<ZRAttr> attr);
@@ -51,8 +53,10 @@ public:
     static void operator delete(void* memory, std::size_t size);
 
 private:
+    explicit AttrNodeMap(ZRNode* owner) : m_owner(owner) { startRefCount(1); }
     ~AttrNodeMap() override;
 
+    bool isAttribute(const ZRNode* node) const;
     ZRAttr& requireAddable(ZRNode* node, ErrorSite site) const;
     ZRPtr<ZRNode> place(ZRAttr& attr, ZRAttr* old);
     ZRPtr<ZRNode> replace(ZRAttr& attr, ZRAttr& old);

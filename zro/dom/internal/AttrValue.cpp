@@ -8,15 +8,6 @@
 #include "zro/dom/internal/NodeSlab.h"
 
 namespace ZroCommon::internal {
-namespace {
-
-/// A copy of an alias is a text of its own, and sooner made than by appending.
-UnicodeString copyOf(const char16_t* units, int32_t length) {
-    const UnicodeString alias(false, units, length);
-    return UnicodeString(alias);
-}
-
-}  // namespace
 
 /// Leaves nothing in the storage that has to be freed.
 void AttrValue::clearStorage() noexcept {
@@ -48,17 +39,7 @@ void AttrValue::set(const UnicodeString& text, ZRValueUnitType unit) {
         m_kind = Kind::Value;
         return;
     }
-    const std::u16string_view units(text.getBuffer(), static_cast<std::size_t>(text.length()));
-    if (units.size() > kInlineUnits) {
-        setBlock(units);
-    } else {
-        clear();
-        for (std::size_t i = 0; i < units.size(); ++i) {
-            m_storage.units[i] = units[i];
-        }
-        m_inlineLength = static_cast<std::uint8_t>(units.size());
-    }
-    m_unit = static_cast<std::uint8_t>(unit);
+    set(viewOf(text), unit);
 }
 
 void AttrValue::setBlock(std::u16string_view text) {
@@ -75,9 +56,8 @@ ZRValue AttrValue::get() const {
 
 UnicodeString AttrValue::text() const {
     switch (m_kind) {
-    case Kind::InlineText: return copyOf(m_storage.units.data(), m_inlineLength);
-    case Kind::BlockText:
-        return copyOf(m_storage.block.units, static_cast<int32_t>(m_storage.block.length));
+    case Kind::InlineText: return textOf({m_storage.units.data(), m_inlineLength});
+    case Kind::BlockText: return textOf({m_storage.block.units, m_storage.block.length});
     case Kind::Value: break;
     }
     return m_storage.value.toString();

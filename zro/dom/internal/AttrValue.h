@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "zro/foundation/internal/TextView.h"
 #include "zro/values/ZRValue.h"
 
 namespace ZroCommon::internal {
@@ -17,12 +18,23 @@ namespace ZroCommon::internal {
 class AttrValue {
 public:
     AttrValue() = default;
+    explicit AttrValue(std::u16string_view text) : m_kind(Kind::InlineText) { set(text); }
     AttrValue(const AttrValue&) = delete;
     AttrValue& operator=(const AttrValue&) = delete;
     ~AttrValue() { clear(); }
 
     void set(const ZRValue& value);
     void set(const UnicodeString& text, ZRValueUnitType unit);
+    void set(std::u16string_view text, ZRValueUnitType unit = ZRValueUnitNone) {
+        if (text.size() > kInlineUnits) {
+            setBlock(text);
+        } else {
+            clear();
+            copyUnits(text, m_storage.units.data());
+            m_inlineLength = static_cast<std::uint8_t>(text.size());
+        }
+        m_unit = static_cast<std::uint8_t>(unit);
+    }
 
     ZRValue get() const;
     /// The value's string form.

@@ -1,9 +1,11 @@
 #include "zro/dom/internal/Element.h"
 
+#include <cstdint>
 #include <utility>
 
 #include "zro/dom/internal/Attr.h"
 #include "zro/dom/internal/AttrNodeMap.h"
+#include "zro/xml/internal/AttributeList.h"
 
 namespace ZroCommon::internal {
 namespace {
@@ -71,6 +73,30 @@ void Element::setAttributeEx(ZRName namespaceUri, ZRName prefix, ZRName name,
     } else {
         map.setNamedItemNS(attr);
     }
+}
+
+void Element::takeAttributes(const AttributeList& attributes) {
+    ZRDocument* document = getOwnerDocument();
+    AttrNodeMap& map = startAttributes();
+    std::uint64_t seen = 0;  // no two of these have one name, nearly always
+    for (const Attribute& attribute : attributes) {
+        const std::u16string_view value = attributes.value(attribute);
+        const std::uint64_t bit = std::uint64_t{1} << (static_cast<unsigned>(attribute.name) % 64);
+        if ((seen & bit) != 0 && map.find(attribute.namespaceUri, attribute.name) != nullptr) {
+            Element::setAttributeEx(attribute.namespaceUri, attribute.prefix, attribute.name,
+                                    makeText(value));
+        } else {
+            map.appendNamed(AttrNS::make(document, attribute, value));
+        }
+        seen |= bit;
+    }
+}
+
+ZRPtr<ElementNS> ElementNS::make(ZRDocument& document, ZRName namespaceUri, ZRName prefix,
+                                 ZRName localName) {
+    auto* element = new ElementNS(&document, namespaceUri, prefix, localName);
+    element->startRefCount(1);
+    return ZRPtr<ElementNS>::adopt(element);
 }
 
 unsigned int ElementNS::getTypeID() const {

@@ -4,6 +4,8 @@
 
 namespace ZroCommon::internal {
 
+class AttributeList;
+
 /// An element without a namespace of its own: it has the one that its prefix stands for at its
 /// place, by the `xmlns` attributes in scope.
 class Element : public ZRElement {
@@ -22,6 +24,9 @@ public:
     void setAttributeEx(ZRName namespaceUri, ZRName prefix, ZRName name,
                         const UnicodeString& text) override;
 
+    /// What `setAttributeEx` does with the attributes of a start tag, for a new element.
+    void takeAttributes(const AttributeList& attributes);
+
 protected:
     ~Element() override;
 
@@ -35,6 +40,10 @@ class ElementNS final : public Element {
 public:
     ElementNS(ZRDocument* ownerDocument, ZRName namespaceUri, ZRName prefix, ZRName localName)
         : Element(ownerDocument, prefix, localName), m_namespaceUri(namespaceUri) {}
+
+    /// A new element with the one reference.
+    static ZRPtr<ElementNS> make(ZRDocument& document, ZRName namespaceUri, ZRName prefix,
+                                 ZRName localName);
 
     static unsigned int getStaticTypeID() { return 0xC08077FCU; }
     unsigned int getTypeID() const override;

@@ -66,6 +66,8 @@ public:
     /// Reads an external subset to its end, for its entities.
     void scanExternalSubset();
     const EntityTable& entities() const { return m_state.entities; }
+    /// What there is to know of the current event, for readers that need no copy of it.
+    const ParserState& state() const { return m_state; }
 
 protected:
     ~XmlParserImpl() override;
