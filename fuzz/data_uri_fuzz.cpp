@@ -21,7 +21,7 @@ void ask(const ZRDataUri& uri) {
     require(uri.getMediaType().indexOf(u';') < 0 && uri.getMediaType().indexOf(u',') < 0);
     const bool isData = text.startsWith(u"data:");
     require(isData || (data == -1 && !uri.isBase64() && uri.getMediaType().isEmpty()));
-    require(!isData || text.indexOf(uri.getMediaType()) >= 0);
+    require(!isData || uri.getMediaType().isEmpty() || text.indexOf(uri.getMediaType()) >= 0);
     require(!isData || (data == -1) == (text.indexOf(u',') < 0));
     if (data >= 0) {
         std::ostringstream decoded;
