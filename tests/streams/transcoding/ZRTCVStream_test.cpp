@@ -141,7 +141,7 @@ void expectAPrefix(const std::string& bytes, const std::string& whole, std::size
 TEST(ZRTCVStream, AFailingSourceIsAnEnd) {
     const std::string bytes = repeated("\xA4\xA2\xA4\xA4", 1500);
     const std::string whole = repeated("あい", 1500);
-    for (std::size_t at = 0; at < bytes.size(); at += at < 20 || at / 8 == 512 ? 1 : 171) {
+    for (std::size_t at = 0; at < bytes.size(); at += at < 20 || at / 8 == 512 ? 1U : 171U) {
         expectAPrefix<testing::FailAtBuf>(bytes, whole, at);
         expectAPrefix<testing::ThrowAtBuf>(bytes, whole, at);
     }
