@@ -93,7 +93,7 @@ bool isCalled(const UConverter* converter, std::string_view name) {
     return own != nullptr && name == own;
 }
 
-// Or back. The bytes of a block may lie anywhere, so units are worked on in arrays of their own.
+// Or back.
 void turnToLittleEndian(UChar* units, std::size_t count) {
     if constexpr (std::endian::native == std::endian::big) {
         std::transform(units, units + count, units,
@@ -139,7 +139,6 @@ private:
 
     Converter m_converter;
     bool m_findsMark;
-    std::array<UChar, 2048> m_units{};
 };
 
 Reader::Reader(Converter converter, bool findsMark) : m_findsMark(findsMark) {
@@ -176,16 +175,15 @@ bool Reader::convert(ConversionBlock& block, bool atEnd) {
     if (m_converter == nullptr) {
         return false;
     }
-    const std::size_t room = (block.outCapacity - block.outLength) / kUnitBytes;
     const char* from = block.in + block.inPos;
-    UChar* to = m_units.data();
+    auto* const units = static_cast<UChar*>(static_cast<void*>(block.out + block.outLength));
+    UChar* to = units;
     UErrorCode status = U_ZERO_ERROR;
-    ucnv_toUnicode(m_converter.get(), &to, to + std::min(room, m_units.size()), &from,
-                   block.in + block.inLength, nullptr, static_cast<UBool>(atEnd), &status);
+    ucnv_toUnicode(m_converter.get(), &to, to + (block.outCapacity - block.outLength) / kUnitBytes,
+                   &from, block.in + block.inLength, nullptr, static_cast<UBool>(atEnd), &status);
     block.inPos = static_cast<std::size_t>(from - block.in);
-    const auto made = static_cast<std::size_t>(to - m_units.data());
-    turnToLittleEndian(m_units.data(), made);
-    std::memcpy(block.out + block.outLength, m_units.data(), made * kUnitBytes);
+    const auto made = static_cast<std::size_t>(to - units);
+    turnToLittleEndian(units, made);
     block.outLength += made * kUnitBytes;
     return hasGoneOn(status);
 }

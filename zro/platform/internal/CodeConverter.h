@@ -9,10 +9,10 @@ namespace ZroCommon::internal {
 /// What a conversion reads and writes. The buffers belong to the caller.
 struct ConversionBlock {
     const char* in = nullptr;
-    std::size_t inPos = 0;     ///< bytes of the input already consumed
-    std::size_t inLength = 0;  ///< bytes valid in the input
-    char* out = nullptr;
-    std::size_t outLength = 0;  ///< bytes valid in the output
+    std::size_t inPos = 0;      ///< bytes of the input already consumed
+    std::size_t inLength = 0;   ///< bytes valid in the input
+    char* out = nullptr;        ///< of a reader, as aligned as a unit
+    std::size_t outLength = 0;  ///< bytes valid in the output; of a reader, an even number
     std::size_t outCapacity = 0;
 };
 

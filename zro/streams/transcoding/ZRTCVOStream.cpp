@@ -16,6 +16,8 @@ namespace ZroCommon {
 namespace {
 
 constexpr std::size_t kBlock = 4096;
+constexpr std::size_t kOutput =
+    4 * kBlock;  // mostly room for a whole block, so that it goes at once
 constexpr std::size_t kUnit = 2;
 
 char16_t unitAt(const char* bytes) {
@@ -29,11 +31,17 @@ bool isHeldBack(char16_t unit) {
     return unit == 0 || (unit >= 0xD800 && unit <= 0xDBFF);
 }
 
-// The place of the next U+0000 U+000A, or `end`.
+// The place of the next U+0000 U+000A, or `end`. Line feeds are rarer than units.
 std::size_t findNulAndLineFeed(const char* bytes, std::size_t from, std::size_t end) {
-    for (; from + kUnit < end; from += kUnit) {
-        if (unitAt(bytes + from) == 0 && unitAt(bytes + from + kUnit) == u'\n') {
-            return from;
+    for (std::size_t at = from; at < end; ++at) {
+        const void* const found = std::memchr(bytes + at, '\n', end - at);
+        if (found == nullptr) {
+            return end;
+        }
+        at = static_cast<std::size_t>(static_cast<const char*>(found) - bytes);
+        if (at % kUnit == 0 && at >= from + kUnit && unitAt(bytes + at) == u'\n'
+            && unitAt(bytes + at - kUnit) == 0) {
+            return at - kUnit;
         }
     }
     return end;
@@ -51,7 +59,7 @@ ZRTCVOStreamBuf::ZRTCVOStreamBuf(std::ostream* target,
     : m_target(target), m_converter(std::move(converter)) {
     if (m_target != nullptr && m_converter != nullptr) {
         m_input.reset(new char[kBlock]);
-        m_output.reset(new char[kBlock]);
+        m_output.reset(new char[kOutput]);
         setp(m_input.get(), m_input.get() + kBlock - 1);
     }
 }
@@ -61,7 +69,7 @@ ZRTCVOStreamBuf::~ZRTCVOStreamBuf() {
         ZRTCVOStreamBuf::sync();
         if (is_open()) {
             internal::ConversionBlock block{
-                .in = m_input.get(), .out = m_output.get(), .outCapacity = kBlock};
+                .in = m_input.get(), .out = m_output.get(), .outCapacity = kOutput};
             m_converter->convert(block, true);
             emit(block.outLength);
         }
@@ -110,7 +118,7 @@ bool ZRTCVOStreamBuf::convertPiece(internal::ConversionBlock& block, std::size_t
     const std::size_t before = block.inPos;
     block.inLength = end;
     block.outLength = 0;
-    block.outCapacity = m_limit == 0 ? kBlock : std::min<std::uint64_t>(room(), kBlock);
+    block.outCapacity = m_limit == 0 ? kOutput : std::min<std::uint64_t>(room(), kOutput);
     if (!m_converter->convert(block, false)) {
         return false;
     }

@@ -40,7 +40,7 @@ private:
     private:
         int_type underflow() override;
 
-        std::array<char, 512> m_block{};
+        std::array<char, 4096> m_block{};  // as much as a transcoder reads at a time
     };
 
     Buffer m_buffer;
