@@ -18,7 +18,8 @@ import sys
 HERE = pathlib.Path(__file__).resolve().parent
 PROGRAMS = ("xml_pull_bench", "xml_tree_bench", "xml_write_bench", "first_element_bench",
             "names_bench", "text_bench", "values_bench", "load_bench", "endless_bench",
-            "growth_bench", "xls_format_bench", "gzip_bench", "zip_bench")
+            "growth_bench", "xls_format_bench", "gzip_bench", "zip_bench",
+            "transcode_bench")
 BINDING = ("fo-10m", "docbook", "japanese", "small")
 CORPUS_TITLES = {
     "fo-10m": "FO of 10 MB", "docbook": "DocBook-made FO", "japanese": "Japanese FO",
@@ -94,6 +95,13 @@ def value_goals(figures):
         yield Goal(f"Colour, {case}: times Qt's", 1, ratio(ours, theirs), "x", True)
 
 
+def transcoding_goals(figures):
+    """The streams, as a multiple of the speed of ICU's converters fed with blocks."""
+    for encoding in figures.names("corpus", "decode"):
+        ours, theirs = (figures.value("decode", encoding, name) for name in ("zro", "icu"))
+        yield Goal(f"{encoding} to UTF-16: times ICU by blocks", 0.8, ratio(theirs, ours), "x", False)
+
+
 def ratio(left, right):
     return None if left is None or right is None else left / right
 
@@ -130,6 +138,7 @@ def goals(figures):
             yield Goal(f"Gzip from a {road}, {CORPUS_TITLES[corpus]}: times the best gzread loop",
                        1, ratio(min(loops), figures.value("gzip", corpus, f"zro {road}")), "x",
                        False)
+    yield from transcoding_goals(figures)
     load = [figures.value("load", "library", name) for name in ("zro", "empty")]
     yield Goal("Load of the library over an empty one", 60, scaled(difference(*load), 1e-3), "us",
                True)
@@ -197,7 +206,9 @@ def sections(figures):
     yield "Goals", table(["what", "goal", "measured", ""], [g.row() for g in goals(figures)])
     for job, title in (("pull", "Pull parse"), ("tree", "Tree: load, walk, free"),
                        ("write", "Write (MB of the document read)"),
-                       ("zip", "ZIP packages: list and expand (MB expanded)")):
+                       ("zip", "ZIP packages: list and expand (MB expanded)"),
+                       ("decode", "Legacy encodings to UTF-16 (MB of bytes)"),
+                       ("encode", "UTF-16 to legacy encodings (MB of bytes)")):
         if job in jobs:
             yield title, speed_table(figures, job)
     if "tree" in jobs:
