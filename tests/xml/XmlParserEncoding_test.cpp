@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/XmlEvents.h"
+#include "zro/streams/transcoding/ZRTCVStream.h"
 #include "zro/xml/internal/Transcoder.h"
 
 namespace ZroCommon {
@@ -130,6 +131,16 @@ TEST(XmlParserEncoding, DeclaredEncodingsOfTheConversionLibrary) {
                   "<a>  '" + std::string(text) + "'  </a>  .")
             << name;
     }
+}
+
+TEST(XmlParserEncoding, EntitiesAndStreamsOfTheConversionLibrary) {
+    const testing::FakeWeb web(
+        testing::FakeWeb::Resources{{"http://h/e", "<?xml encoding='Shift_JIS'?>\x82\xA0"}});
+    EXPECT_EQ(xmlEvents("<!DOCTYPE a [<!ENTITY e SYSTEM 'http://h/e'>]><a>&e;!</a>"),
+              "<a>  'あ!'  </a>  .");
+    std::istringstream bytes("<a>\xF0</a>");
+    ZRTCVStream text(&bytes, "KOI8-R");
+    EXPECT_EQ(xmlEvents(text), "<a>  'П'  </a>  .");
 }
 
 // What the document's own bytes mean in an encoding in which each letter is the next one.
