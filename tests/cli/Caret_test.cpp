@@ -141,6 +141,11 @@ TEST(Caret, StaysUnderItsCharacterBehindTabsAndWideText) {
          "a.xml:2:6: error: Reference to undefined entity: &x; [0x181E]\n"
          " 2 | <a>\u00E9 &x;</a>\n"
          "   |      ^~~\n"},
+        {"an encoding that stands for a larger one",
+         "<?xml version='1.0' encoding='GB2312'?>\n<a>\x81\x40 &x;</a>",
+         "a.xml:2:6: error: Reference to undefined entity: &x; [0x181E]\n"
+         " 2 | <a>\u4E02 &x;</a>\n"
+         "   |       ^~~\n"},
         {"line ends of all kinds", "<a>\r\n\r\u0085\u2028\xC2\x85&x;</a>",
          "a.xml:5:1: error: Reference to undefined entity: &x; [0x181E]\n"
          " 5 | &x;</a>\n"

@@ -16,6 +16,7 @@ void addTreeCommand(CLI::App& program, Task& task);
 void addFormatCommand(CLI::App& program, Task& task);
 void addCheckCommand(CLI::App& program, Task& task);
 void addUriCommand(CLI::App& program, Task& task);
+void addEncodingCommand(CLI::App& program, Task& task);
 void addValueCommand(CLI::App& program, Task& task);
 void addColorCommand(CLI::App& program, Task& task);
 void addLengthCommand(CLI::App& program, Task& task);

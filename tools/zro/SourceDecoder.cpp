@@ -3,10 +3,14 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 #include <unicode/utf16.h>
 
 namespace zro {
+
+using ZroCommon::ZRTCVStream;
+
 namespace {
 
 using namespace std::string_view_literals;
@@ -62,15 +66,10 @@ bool isWide(const char* name) {
            || canonical.starts_with("ISO-10646");
 }
 
-UConverter* openConverter(const std::string& name) {
-    UErrorCode status = U_ZERO_ERROR;
-    UConverter* converter = ucnv_open(name.c_str(), &status);
-    return U_SUCCESS(status) ? converter : nullptr;
-}
-
-bool isUtf8(const UConverter* converter) {
-    UErrorCode status = U_ZERO_ERROR;
-    return std::string_view(ucnv_getName(converter, &status)) == "UTF-8";
+bool isUtf8(std::string name) {
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
+    return name == "UTF-8";
 }
 
 }  // namespace
@@ -99,13 +98,25 @@ void SourceDecoder::sniff() {
 void SourceDecoder::begin(const char* encoding, std::size_t markLength, int uncounted) {
     m_next = markLength;
     m_uncounted = uncounted;
-    m_converter.reset(openConverter(encoding));
-    const bool misdeclared = m_bytes.starts_with("<?") && (!m_converter || isWide(encoding));
-    if (!m_converter || misdeclared) {
-        m_converter.reset(openConverter("ISO-8859-1"));
-    } else if (isUtf8(m_converter.get())) {
-        m_converter.reset();
+    const bool misdeclared = m_bytes.starts_with("<?") && isWide(encoding);
+    if (!misdeclared && isUtf8(encoding)) {
+        return;
     }
+    if (misdeclared || !transcode(encoding)) {
+        transcode("ISO-8859-1");
+    }
+}
+
+bool SourceDecoder::transcode(const std::string& encoding) {
+    if (!ZRTCVStream(nullptr, encoding.c_str()).is_open()) {
+        return false;
+    }
+    m_rest.str(m_bytes.substr(m_next));
+    m_all.setKeepMemory(false);
+    m_all.setSource(&m_rest, false);
+    m_all.setSource(&m_input, false);
+    m_transcoder = std::make_unique<ZRTCVStream>(&m_all, encoding.c_str());
+    return true;
 }
 
 bool SourceDecoder::refill() {
@@ -117,7 +128,7 @@ bool SourceDecoder::refill() {
 }
 
 std::optional<char32_t> SourceDecoder::next() {
-    return m_converter ? nextConverted() : nextUtf8();
+    return m_transcoder ? nextTranscoded() : nextUtf8();
 }
 
 int SourceDecoder::nextByte() {
@@ -154,35 +165,26 @@ char32_t SourceDecoder::completeUtf8(unsigned first) {
     return kReplacement;
 }
 
-std::optional<char32_t> SourceDecoder::nextConverted() {
-    if (m_nextUnit == m_units.size() && !convertMore()) {
-        return std::nullopt;
+std::optional<char16_t> SourceDecoder::nextUnit() {
+    if (m_unit) {
+        return std::exchange(m_unit, std::nullopt);
     }
-    char32_t character = m_units[m_nextUnit++];
-    if (U16_IS_LEAD(character) && (m_nextUnit < m_units.size() || convertMore())
-        && U16_IS_TRAIL(m_units[m_nextUnit])) {
-        character = static_cast<char32_t>(U16_GET_SUPPLEMENTARY(character, m_units[m_nextUnit++]));
-    }
-    return character;
+    const int low = m_transcoder->get();
+    const int high = m_transcoder->get();
+    return high < 0 ? std::nullopt : std::optional(static_cast<char16_t>(high << 8 | low));
 }
 
-bool SourceDecoder::convertMore() {
-    m_units.clear();
-    m_nextUnit = 0;
-    while (m_units.empty()) {
-        if (m_next == m_bytes.size() && !refill()) {
-            return false;
-        }
-        m_units.resize(kBlock);
-        char16_t* target = m_units.data();
-        const char* source = m_bytes.data() + m_next;
-        UErrorCode status = U_ZERO_ERROR;
-        ucnv_toUnicode(m_converter.get(), &target, target + kBlock, &source,
-                       m_bytes.data() + m_bytes.size(), nullptr, 0, &status);
-        m_units.resize(static_cast<std::size_t>(target - m_units.data()));
-        m_next = static_cast<std::size_t>(source - m_bytes.data());
+std::optional<char32_t> SourceDecoder::nextTranscoded() {
+    const std::optional<char16_t> unit = nextUnit();
+    if (!unit || !U16_IS_LEAD(*unit)) {
+        return unit;
     }
-    return true;
+    m_unit = nextUnit();
+    if (!m_unit || !U16_IS_TRAIL(*m_unit)) {
+        return unit;
+    }
+    return static_cast<char32_t>(
+        U16_GET_SUPPLEMENTARY(*unit, *std::exchange(m_unit, std::nullopt)));
 }
 
 }  // namespace zro

@@ -4,9 +4,11 @@
 #include <istream>
 #include <memory>
 #include <optional>
+#include <sstream>
 #include <string>
 
-#include <unicode/ucnv.h>
+#include "zro/streams/ZRMemStream.h"
+#include "zro/streams/transcoding/ZRTCVStream.h"
 
 namespace zro {
 
@@ -26,26 +28,24 @@ public:
     const std::string& firstBytes() const { return m_firstBytes; }
 
 private:
-    struct CloseConverter {
-        void operator()(UConverter* converter) const { ucnv_close(converter); }
-    };
-
     void sniff();
     void begin(const char* encoding, std::size_t markLength, int uncounted);
     bool refill();
     int nextByte();
     char32_t completeUtf8(unsigned first);
     std::optional<char32_t> nextUtf8();
-    std::optional<char32_t> nextConverted();
-    bool convertMore();
+    bool transcode(const std::string& encoding);
+    std::optional<char32_t> nextTranscoded();
+    std::optional<char16_t> nextUnit();
 
     std::istream& m_input;
     std::string m_bytes;
     std::size_t m_next = 0;
     std::string m_firstBytes;
-    std::unique_ptr<UConverter, CloseConverter> m_converter;  // null: UTF-8
-    std::u16string m_units;                                   // converted, not yet handed out
-    std::size_t m_nextUnit = 0;
+    std::istringstream m_rest;  // of the bytes, for the transcoder
+    ZroCommon::ZRMemStream m_all;
+    std::unique_ptr<ZroCommon::ZRTCVStream> m_transcoder;  // null: UTF-8
+    std::optional<char16_t> m_unit;                        // read behind the first half of a pair
     int m_uncounted = 0;
 };
 

@@ -157,6 +157,7 @@ int main(int argc, char** argv) {
     zro::addFormatCommand(program, task);
     zro::addCheckCommand(program, task);
     zro::addUriCommand(program, task);
+    zro::addEncodingCommand(program, task);
     zro::addValueCommand(program, task);
     zro::addColorCommand(program, task);
     zro::addLengthCommand(program, task);
