@@ -72,14 +72,43 @@ std::error_code removeStubbornly(const UnicodeString& name) {
     return error;
 }
 
+// The caller holds the library's lock.
+const UnicodeString& temporaryFolder() {
+    // It is asked for in destructors of static objects too, so it outlives them.
+    static const auto& s_folder = *new UnicodeString(internal::temporaryFolder());
+    return s_folder;
+}
+
+UnicodeString makeTempFile(const UnicodeString& dir, const UnicodeString& prefix,
+                           const UnicodeString& suffix) {
+    const ZRMutex guard;
+    const UnicodeString start = (dir.isEmpty() ? temporaryFolder() : dir) + prefix;
+    for (int tries = 0;;) {
+        const UnicodeString name = start + nextNumber() + suffix;
+        const std::error_code error = internal::makeNewFile(name);
+        if (!error) {
+            return name;
+        }
+        if (error == std::errc::file_exists) {
+            continue;
+        }
+        if (const std::error_code kept = removeStubbornly(name)) {
+            throwCannotCreate(name, u" (cannot remove)\n", kept);
+        }
+        if (++tries == kCreateTries) {
+            throwCannotCreate(name, u" (cannot create)\n", error);
+        }
+    }
+}
+
 }  // namespace
 
 ZRTempFile::ZRTempFile(const UnicodeString& dir, const UnicodeString& prefix,
                        const UnicodeString& suffix)
-    : m_fileName(getTempFile(dir, prefix, suffix)) {}
+    : m_fileName(makeTempFile(dir, prefix, suffix)) {}
 
 ZRTempFile::ZRTempFile(const char* dir, const char* prefix, const char* suffix)
-    : m_fileName(getTempFile(dir, prefix, suffix)) {}
+    : m_fileName(makeTempFile(textOf(dir), textOf(prefix), textOf(suffix))) {}
 
 ZRTempFile::~ZRTempFile() noexcept(false) {
     if (std::uncaught_exceptions() == 0) {
@@ -111,7 +140,7 @@ ZRCStr ZRTempFile::setFileName(const char* name) {
 ZRCStr ZRTempFile::setFileName(const UnicodeString& dir, const UnicodeString& prefix,
                                const UnicodeString& suffix) {
     remove();
-    m_fileName = getTempFile(dir, prefix, suffix);
+    m_fileName = makeTempFile(dir, prefix, suffix);
     return m_fileName;
 }
 
@@ -146,31 +175,12 @@ bool ZRTempFile::inflate(std::ostream& stream, const unsigned char* data, unsign
 
 ZRCStr ZRTempFile::getTempDirectory() {
     const ZRMutex guard;
-    // It is asked for in destructors of static objects too, so it outlives them.
-    static const auto& s_folder = *new UnicodeString(internal::temporaryFolder());
-    return s_folder;
+    return temporaryFolder();
 }
 
 ZRCStr ZRTempFile::getTempFile(const UnicodeString& dir, const UnicodeString& prefix,
                                const UnicodeString& suffix) {
-    const ZRMutex guard;
-    const UnicodeString start = (dir.isEmpty() ? getTempDirectory() : dir) + prefix;
-    for (int tries = 0;;) {
-        const UnicodeString name = start + nextNumber() + suffix;
-        const std::error_code error = internal::makeNewFile(name);
-        if (!error) {
-            return name;
-        }
-        if (error == std::errc::file_exists) {
-            continue;
-        }
-        if (const std::error_code kept = removeStubbornly(name)) {
-            throwCannotCreate(name, u" (cannot remove)\n", kept);
-        }
-        if (++tries == kCreateTries) {
-            throwCannotCreate(name, u" (cannot create)\n", error);
-        }
-    }
+    return makeTempFile(dir, prefix, suffix);
 }
 
 ZRCStr ZRTempFile::getTempFile(const char* dir, const char* prefix, const char* suffix) {

@@ -1,5 +1,7 @@
 #include "zro/streams/compression/ZRGzipStream.h"
 
+#include <utility>
+
 #include "zro/platform/internal/NativeFile.h"
 #include "zro/streams/compression/internal/GzipReader.h"
 #include "zro/streams/compression/internal/GzipWriter.h"
@@ -58,8 +60,10 @@ ZRGzipStream::ZRGzipStream(std::istream& stream)
 
 ZRGzipStream::~ZRGzipStream() = default;
 
-ZRGzipOStreamBuf::ZRGzipOStreamBuf(const UnicodeString& path)
-    : m_writer(std::make_unique<internal::GzipWriter>(internal::openOutputFile(path))) {
+ZRGzipOStreamBuf::ZRGzipOStreamBuf(const UnicodeString& path) {
+    auto file = internal::openOutputFile(path);
+    std::ostream* const target = file.get();
+    m_writer = std::make_unique<internal::GzipWriter>(target, std::move(file));
     resetPut();
 }
 

@@ -30,7 +30,7 @@ public:
 
 private:
     std::unique_ptr<char[]> m_memory = std::make_unique_for_overwrite<char[]>(kPutback + kSize);
-    std::array<char, kPutback> m_last;
+    std::array<char, kPutback> m_last{};
     std::size_t m_kept = 0;
 };
 

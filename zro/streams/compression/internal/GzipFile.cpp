@@ -137,7 +137,7 @@ private:
             }
             trailer |= static_cast<std::uint64_t>(byte) << shift;
         }
-        const std::uint32_t size = static_cast<std::uint32_t>(m_size + made);
+        const auto size = static_cast<std::uint32_t>(m_size + made);
         return trailer == (std::uint64_t{size} << 32U | m_check);
     }
 

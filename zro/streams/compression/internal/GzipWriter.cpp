@@ -11,16 +11,13 @@ constexpr int kMostMemory = 9;
 
 }  // namespace
 
-GzipWriter::GzipWriter(std::ostream* target)
-    : m_target(target),
+GzipWriter::GzipWriter(std::ostream* target, std::unique_ptr<std::ostream> owned)
+    : m_owned(std::move(owned)),
+      m_target(target),
       m_isOpen(
           deflateInit2(&m_stream, kSmallest, Z_DEFLATED, kGzipBits, kMostMemory, Z_DEFAULT_STRATEGY)
           == Z_OK) {
     renewRoom();
-}
-
-GzipWriter::GzipWriter(std::unique_ptr<std::ostream> target) : GzipWriter(target.get()) {
-    m_owned = std::move(target);
 }
 
 GzipWriter::~GzipWriter() {

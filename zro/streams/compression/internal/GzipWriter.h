@@ -13,10 +13,9 @@ namespace ZroCommon::internal {
 /// Packs bytes into one gzip member and passes it on to a stream as it grows.
 class GzipWriter {
 public:
-    /// \param target  not owned; null throws the bytes away
-    explicit GzipWriter(std::ostream* target);
-    /// \param target  owned; may be null
-    explicit GzipWriter(std::unique_ptr<std::ostream> target);
+    /// \param target  where the bytes go; null throws them away
+    /// \param owned   the target too, when it is to live and die with this object
+    explicit GzipWriter(std::ostream* target, std::unique_ptr<std::ostream> owned = nullptr);
     GzipWriter(const GzipWriter&) = delete;
     GzipWriter& operator=(const GzipWriter&) = delete;
     ~GzipWriter();
