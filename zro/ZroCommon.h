@@ -4,6 +4,12 @@
 /// Everything the library offers, in one include.
 
 #include "zro/Library.h"
+#include "zro/containers/ole/JZIOobj.h"
+#include "zro/containers/ole/OleCompFile.h"
+#include "zro/containers/ole/OleDirInfo.h"
+#include "zro/containers/ole/OleRefusal.h"
+#include "zro/containers/ole/OleStream.h"
+#include "zro/containers/ole/ZROleStream.h"
 #include "zro/containers/zip/ZRZipEntry.h"
 #include "zro/containers/zip/ZRZipFile.h"
 #include "zro/dom/ZRAttr.h"
