@@ -16,7 +16,7 @@
 #include "zro/xml/internal/EntityTable.h"
 #include "zro/xml/internal/ExternalSubsetCache.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
 
 TEST(Library, TellsItsVersion) {
@@ -54,10 +54,10 @@ TEST(LibraryDeathTest, CleanupEndsNamesAndMayComeTwice) {
 }
 
 TEST(LibraryDeathTest, CleanupForgetsExternalSubsets) {
-    const testing::TempFolder folder;
+    const TempFolder folder;
     const UnicodeString uri = folder.write("s.dtd", "<!ENTITY e 'x'>");
     EXPECT_EXIT(readASubsetAndCleanUp(uri), ::testing::ExitedWithCode(0), "");
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

@@ -11,6 +11,7 @@
 
 #include "tests/conformance/MeasuredPage.h"
 #include "tests/conformance/Table.h"
+#include "tests/support/Skips.h"
 #include "tests/support/Text.h"
 #include "zro/text/xls/XlsFormatString.h"
 
@@ -223,7 +224,7 @@ private:
 int survey(const std::string& dataDir, const std::string& page, bool write) {
     const std::string path = dataDir + "/numfmt/formats.tsv";
     if (!std::ifstream(path)) {
-        std::cout << "skipped: there are no number formats in " << dataDir << '\n';
+        std::cout << noData(path) << '\n';
         return kSkipped;
     }
     Survey survey;

@@ -126,7 +126,8 @@ def main() -> int:
     expected = explained(Path(sys.argv[3]))
     todo = cases(data)
     if not todo or not shutil.which("xmllint"):
-        print("skipped: no documents, or no xmllint")
+        print(f"missing: documents under {data} (the CMake variable ZRO_TEST_DATA_DIR says where the "
+              "test data lies), or the program xmllint (the Debian package libxml2-utils has it)")
         return NOT_COMPARABLE
     counts = collections.Counter()
     faults = []

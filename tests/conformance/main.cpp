@@ -8,6 +8,7 @@
 #include "tests/conformance/MeasuredPage.h"
 #include "tests/conformance/RealDocuments.h"
 #include "tests/support/NoNetwork.h"
+#include "tests/support/Skips.h"
 
 namespace {
 
@@ -21,7 +22,7 @@ int main(int argc, char** argv) {
     }
     const std::string dataDir = argv[1];
     if (!std::ifstream(dataDir + "/xmlconf/tests.tsv")) {
-        std::cout << "skipped: there are no documents in " << dataDir << '\n';
+        std::cout << ZroCommon::testing::noData(dataDir + "/xmlconf/tests.tsv") << '\n';
         return kSkipped;
     }
     ZroCommon::testing::denyNetwork();

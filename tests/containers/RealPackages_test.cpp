@@ -9,6 +9,7 @@
 
 #include "tests/containers/Listing.h"
 #include "tests/support/Sha256.h"
+#include "tests/support/Skips.h"
 
 namespace ZroCommon::testing {
 namespace {
@@ -88,7 +89,7 @@ void checkFolder(const std::string& folder, const std::string& table, int leastC
     const std::string root = ZRO_TEST_DATA_DIR "/" + folder + "/";
     std::ifstream rows(root + table);
     if (!rows) {
-        GTEST_SKIP() << "there are no packages in " << root;
+        GTEST_SKIP() << noData(root + table);
     }
     int compared = 0;
     for (const json& row : json::parse(rows)) {

@@ -153,16 +153,7 @@ TEST(ZRNode, MayBeReleasedInAnyThread) {
     }
     std::vector<std::vector<ZRPtr<ZRNode>>> shares(4, nodes);
     nodes.clear();
-    std::vector<std::thread> threads;
-    for (auto& share : shares) {
-        threads.emplace_back([&share] { share.clear(); });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    for (const auto& share : shares) {
-        EXPECT_TRUE(share.empty());
-    }
+    inThreads(4, [&](int i) { shares[static_cast<std::size_t>(i)].clear(); });
 }
 
 TEST(ZRElement, ManyThreadsMayBeTheFirstToAskForTheAttributes) {
@@ -219,19 +210,13 @@ TEST(ZRDocument, ALoadCanBeAbortedByAnotherThread) {
 }
 
 TEST(ZRDocument, ManyThreadsBuildAndDropTreesOfTheirOwn) {
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([] {
-            for (int round = 0; round < 50; ++round) {
-                const Document document = newDocument();
-                document->loadXml(u"<a x='a longer value'><b>some text</b><c/>more text</a>");
-                EXPECT_EQ(document->getDocumentElement()->getChildNodeCount(), 3);
-            }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
+    inThreads(4, [](int /*thread*/) {
+        for (int round = 0; round < 50; ++round) {
+            const Document document = newDocument();
+            document->loadXml(u"<a x='a longer value'><b>some text</b><c/>more text</a>");
+            EXPECT_EQ(document->getDocumentElement()->getChildNodeCount(), 3);
+        }
+    });
 }
 
 }  // namespace

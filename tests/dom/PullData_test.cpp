@@ -9,6 +9,7 @@
 
 #include "tests/dom/Trees.h"
 #include "tests/support/Errors.h"
+#include "tests/support/Skips.h"
 
 namespace ZroCommon::testing {
 namespace {
@@ -82,7 +83,7 @@ TEST(PullMode, GivesTheTreeOfAWholeLoadOfTheExamples) {
 TEST(PullMode, GivesTheTreeOfAWholeLoadOfRealDocuments) {
     const auto documents = documentsUnder(std::string(ZRO_TEST_DATA_DIR) + "/fo");
     if (documents.empty()) {
-        GTEST_SKIP() << "no documents under " << ZRO_TEST_DATA_DIR << "/fo";
+        GTEST_SKIP() << noData(ZRO_TEST_DATA_DIR "/fo");
     }
     for (const auto& path : documents) {
         expectPullLikeWhole(path);

@@ -10,6 +10,7 @@
 
 #include "tests/dom/Trees.h"
 #include "tests/support/Errors.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Streams.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/Values.h"
@@ -36,20 +37,16 @@ struct Pulled {
 };
 
 TEST(ZRDocument, LoadsElementsAttributesAndText) {
-    const struct {
-        const char* xml;
-        const char* tree;
-    } cases[] = {
-        {"<a/>", "#document(a)"},
-        {"<a>x<!-- c -->y<?p q?>z</a>", "#document(a('xyz'))"},
-        {"<a><![CDATA[<]]>&amp;</a>", "#document(a('<&'))"},
-        {"<a x='1' p:y='2' xmlns:p='urn:u'/>", "#document(a x=1 p:y=2 xmlns:p=urn:u)"},
-        {"<a> <b/>t<c><d/></c></a>", "#document(a(' ' b 't' c(d)))"},
-        {" <!-- c --> <?p q?> <a/> ", "#document(a)"},
-        {"<a><![CDATA[]]></a>", "#document(a(''))"},
-        {"<!DOCTYPE a [<!ENTITY e '<b>t</b>'>]><a>&e;&e;</a>", "#document(a(b('t') b('t')))"},
-    };
-    for (const auto& [xml, tree] : cases) {
+    for (const auto& [xml, tree] : Rows<const char*, const char*>{
+             {"<a/>", "#document(a)"},
+             {"<a>x<!-- c -->y<?p q?>z</a>", "#document(a('xyz'))"},
+             {"<a><![CDATA[<]]>&amp;</a>", "#document(a('<&'))"},
+             {"<a x='1' p:y='2' xmlns:p='urn:u'/>", "#document(a x=1 p:y=2 xmlns:p=urn:u)"},
+             {"<a> <b/>t<c><d/></c></a>", "#document(a(' ' b 't' c(d)))"},
+             {" <!-- c --> <?p q?> <a/> ", "#document(a)"},
+             {"<a><![CDATA[]]></a>", "#document(a(''))"},
+             {"<!DOCTYPE a [<!ENTITY e '<b>t</b>'>]><a>&e;&e;</a>", "#document(a(b('t') b('t')))"},
+         }) {
         EXPECT_EQ(dump(loaded(xml)), tree) << xml;
     }
 }

@@ -7,6 +7,7 @@
 
 #include "tests/dom/Trees.h"
 #include "tests/support/Errors.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Values.h"
 
 namespace ZroCommon::testing {
@@ -132,33 +133,27 @@ TEST(ZRElement, ImpossibleAttributesAreRefused) {
     const ZRPtr<ZRAttr> owned = f.document->createAttribute(u"x"_name);
     owner->setAttributeNode(owned);
     ZRNamedNodeMap* map = f.e->getAttributes();
-    const struct {
-        std::function<void()> action;
-        const char* error;
-    } cases[] = {
-        {[&] { f.e->setAttributeNode(nullptr); },
-         "0x0803 SYSTEM ERROR: arg is null. [ZroCommon::AttrNodeMap::setNamedItem]"},
-        {[&] { f.e->setAttributeNodeNS(nullptr); },
-         "0x0803 SYSTEM ERROR: arg is null. [ZroCommon::AttrNodeMap::setNamedItemNS]"},
-        {[&] { f.e->setAttributeNode(foreign); },
-         "0x0806 SYSTEM ERROR: argarg is created from a different document. "
-         "[ZroCommon::AttrNodeMap::setNamedItem]"},
-        {[&] { map->setNamedItemNS(owner); }, "0x0807 SYSTEM ERROR: arg is not an ZRAttr object. "
-                                              "[ZroCommon::AttrNodeMap::setNamedItemNS]"},
-        {[&] { f.e->setAttributeNodeNS(owned); },
-         "0x0808 SYSTEM ERROR: arg is an ZRAttr that is already an attribute of another "
-         "ZRElement object. [ZroCommon::AttrNodeMap::setNamedItemNS]"},
-        {[&] { f.e->removeAttributeNode(nullptr); },
-         "0x0803 SYSTEM ERROR: arg is null. [ZroCommon::ZRElement::removeAttributeNode]"},
-        {[&] { f.e->removeAttributeNode(loose); },
-         "0x0809 SYSTEM ERROR: arg is not a child of this node. "
-         "[ZroCommon::ZRElement::removeAttributeNode]"},
-        {[&] { f.e->removeAttributeNode(owned); },
-         "0x0809 SYSTEM ERROR: arg is not a child of this node. "
-         "[ZroCommon::ZRElement::removeAttributeNode]"},
-    };
-    for (const auto& [action, error] : cases) {
-        EXPECT_EQ(errorOf(action), error);
+    const std::string isNull = "03 SYSTEM ERROR: arg is null.";
+    const std::string isNoChild = "09 SYSTEM ERROR: arg is not a child of this node.";
+    for (const auto& [action, error, place] : Rows<std::function<void()>, std::string, std::string>{
+             {[&] { f.e->setAttributeNode(nullptr); }, isNull, "AttrNodeMap::setNamedItem"},
+             {[&] { f.e->setAttributeNodeNS(nullptr); }, isNull, "AttrNodeMap::setNamedItemNS"},
+             {[&] { f.e->setAttributeNode(foreign); },
+              "06 SYSTEM ERROR: argarg is created from a different document.",
+              "AttrNodeMap::setNamedItem"},
+             {[&] { map->setNamedItemNS(owner); }, "07 SYSTEM ERROR: arg is not an ZRAttr object.",
+              "AttrNodeMap::setNamedItemNS"},
+             {[&] { f.e->setAttributeNodeNS(owned); },
+              "08 SYSTEM ERROR: arg is an ZRAttr that is already an attribute of another "
+              "ZRElement object.",
+              "AttrNodeMap::setNamedItemNS"},
+             {[&] { f.e->removeAttributeNode(nullptr); }, isNull, "ZRElement::removeAttributeNode"},
+             {[&] { f.e->removeAttributeNode(loose); }, isNoChild,
+              "ZRElement::removeAttributeNode"},
+             {[&] { f.e->removeAttributeNode(owned); }, isNoChild,
+              "ZRElement::removeAttributeNode"},
+         }) {
+        EXPECT_EQ(errorOf(action), "0x08" + error + " [ZroCommon::" + place + "]");
     }
     EXPECT_EQ(dump(owner), "owner x=");
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/dom/Trees.h"
+#include "tests/support/Rows.h"
 #include "zro/dom/internal/NamespaceTrail.h"
 
 namespace ZroCommon::testing {
@@ -30,16 +31,16 @@ constexpr const char16_t* kScopes =
 
 TEST(ZRNode, PrefixesStandForWhatIsInScope) {
     const Document document = loaded(kScopes);
-    const struct {
-        const char16_t* element;
-        ZRName prefix;
-        const char* namespaceUri;
-    } cases[] = {
-        {u"a", ZRName(), "urn:d"},  {u"a", u"p"_name, "urn:p"}, {u"b", ZRName(), "urn:e"},
-        {u"b", u"p"_name, "urn:p"}, {u"c", ZRName(), ""},       {u"c", u"p"_name, "urn:other"},
-        {u"c", u"q"_name, "urn:q"}, {u"c", u"none"_name, ""},
-    };
-    for (const auto& [name, prefix, namespaceUri] : cases) {
+    for (const auto& [name, prefix, namespaceUri] : Rows<const char16_t*, ZRName, const char*>{
+             {u"a", ZRName(), "urn:d"},
+             {u"a", u"p"_name, "urn:p"},
+             {u"b", ZRName(), "urn:e"},
+             {u"b", u"p"_name, "urn:p"},
+             {u"c", ZRName(), ""},
+             {u"c", u"p"_name, "urn:other"},
+             {u"c", u"q"_name, "urn:q"},
+             {u"c", u"none"_name, ""},
+         }) {
         EXPECT_EQ(uri(find(document, name)->lookupNamespaceUri(prefix)), namespaceUri)
             << utf8(name) << ", prefix " << uri(prefix);
     }
@@ -50,16 +51,15 @@ TEST(ZRNode, PrefixesStandForWhatIsInScope) {
 
 TEST(ZRNode, NamespacesAreFoundUnderAPrefixThatStillStandsForThem) {
     const Document document = loaded(kScopes);
-    const struct {
-        const char16_t* element;
-        ZRName namespaceUri;
-        const char* prefix;
-    } cases[] = {
-        {u"a", u"urn:p"_name, "p"},     {u"b", u"urn:p"_name, "p"}, {u"c", u"urn:q"_name, "q"},
-        {u"c", u"urn:other"_name, "p"}, {u"c", u"urn:d"_name, ""},  {u"c", ZRName(), ""},
-        {u"b", u"urn:none"_name, ""},
-    };
-    for (const auto& [name, namespaceUri, prefix] : cases) {
+    for (const auto& [name, namespaceUri, prefix] : Rows<const char16_t*, ZRName, const char*>{
+             {u"a", u"urn:p"_name, "p"},
+             {u"b", u"urn:p"_name, "p"},
+             {u"c", u"urn:q"_name, "q"},
+             {u"c", u"urn:other"_name, "p"},
+             {u"c", u"urn:d"_name, ""},
+             {u"c", ZRName(), ""},
+             {u"b", u"urn:none"_name, ""},
+         }) {
         EXPECT_EQ(uri(find(document, name)->lookupPrefix(namespaceUri)), prefix)
             << utf8(name) << ", " << uri(namespaceUri);
     }
@@ -76,15 +76,14 @@ TEST(ZRNode, ShadowedDeclarationsGiveNoPrefix) {
 
 TEST(ZRNode, KnowsTheDefaultNamespace) {
     const Document document = loaded(kScopes);
-    const struct {
-        const char16_t* element;
-        ZRName namespaceUri;
-        bool isDefault;
-    } cases[] = {
-        {u"a", u"urn:d"_name, true},  {u"a", u"urn:p"_name, false}, {u"b", u"urn:e"_name, true},
-        {u"b", u"urn:p"_name, false}, {u"c", ZRName(), true},       {u"c", u"urn:e"_name, false},
-    };
-    for (const auto& [name, namespaceUri, isDefault] : cases) {
+    for (const auto& [name, namespaceUri, isDefault] : Rows<const char16_t*, ZRName, bool>{
+             {u"a", u"urn:d"_name, true},
+             {u"a", u"urn:p"_name, false},
+             {u"b", u"urn:e"_name, true},
+             {u"b", u"urn:p"_name, false},
+             {u"c", ZRName(), true},
+             {u"c", u"urn:e"_name, false},
+         }) {
         EXPECT_EQ(find(document, name)->isDefaultNamespace(namespaceUri), isDefault)
             << utf8(name) << ", " << uri(namespaceUri);
     }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/dom/Trees.h"
+#include "tests/support/Rows.h"
 
 namespace ZroCommon::testing {
 namespace {
@@ -49,42 +50,27 @@ TEST(ZRNode, DocumentOrderAgreesWithTheWalkUpwards) {
     EXPECT_TRUE(tree.e->isFollowingOf(tree.b));
     EXPECT_FALSE(tree.e->isFollowingOf(nullptr));
     EXPECT_FALSE(tree.e->isPrecedingOf(nullptr));
+    EXPECT_FALSE(tree.c->isDescendantOf(nullptr));
 }
 
-TEST(ZRNode, AncestorsNeitherPrecedeNorFollow) {
+TEST(ZRNode, CommonAncestorsAndDescendants) {
     const Tree tree;
-    EXPECT_FALSE(tree.e->isFollowingOf(tree.c));
-    EXPECT_FALSE(tree.c->isFollowingOf(tree.e));
-    EXPECT_FALSE(tree.c->isPrecedingOf(tree.e));
-}
-
-TEST(ZRNode, CommonAncestors) {
-    const Tree tree;
-    const struct {
-        ZRNode* self;
-        ZRNode* node;
-        ZRNode* orSelf;
-        ZRNode* proper;
-    } cases[] = {
-        {tree.b, tree.t, tree.a, tree.a},    {tree.b, tree.e, tree.r, tree.r},
-        {tree.e, tree.c, tree.c, tree.r},    {tree.c, tree.e, tree.c, tree.r},
-        {tree.b, tree.b, tree.b, tree.a},    {tree.b, tree.f, nullptr, nullptr},
-        {tree.b, nullptr, nullptr, nullptr}, {tree.r, tree.document, tree.document, nullptr},
-    };
-    for (const auto& [self, node, orSelf, proper] : cases) {
+    for (const auto& [self, node, orSelf, proper] : Rows<ZRNode*, ZRNode*, ZRNode*, ZRNode*>{
+             {tree.b, tree.t, tree.a, tree.a},
+             {tree.b, tree.e, tree.r, tree.r},
+             {tree.e, tree.c, tree.c, tree.r},
+             {tree.c, tree.e, tree.c, tree.r},
+             {tree.b, tree.b, tree.b, tree.a},
+             {tree.b, tree.f, nullptr, nullptr},
+             {tree.b, nullptr, nullptr, nullptr},
+             {tree.r, tree.document, tree.document, nullptr},
+         }) {
         EXPECT_EQ(self->getCommonAncestorOrSelf(node), orSelf)
             << label(self) << ", " << label(node);
         EXPECT_EQ(self->getCommonAncestor(node), proper) << label(self) << ", " << label(node);
+        EXPECT_EQ(self->isDescendantOrSelfOf(node), node != nullptr && orSelf == node);
+        EXPECT_EQ(self->isDescendantOf(node), node != nullptr && orSelf == node && self != node);
     }
-}
-
-TEST(ZRNode, DescendantTests) {
-    const Tree tree;
-    EXPECT_TRUE(tree.e->isDescendantOf(tree.c));
-    EXPECT_FALSE(tree.e->isDescendantOf(tree.e));
-    EXPECT_TRUE(tree.e->isDescendantOrSelfOf(tree.e));
-    EXPECT_FALSE(tree.c->isDescendantOf(tree.e));
-    EXPECT_FALSE(tree.c->isDescendantOf(nullptr));
 }
 
 TEST(ZRNode, DepthCountsFromBelowTheDocument) {
@@ -221,20 +207,15 @@ TEST(ZRNode, ClassesAnswerToTheirFlatListOfTypes) {
     const ZRPtr<ZRPINode> pi = tree.document->createProcessingInstruction(u"p q");
     const ZRPtr<ZRAttr> attr = tree.document->createAttribute(u"x"_name);
     const ZRPtr<ZRNodeList> list = tree.r->getChildNodes();
-    const struct {
-        const ZRObjectBase* object;
-        unsigned int id;
-        const char* name;
-    } cases[] = {
-        {tree.document, 0xF6B431AFU, "ZRDocument"},
-        {tree.a, 0xC08077FCU, "ElementNS"},
-        {tree.t, 0x92151179U, "ZRTextNode"},
-        {pi, 0x1A6FA3CFU, "ZRPINode"},
-        {attr, 0xC5B6A2E2U, "ZRAttr"},
-        {list, 0x316E063EU, "ZRNodeList"},
-        {tree.a->getAttributes(), 0x953D7483U, "ZRNamedNodeMap"},
-    };
-    for (const auto& [object, id, name] : cases) {
+    for (const auto& [object, id, name] : Rows<const ZRObjectBase*, unsigned int, const char*>{
+             {tree.document, 0xF6B431AFU, "ZRDocument"},
+             {tree.a, 0xC08077FCU, "ElementNS"},
+             {tree.t, 0x92151179U, "ZRTextNode"},
+             {pi, 0x1A6FA3CFU, "ZRPINode"},
+             {attr, 0xC5B6A2E2U, "ZRAttr"},
+             {list, 0x316E063EU, "ZRNodeList"},
+             {tree.a->getAttributes(), 0x953D7483U, "ZRNamedNodeMap"},
+         }) {
         EXPECT_EQ(object->getTypeID(), id) << name;
         EXPECT_EQ(utf8(object->getTypeName()), name);
         EXPECT_TRUE(object->isA(id)) << name;

@@ -11,11 +11,8 @@
 #include "zro/foundation/internal/AppendNumber.h"
 #include "zro/foundation/internal/SaturatingInt.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::text;
-using testing::utf8;
 
 TEST(ZREmptyString, IsEmptyAndNotBogus) {
     EXPECT_TRUE(ZREmptyString::EMPTY_VALUE.isEmpty());
@@ -72,4 +69,4 @@ TEST(SaturatingInt, StopsAtTheEndsOfTheRange) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

@@ -7,12 +7,10 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/Errors.h"
+#include "tests/support/Rows.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::errorOf;
-using testing::utf8;
 
 ZRError errorAt(int line, int column, const UnicodeString& uri) {
     return {0x1801, u"bad", u"place", line, column, uri};
@@ -33,20 +31,15 @@ TEST(ZRError, IsNoErrorAtFirst) {
 }
 
 TEST(ZRError, DescribesWhatIsKnownOfThePosition) {
-    const struct {
-        int line;
-        int column;
-        const char16_t* uri;
-        const char* description;
-    } cases[] = {
-        {12, 7, u"file.xml", "Line 12, Col 7, file.xml"},
-        {-1, -1, u"file.xml", "file.xml"},
-        {-1, -1, u"", ""},
-        {3, -1, u"", "Line 3, "},
-        {-1, 0, u"", "Col 0, "},
-        {0, -2, u"", "Line 0, Col -2, "},
-    };
-    for (const auto& [line, column, uri, description] : cases) {
+    for (const auto& [line, column, uri, description] :
+         Rows<int, int, const char16_t*, const char*>{
+             {12, 7, u"file.xml", "Line 12, Col 7, file.xml"},
+             {-1, -1, u"file.xml", "file.xml"},
+             {-1, -1, u"", ""},
+             {3, -1, u"", "Line 3, "},
+             {-1, 0, u"", "Col 0, "},
+             {0, -2, u"", "Line 0, Col -2, "},
+         }) {
         const ZRError error = errorAt(line, column, uri);
         EXPECT_EQ(utf8(error.getPositionDescription()), description);
         EXPECT_EQ(utf8(error.getMessage()),
@@ -82,14 +75,14 @@ TEST(ZRError, TheCategoryIsTheTopOfTheCode) {
 }
 
 TEST(ZRError, ThrowsUnlessRecoverable) {
-    const struct {
-        unsigned short code;
-        const char* thrown;
-    } cases[] = {
-        {0x0000, "nothing"},        {0x1806, "0x1806 text []"}, {0x1E06, "nothing"},
-        {0x0900, "0x0900 text []"}, {0x0C00, "nothing"},        {0x0001, "0x0001 text []"},
-    };
-    for (const auto& [code, thrown] : cases) {
+    for (const auto& [code, thrown] : Rows<unsigned short, const char*>{
+             {0x0000, "nothing"},
+             {0x1806, "0x1806 text []"},
+             {0x1E06, "nothing"},
+             {0x0900, "0x0900 text []"},
+             {0x0C00, "nothing"},
+             {0x0001, "0x0001 text []"},
+         }) {
         const ZRError error(code, u"text");
         EXPECT_EQ(errorOf([&error] { error.throwFatalError(); }), thrown);
     }
@@ -106,4 +99,4 @@ TEST(ZRError, TakesOverOtherExceptions) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

@@ -8,7 +8,7 @@
 
 #include "tests/support/Threads.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
 
 // Takes and gives back the lock in another thread.
@@ -26,7 +26,7 @@ constexpr std::chrono::seconds kLong(20);
 TEST(ZRMutex, KeepsOtherThreadsOut) {
     ZRLock lock;
     int count = 0;
-    testing::inThreads(8, [&](int) {
+    inThreads(8, [&](int) {
         for (int round = 0; round < 2000; ++round) {
             const ZRMutex guard(lock);
             ++count;
@@ -128,4 +128,4 @@ TEST(ZRMutex, StepsAtomically) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

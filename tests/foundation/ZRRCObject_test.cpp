@@ -9,10 +9,8 @@
 #include "tests/support/Threads.h"
 #include "zro/foundation/ZRPtr.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::utf8;
 
 constexpr unsigned kProbeId = 0x12345678U;
 
@@ -78,7 +76,7 @@ TEST(ZRRCObject, TheOwningThreadMayTurnTheCountBack) {
 TEST(ZRRCObject, CountsFromManyThreads) {
     int living = 0;
     const ZRPtr<Probe> probe(new Probe(living));
-    testing::inThreads(8, [&probe](int) {
+    inThreads(8, [&probe](int) {
         for (int round = 0; round < 2000; ++round) {
             ZRPtr<Probe> copy(probe);
             copy = nullptr;
@@ -149,4 +147,4 @@ TEST(ZRPtr, HandsReferencesOver) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Rows.h"
 #include "tests/support/TempFolder.h"
 
 namespace ZroCommon::internal {
@@ -17,25 +18,21 @@ using ZroCommon::testing::text;
 using ZroCommon::testing::utf8;
 
 TEST(NativeFile, TurnsALocalPathIntoANameOfTheSystem) {
-    const struct {
-        const char* path;
-        const char* name;
-    } cases[] = {
-        {"/tmp/a b.xml", "/tmp/a b.xml"},
-        {"a/\xC3\xA4.xml", "a/\xC3\xA4.xml"},
-        {"\\\\tmp\\a.xml", "/tmp/a.xml"},
-        {"\\\\\\\\tmp/a\\b", "/tmp/a/b"},
-        {"\\\\localhost\\tmp\\a", "/tmp/a"},
-        {"\\\\localhost", "/"},
-        {"\\\\localhosts\\a", "/localhosts/a"},
-        {"\\\\", "/"},
-        {"\\tmp\\a", "\\tmp\\a"},
-        {"/tmp/a\\b", "/tmp/a\\b"},
-        {"//localhost/a", "//localhost/a"},
-        {"1:x", "1:x"},
-        {"", ""},
-    };
-    for (const auto& [path, name] : cases) {
+    for (const auto& [path, name] : testing::Rows<const char*, const char*>{
+             {"/tmp/a b.xml", "/tmp/a b.xml"},
+             {"a/\xC3\xA4.xml", "a/\xC3\xA4.xml"},
+             {"\\\\tmp\\a.xml", "/tmp/a.xml"},
+             {"\\\\\\\\tmp/a\\b", "/tmp/a/b"},
+             {"\\\\localhost\\tmp\\a", "/tmp/a"},
+             {"\\\\localhost", "/"},
+             {"\\\\localhosts\\a", "/localhosts/a"},
+             {"\\\\", "/"},
+             {"\\tmp\\a", "\\tmp\\a"},
+             {"/tmp/a\\b", "/tmp/a\\b"},
+             {"//localhost/a", "//localhost/a"},
+             {"1:x", "1:x"},
+             {"", ""},
+         }) {
         EXPECT_EQ(nativeFileName(text(path)), name) << "for: " << path;
     }
 }

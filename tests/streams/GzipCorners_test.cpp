@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Skips.h"
 #include "tests/support/Streams.h"
 #include "zro/streams/compression/ZRGzipStream.h"
 
@@ -46,7 +47,7 @@ const struct {
 TEST(GzipCorners, ReadAsTheyShould) {
     const fs::path folder = fs::path(ZRO_TEST_DATA_DIR) / "corner" / "gzip";
     if (!fs::exists(folder)) {
-        GTEST_SKIP() << "no folder " << folder;
+        GTEST_SKIP() << noData(folder.string());
     }
     std::ifstream textFile(folder / "not-gzip.txt", std::ios::binary);
     const std::string text = restOf(textFile);

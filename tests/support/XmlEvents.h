@@ -3,11 +3,15 @@
 #include <istream>
 #include <map>
 #include <memory>
+#include <regex>
 #include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include <gtest/gtest.h>
+
+#include "tests/support/Rows.h"
 #include "tests/support/Text.h"
 #include "zro/foundation/ZRError.h"
 #include "zro/foundation/ZRPtr.h"
@@ -111,8 +115,12 @@ public:
         }
     }
 
+    /// "6145 Missing end tag. @START_TAG 1:2", where the message ends with a description of the
+    /// position in words.
     static std::string describe(const ZRError& error) {
-        return std::to_string(error.getErrorCode()) + " " + visible(error.getRawMessage());
+        static const std::regex s_position(R"(\\n(\w+), Line (\d+), Col (\d+)\.$)");
+        return std::to_string(error.getErrorCode()) + " "
+               + std::regex_replace(visible(error.getRawMessage()), s_position, " @$1 $2:$3");
     }
 
 private:
@@ -139,6 +147,13 @@ inline std::string xmlEvents(std::istream& stream, const XmlReading& reading = {
 inline std::string xmlEvents(std::string_view document, const XmlReading& reading = {}) {
     std::istringstream stream{std::string(document)};
     return xmlEvents(stream, reading);
+}
+
+/// Documents, and what `xmlEvents` says of each.
+inline void expectEvents(Rows<const char*, const char*> rows, const XmlReading& reading = {}) {
+    for (const auto& [document, events] : rows) {
+        EXPECT_EQ(xmlEvents(document, reading), events) << "for: " << document;
+    }
 }
 
 /// Serves URIs from a table while it lives; all others cannot be opened.

@@ -6,12 +6,11 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Rows.h"
 #include "tests/support/Text.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::text;
 
 using Predicate = bool (*)(int);
 
@@ -39,36 +38,31 @@ std::string members(Predicate holds, int first, int last) {
 }
 
 TEST(ZRChar, FixedRangesHoldWhatTheyHold) {
-    const struct {
-        const char* name;
-        Predicate holds;
-        int last;
-        const char* expected;
-    } cases[] = {
-        {"isHardBreak", ZRChar::isHardBreak, 0x10FFFF, "A C 2028-2029"},
-        {"isAsciiNoHardBreak", ZRChar::isAsciiNoHardBreak, 0x10FFFF, "0-9 B D-7E A0"},
-        {"isValidChar", ZRChar::isValidChar, 0x110010, "9-A D 20-D7FF E000-FFFD 10000-10FFFF"},
-        {"isWhitespace", kIsWhitespace, 0x10FFFF, "9-A D 20"},
-        {"isCssWhitespace", ZRChar::isCssWhitespace, 0x10FFFF, "9-A C-D 20"},
-        {"isAsciiLetter", ZRChar::isAsciiLetter, 0x10FFFF, "41-5A 61-7A"},
-        {"isHexDigit", ZRChar::isHexDigit, 0x10FFFF, "30-39 41-46 61-66"},
-        {"isNCNameStartChar", ZRChar::isNCNameStartChar, 0x110010,
-         "41-5A 5F 61-7A C0-2FF 370-37D 37F-1FFF 200C-200D 2070-218F 2C00-2FEF 3001-D7FF "
-         "F900-EFFFF"},
-        {"isNCNameChar", ZRChar::isNCNameChar, 0x110010,
-         "2D-2E 30-39 41-5A 5F 61-7A B7 C0-37D 37F-1FFF 200C-200D 203F-2040 2070-218F 2C00-2FEF "
-         "3001-D7FF F900-EFFFF"},
-        {"isNameChar", ZRChar::isNameChar, 0x7F, "2D-2E 30-3A 41-5A 5F 61-7A"},
-        {"isNameStartChar", ZRChar::isNameStartChar, 0x7F, "3A 41-5A 5F 61-7A"},
-        {"isBullet", ZRChar::isBullet, 0x10FFFF,
-         "2022-2023 2043 204C-204D 2219 25D8 25E6 2619 2765 2767 29BE-29BF"},
-        {"isHangingPunctuationEndChar", ZRChar::isHangingPunctuationEndChar, 0x10FFFF,
-         "3001-3002 FF0C FF0E"},
-        {"isHankakuChar", ZRChar::isHankakuChar, 0x10FFFF, "0-7F FF61-FF9F"},
-        {"isVariationSelectorCharacter", ZRChar::isVariationSelectorCharacter, 0x10FFFF,
-         "E0100-E01EF"},
-    };
-    for (const auto& [name, holds, last, expected] : cases) {
+    for (const auto& [name, holds, last, expected] : Rows<const char*, Predicate, int, const char*>{
+             {"isHardBreak", ZRChar::isHardBreak, 0x10FFFF, "A C 2028-2029"},
+             {"isAsciiNoHardBreak", ZRChar::isAsciiNoHardBreak, 0x10FFFF, "0-9 B D-7E A0"},
+             {"isValidChar", ZRChar::isValidChar, 0x110010, "9-A D 20-D7FF E000-FFFD 10000-10FFFF"},
+             {"isWhitespace", kIsWhitespace, 0x10FFFF, "9-A D 20"},
+             {"isCssWhitespace", ZRChar::isCssWhitespace, 0x10FFFF, "9-A C-D 20"},
+             {"isAsciiLetter", ZRChar::isAsciiLetter, 0x10FFFF, "41-5A 61-7A"},
+             {"isHexDigit", ZRChar::isHexDigit, 0x10FFFF, "30-39 41-46 61-66"},
+             {"isNCNameStartChar", ZRChar::isNCNameStartChar, 0x110010,
+              "41-5A 5F 61-7A C0-2FF 370-37D 37F-1FFF 200C-200D 2070-218F 2C00-2FEF 3001-D7FF "
+              "F900-EFFFF"},
+             {"isNCNameChar", ZRChar::isNCNameChar, 0x110010,
+              "2D-2E 30-39 41-5A 5F 61-7A B7 C0-37D 37F-1FFF 200C-200D 203F-2040 2070-218F "
+              "2C00-2FEF "
+              "3001-D7FF F900-EFFFF"},
+             {"isNameChar", ZRChar::isNameChar, 0x7F, "2D-2E 30-3A 41-5A 5F 61-7A"},
+             {"isNameStartChar", ZRChar::isNameStartChar, 0x7F, "3A 41-5A 5F 61-7A"},
+             {"isBullet", ZRChar::isBullet, 0x10FFFF,
+              "2022-2023 2043 204C-204D 2219 25D8 25E6 2619 2765 2767 29BE-29BF"},
+             {"isHangingPunctuationEndChar", ZRChar::isHangingPunctuationEndChar, 0x10FFFF,
+              "3001-3002 FF0C FF0E"},
+             {"isHankakuChar", ZRChar::isHankakuChar, 0x10FFFF, "0-7F FF61-FF9F"},
+             {"isVariationSelectorCharacter", ZRChar::isVariationSelectorCharacter, 0x10FFFF,
+              "E0100-E01EF"},
+         }) {
         EXPECT_EQ(members(holds, 0, last), expected) << name;
     }
 }
@@ -186,4 +180,4 @@ TEST(ZRChar, SortsByGeneralCategory) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

@@ -4,14 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Rows.h"
 #include "tests/support/Text.h"
 #include "zro/text/ZRScript.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::text;
-using testing::utf8;
 
 // "text iso3 script", with "-" for what is empty.
 std::string described(const ZRLang& lang) {
@@ -23,38 +21,34 @@ std::string described(const ZRLang& lang) {
 }
 
 TEST(ZRLang, ReadsLanguageTexts) {
-    const struct {
-        const char* text;
-        const char* expected;
-    } cases[] = {
-        {"", "- - -2"},
-        {"none", "- - -2"},
-        {"de", "de deu 25"},
-        {"de-CH", "de-CH deu-CHE 25"},
-        {"en_US", "en-US eng-USA 25"},
-        {"ja", "ja jpn -8"},
-        {"ko-KR", "ko-KR kor-KOR -4"},
-        {"zh", "zh zho 73"},
-        {"zh-TW", "zh-TW zho-TWN 74"},
-        {"zh-HK", "zh-HK zho-HKG 74"},
-        {"zh-Hant-TW", "zh-TW zho-TWN 74"},
-        {"ru", "ru rus 8"},
-        {"ar", "ar ara 2"},
-        // Bibliographic codes, alone and in front of a separator.
-        {"ger", "de deu 25"},
-        {"ger-DE", "de-DE deu-DEU 25"},
-        {"ger_AT", "de-AT deu-AUT 25"},
-        {"chi-TW", "zh-TW zho-TWN 74"},
-        {"gre", "el ell 14"},
-        {"tib", "bo bod 39"},
-        {"mac.x", "mk mkd 8"},
-        // What the map leaves alone: another case, longer words, a language of its own.
-        {"GER", "ger - -2"},
-        {"german", "german - -2"},
-        {"gera", "gera - -2"},
-        {"none-US", "none-US -USA 25"},
-    };
-    for (const auto& [name, expected] : cases) {
+    for (const auto& [name, expected] : Rows<const char*, const char*>{
+             {"", "- - -2"},
+             {"none", "- - -2"},
+             {"de", "de deu 25"},
+             {"de-CH", "de-CH deu-CHE 25"},
+             {"en_US", "en-US eng-USA 25"},
+             {"ja", "ja jpn -8"},
+             {"ko-KR", "ko-KR kor-KOR -4"},
+             {"zh", "zh zho 73"},
+             {"zh-TW", "zh-TW zho-TWN 74"},
+             {"zh-HK", "zh-HK zho-HKG 74"},
+             {"zh-Hant-TW", "zh-TW zho-TWN 74"},
+             {"ru", "ru rus 8"},
+             {"ar", "ar ara 2"},
+             // Bibliographic codes, alone and in front of a separator.
+             {"ger", "de deu 25"},
+             {"ger-DE", "de-DE deu-DEU 25"},
+             {"ger_AT", "de-AT deu-AUT 25"},
+             {"chi-TW", "zh-TW zho-TWN 74"},
+             {"gre", "el ell 14"},
+             {"tib", "bo bod 39"},
+             {"mac.x", "mk mkd 8"},
+             // What the map leaves alone: another case, longer words, a language of its own.
+             {"GER", "ger - -2"},
+             {"german", "german - -2"},
+             {"gera", "gera - -2"},
+             {"none-US", "none-US -USA 25"},
+         }) {
         EXPECT_EQ(described(ZRLang(text(name))), expected) << name;
         EXPECT_EQ(ZRLang(name), ZRLang(text(name))) << name;
         EXPECT_EQ(ZRLang(ZRName(text(name))), ZRLang(text(name))) << name;
@@ -125,4 +119,4 @@ TEST(ZRLang, HasNamesAndNumbers) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

@@ -5,13 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Rows.h"
 #include "tests/support/Text.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::text;
-using testing::utf8;
 
 // The codes from -20 to 200 for which a question is answered with yes: "-8 5 17".
 template <class Question>
@@ -26,39 +24,34 @@ std::string codesWhere(Question holds) {
 }
 
 TEST(ZRScript, ReadsNamesAndTexts) {
-    const struct {
-        const char* text;
-        int byName;
-        int byText;
-    } cases[] = {
-        {"", -1, -2},  // an empty property is automatic, no name is no script
-        {"auto", -2, -2},
-        {"none", -3, -3},
-        {"Math", -11, -11},
-        {"Latn", 25, 25},
-        {"Latf", 25, USCRIPT_LATIN_FRAKTUR},
-        {"Latg", 25, USCRIPT_LATIN_GAELIC},
-        {"Arab", 2, 2},
-        {"Hang", 18, 18},
-        {"Hani", 17, 17},
-        {"Hrkt", 54, 54},
-        {"Qaai", 1, 1},
-        {"Zyyy", 0, 0},
-        {"Armn", USCRIPT_ARMENIAN, USCRIPT_ARMENIAN},
-        {"ja", -8, -8},
-        {"jpn", -8, -8},
-        {"ja-JP", -8, -8},
-        {"kor", -4, -4},
-        {"zh", 73, 73},
-        {"zh-MO", 73, 73},
-        {"zh-TW", 74, 74},
-        {"zho-TWN", 74, 74},
-        {"chi-HK", 74, 74},
-        {"de", 25, 25},
-        {"Latin", 25, 25},
-        {"nonsense", -1, -1},
-    };
-    for (const auto& [name, byName, byText] : cases) {
+    for (const auto& [name, byName, byText] : Rows<const char*, int, int>{
+             {"", -1, -2},  // an empty property is automatic, no name is no script
+             {"auto", -2, -2},
+             {"none", -3, -3},
+             {"Math", -11, -11},
+             {"Latn", 25, 25},
+             {"Latf", 25, USCRIPT_LATIN_FRAKTUR},
+             {"Latg", 25, USCRIPT_LATIN_GAELIC},
+             {"Arab", 2, 2},
+             {"Hang", 18, 18},
+             {"Hani", 17, 17},
+             {"Hrkt", 54, 54},
+             {"Qaai", 1, 1},
+             {"Zyyy", 0, 0},
+             {"Armn", USCRIPT_ARMENIAN, USCRIPT_ARMENIAN},
+             {"ja", -8, -8},
+             {"jpn", -8, -8},
+             {"ja-JP", -8, -8},
+             {"kor", -4, -4},
+             {"zh", 73, 73},
+             {"zh-MO", 73, 73},
+             {"zh-TW", 74, 74},
+             {"zho-TWN", 74, 74},
+             {"chi-HK", 74, 74},
+             {"de", 25, 25},
+             {"Latin", 25, 25},
+             {"nonsense", -1, -1},
+         }) {
         EXPECT_EQ(ZRScript(ZRName(text(name))), byName) << name;
         EXPECT_EQ(ZRScript(text(name)), byText) << name;
     }
@@ -68,20 +61,21 @@ TEST(ZRScript, ReadsNamesAndTexts) {
 }
 
 TEST(ZRScript, PrintsCodesAndNames) {
-    const struct {
-        int code;
-        const char* shortName;
-        const char* longName;
-    } cases[] = {
-        {-11, "Math", "Math"}, {-8, "Jpan", "Jpan"},
-        {-3, "", ""},          {-2, "", ""},
-        {-1, "", ""},          {-100, "", ""},
-        {0, "Zyyy", "Common"}, {1, "Qaai", "Inherited"},
-        {25, "Latn", "Latin"}, {39, "Tibt", "Tibetan"},
-        {73, "Hans", "Hans"},  {54, "Hrkt", "Katakana_Or_Hiragana"},
-        {99999, "", ""},
-    };
-    for (const auto& [code, shortName, longName] : cases) {
+    for (const auto& [code, shortName, longName] : Rows<int, const char*, const char*>{
+             {-11, "Math", "Math"},
+             {-8, "Jpan", "Jpan"},
+             {-3, "", ""},
+             {-2, "", ""},
+             {-1, "", ""},
+             {-100, "", ""},
+             {0, "Zyyy", "Common"},
+             {1, "Qaai", "Inherited"},
+             {25, "Latn", "Latin"},
+             {39, "Tibt", "Tibetan"},
+             {73, "Hans", "Hans"},
+             {54, "Hrkt", "Katakana_Or_Hiragana"},
+             {99999, "", ""},
+         }) {
         EXPECT_EQ(utf8(ZRScript(code).toString()), shortName) << code;
         EXPECT_EQ(utf8(ZRScript(code).getScriptName()), longName) << code;
     }
@@ -116,26 +110,22 @@ TEST(ZRScript, SortsScripts) {
 }
 
 TEST(ZRScript, TellsTheScriptOfACharacter) {
-    const struct {
-        int script;
-        std::vector<int> characters;
-    } cases[] = {
-        {25, {'a', 0x00A3, 0x00BA}},
-        {0, {'1', 0x00A6, 0x00AB, 0x1F600}},
-        {19, {0x05D0, 0x05FF}},
-        {2, {0x0600, 0x060C, 0x0660, 0x06FF}},
-        {10, {0x0964}},
-        {20, {0x3042}},
-        {22, {0x30A2}},
-        {54, {0x3099, 0x30FC}},
-        {17, {0x4E00}},
-        {18, {0xAC00}},
-        {-11, {0x2211, 0x1D400}},
-        {1, {0x0300}},
-        {USCRIPT_UNKNOWN, {0x0378}},
-        {-1, {-1, 0x110000}},
-    };
-    for (const auto& [script, characters] : cases) {
+    for (const auto& [script, characters] : Rows<int, std::vector<int>>{
+             {25, {'a', 0x00A3, 0x00BA}},
+             {0, {'1', 0x00A6, 0x00AB, 0x1F600}},
+             {19, {0x05D0, 0x05FF}},
+             {2, {0x0600, 0x060C, 0x0660, 0x06FF}},
+             {10, {0x0964}},
+             {20, {0x3042}},
+             {22, {0x30A2}},
+             {54, {0x3099, 0x30FC}},
+             {17, {0x4E00}},
+             {18, {0xAC00}},
+             {-11, {0x2211, 0x1D400}},
+             {1, {0x0300}},
+             {USCRIPT_UNKNOWN, {0x0378}},
+             {-1, {-1, 0x110000}},
+         }) {
         for (const int c : characters) {
             EXPECT_EQ(ZRScript::getScript(c), script) << std::hex << c;
         }
@@ -158,34 +148,30 @@ TEST(ZRScript, TellsTheScriptOfAText) {
 }
 
 TEST(ZRScript, WidensAmbiguousCharactersInCjk) {
-    const struct {
-        int script;
-        int c;
-        bool isWide;
-    } cases[] = {
-        {25, 0x3042, true},  {-8, 'a', false},    {25, 0x00A7, false},
-        {-8, 0x00A7, true},  {-8, 0x0416, true},  {-8, 0x00AA, false},
-        {25, 0x0416, false}, {-2, 0x0416, false}, {-8, 0xFF71, false},
-    };
-    for (const auto& [script, c, isWide] : cases) {
+    for (const auto& [script, c, isWide] : Rows<int, int, bool>{
+             {25, 0x3042, true},
+             {-8, 'a', false},
+             {25, 0x00A7, false},
+             {-8, 0x00A7, true},
+             {-8, 0x0416, true},
+             {-8, 0x00AA, false},
+             {25, 0x0416, false},
+             {-2, 0x0416, false},
+             {-8, 0xFF71, false},
+         }) {
         EXPECT_EQ(ZRScript(script).isZenkakuScript(c), isWide) << script << " " << std::hex << c;
     }
 }
 
 TEST(ZRScript, HangsPunctuation) {
-    const struct {
-        int script;
-        int c;
-        const char* places;  // start, end, last
-    } cases[] = {
-        {-8, 0x3001, "-EL"}, {73, 0xFF0E, "-EL"}, {-4, 0x3001, "--L"}, {74, 0x3001, "--L"},
-        {74, 0xFE50, "-EL"}, {74, 0xFF64, "-EL"}, {-8, 0xFF64, "--L"}, {17, 0x3002, "--L"},
-        {-8, ',', "--L"},    {25, ',', "-EL"},    {25, '"', "SEL"},    {-8, '\'', "S-L"},
-        {25, 0x2019, "-EL"}, {25, 0x2018, "S--"}, {25, '(', "S--"},    {25, ')', "---"},
-        {25, '}', "-EL"},    {25, 0x300D, "-EL"}, {25, 0x2022, "S--"}, {25, 0x00AD, "-EL"},
-        {25, 0x3001, "-EL"}, {25, 'a', "---"},    {-8, 'a', "---"},
-    };
-    for (const auto& [script, c, places] : cases) {
+    for (const auto& [script, c, places] : Rows<int, int, const char*>{
+             {-8, 0x3001, "-EL"}, {73, 0xFF0E, "-EL"}, {-4, 0x3001, "--L"}, {74, 0x3001, "--L"},
+             {74, 0xFE50, "-EL"}, {74, 0xFF64, "-EL"}, {-8, 0xFF64, "--L"}, {17, 0x3002, "--L"},
+             {-8, ',', "--L"},    {25, ',', "-EL"},    {25, '"', "SEL"},    {-8, '\'', "S-L"},
+             {25, 0x2019, "-EL"}, {25, 0x2018, "S--"}, {25, '(', "S--"},    {25, ')', "---"},
+             {25, '}', "-EL"},    {25, 0x300D, "-EL"}, {25, 0x2022, "S--"}, {25, 0x00AD, "-EL"},
+             {25, 0x3001, "-EL"}, {25, 'a', "---"},    {-8, 'a', "---"},
+         }) {
         const ZRScript s(script);
         const std::string found = std::string(s.isHangingStartChar(c) ? "S" : "-")
                                   + (s.isHangingEndChar(c) ? "E" : "-")
@@ -204,4 +190,4 @@ TEST(ZRScript, HasALetterForEachScript) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

@@ -5,16 +5,14 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Rows.h"
 #include "tests/support/Text.h"
 #include "zro/text/ZRLang.h"
 #include "zro/text/internal/Alphabets.h"
 #include "zro/vocabulary/ZRName.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::text;
-using testing::utf8;
 
 std::string label(int number, const UnicodeString& format, const char* language = "",
                   const char16_t* separator = u"", int size = 0) {
@@ -79,26 +77,21 @@ TEST(ZRUtilLabel, DigitsFillUpWithZeros) {
 
 // On purpose: a sign counts as a character of a group.
 TEST(ZRUtilLabel, GroupsCountTheSign) {
-    const struct {
-        int number;
-        const char16_t* format;
-        int size;
-        const char* expected;
-    } rows[] = {{1234567, u"1", 3, "1,234,567"},
-                {1234567, u"", -3, "1,234,567"},
-                {123, u"(1)", 3, "(123)"},
-                {-123, u"1", 3, "-,123"},
-                {12, u"00001", 2, "0,00,12"},
-                {1234, u"z", 1, "1,2,3,4"},
-                {1234567, u"一", 4, "一二三,四五六七"},
-                {1234567, u"1", 0, "1234567"},
-                {1234567, u"1", kMin, "1234567"},
-                {4000, u"i", 3, "4,000"},
-                {12345, u"***", 3, "*12,345"},
-                {12345, u"Α", 2, "ΦΚΙ"},
-                {1000, u"א", 3, "א,"},
-                {2015016, u"א", 3, "ב,טו,טז"}};
-    for (const auto& [number, format, size, expected] : rows) {
+    for (const auto& [number, format, size, expected] :
+         Rows<int, const char16_t*, int, const char*>{{1234567, u"1", 3, "1,234,567"},
+                                                      {1234567, u"", -3, "1,234,567"},
+                                                      {123, u"(1)", 3, "(123)"},
+                                                      {-123, u"1", 3, "-,123"},
+                                                      {12, u"00001", 2, "0,00,12"},
+                                                      {1234, u"z", 1, "1,2,3,4"},
+                                                      {1234567, u"一", 4, "一二三,四五六七"},
+                                                      {1234567, u"1", 0, "1234567"},
+                                                      {1234567, u"1", kMin, "1234567"},
+                                                      {4000, u"i", 3, "4,000"},
+                                                      {12345, u"***", 3, "*12,345"},
+                                                      {12345, u"Α", 2, "ΦΚΙ"},
+                                                      {1000, u"א", 3, "א,"},
+                                                      {2015016, u"א", 3, "ב,טו,טז"}}) {
         EXPECT_EQ(label(number, format, "", u",", size), expected) << number << utf8(format);
     }
 }
@@ -203,31 +196,26 @@ std::string kansuji(const std::string& source, ZRNameEnum method, ZRName digits 
 }
 
 TEST(ZRUtilKansuji, WritesNumbersInThreeWays) {
-    const struct {
-        const char* source;
-        const char* plain;
-        const char* grouping;
-        const char* readable;
-    } rows[] = {
-        {"", "", "", ""},
-        {"0", "〇", "〇", "〇"},
-        {"0円", "〇円", "〇円", "円"},
-        {"0.5", "〇・五", "〇・五", "・五"},
-        {"0,", "〇、", "〇", "〇"},
-        {"1000", "一〇〇〇", "一〇〇〇", "千"},
-        {"1050", "一〇五〇", "一〇五〇", "千五十"},
-        {"12,345.67円", "一二、三四五・六七円", "一万二三四五・六七円",
-         "一万二千三百四十五・六七円"},
-        {"12345678", "一二三四五六七八", "一二三四万五六七八", "千二百三十四万五千六百七十八"},
-        {"100000000", "一〇〇〇〇〇〇〇〇", "一億", "一億万"},
-        {"120000000", "一二〇〇〇〇〇〇〇", "一億二〇〇〇万", "一億二千万"},
-        {"00012345", "〇〇〇一二三四五", "〇〇〇一万二三四五", "一万二千三百四十五"},
-        {"00000000", "〇〇〇〇〇〇〇〇", "〇〇〇〇万〇〇〇〇", "〇"},
-        {"1.2.3,a", "一・二．三、ａ", "一・二．三ａ", "一・二．三ａ"},
-        {"1.,2", "一・，二", "一・，二", "一・，二"},
-        {".5 a~漢", "．五 ａ～漢", "．五 ａ～漢", "．五 ａ～漢"},
-    };
-    for (const auto& [source, plain, grouping, readable] : rows) {
+    for (const auto& [source, plain, grouping, readable] :
+         Rows<const char*, const char*, const char*, const char*>{
+             {"", "", "", ""},
+             {"0", "〇", "〇", "〇"},
+             {"0円", "〇円", "〇円", "円"},
+             {"0.5", "〇・五", "〇・五", "・五"},
+             {"0,", "〇、", "〇", "〇"},
+             {"1000", "一〇〇〇", "一〇〇〇", "千"},
+             {"1050", "一〇五〇", "一〇五〇", "千五十"},
+             {"12,345.67円", "一二、三四五・六七円", "一万二三四五・六七円",
+              "一万二千三百四十五・六七円"},
+             {"12345678", "一二三四五六七八", "一二三四万五六七八", "千二百三十四万五千六百七十八"},
+             {"100000000", "一〇〇〇〇〇〇〇〇", "一億", "一億万"},
+             {"120000000", "一二〇〇〇〇〇〇〇", "一億二〇〇〇万", "一億二千万"},
+             {"00012345", "〇〇〇一二三四五", "〇〇〇一万二三四五", "一万二千三百四十五"},
+             {"00000000", "〇〇〇〇〇〇〇〇", "〇〇〇〇万〇〇〇〇", "〇"},
+             {"1.2.3,a", "一・二．三、ａ", "一・二．三ａ", "一・二．三ａ"},
+             {"1.,2", "一・，二", "一・，二", "一・，二"},
+             {".5 a~漢", "．五 ａ～漢", "．五 ａ～漢", "．五 ａ～漢"},
+         }) {
         EXPECT_EQ(kansuji(source, ZRN_auto), plain) << source;
         EXPECT_EQ(kansuji(source, ZRN_grouping), grouping) << source;
         EXPECT_EQ(kansuji(source, ZRN_readable), readable) << source;
@@ -253,4 +241,4 @@ TEST(ZRUtilKansuji, DigitsAndUnitsAreReplaced) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

@@ -11,12 +11,11 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Rows.h"
 #include "tests/support/Text.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::utf8;
 
 // "number|rest", with all digits that a double has and its sign.
 std::string parsed(const UnicodeString& number) {
@@ -39,38 +38,34 @@ UnicodeString digits(int count, char16_t digit = u'1') {
 }
 
 TEST(ZRUtil, ParsesNumbers) {
-    const struct {
-        const char16_t* text;
-        const char* expected;
-    } cases[] = {
-        {u"12", "12|"},
-        {u"  -.5x", "-0.5|x"},
-        {u" \t\r\n+7 ", "7| "},
-        {u"-0", "-0|"},
-        {u"5.", "5|"},
-        {u"5..5", "5|.5"},
-        {u"1e3", "1|e3"},
-        {u"1,5", "1|,5"},
-        {u"0x10", "0|x10"},
-        {u"00012.500pt", "12.5|pt"},
-        {u"9007199254740993", "9007199254740992|"},
-        {u"1.7976931348623157", "1.7976931348623157|"},
-        {u"0.1000000000000000055511151231257827", "0.10000000000000001|"},
-        {u"18446744073709551617.5", "1.8446744073709552e+19|"},
-        // Without a number nothing is taken, not even white space.
-        {u"", "0|"},
-        {u" ", "0| "},
-        {u"-x", "0|-x"},
-        {u"-.x", "0|-.x"},
-        {u" .", "0| ."},
-        {u"+-1", "0|+-1"},
-        {u"- 1", "0|- 1"},
-        {u"\f1", "0|\f1"},
-        {u"\u0661", "0|\u0661"},
-        {u"\uFF11", "0|\uFF11"},
-        {u"inf", "0|inf"},
-    };
-    for (const auto& [text, expected] : cases) {
+    for (const auto& [text, expected] : Rows<const char16_t*, const char*>{
+             {u"12", "12|"},
+             {u"  -.5x", "-0.5|x"},
+             {u" \t\r\n+7 ", "7| "},
+             {u"-0", "-0|"},
+             {u"5.", "5|"},
+             {u"5..5", "5|.5"},
+             {u"1e3", "1|e3"},
+             {u"1,5", "1|,5"},
+             {u"0x10", "0|x10"},
+             {u"00012.500pt", "12.5|pt"},
+             {u"9007199254740993", "9007199254740992|"},
+             {u"1.7976931348623157", "1.7976931348623157|"},
+             {u"0.1000000000000000055511151231257827", "0.10000000000000001|"},
+             {u"18446744073709551617.5", "1.8446744073709552e+19|"},
+             // Without a number nothing is taken, not even white space.
+             {u"", "0|"},
+             {u" ", "0| "},
+             {u"-x", "0|-x"},
+             {u"-.x", "0|-.x"},
+             {u" .", "0| ."},
+             {u"+-1", "0|+-1"},
+             {u"- 1", "0|- 1"},
+             {u"\f1", "0|\f1"},
+             {u"\u0661", "0|\u0661"},
+             {u"\uFF11", "0|\uFF11"},
+             {u"inf", "0|inf"},
+         }) {
         EXPECT_EQ(parsed(text), expected) << "for: " << utf8(text);
     }
     EXPECT_EQ(ZRUtil::parseNumber(u"2.5", nullptr), 2.5);
@@ -105,25 +100,20 @@ TEST(ZRUtil, NumbersAreRoundedCorrectly) {
 }
 
 TEST(ZRUtil, ParsesHexadecimalNumbers) {
-    const struct {
-        const char16_t* text;
-        int maxDigits;
-        unsigned value;
-        const char16_t* rest;
-    } cases[] = {
-        {u"1aFg", 0, 0x1AF, u"g"},
-        {u" \r\n\t7F", 0, 0x7F, u""},
-        {u"123456", 4, 0x1234, u"56"},
-        {u"12 34", 4, 0x12, u" 34"},
-        {u"FFFFFFFF", 0, 0xFFFFFFFF, u""},
-        {u"123456789", 0, 0xFFFFFFFF, u""},
-        {u"000000000123", 0, 0x123, u""},
-        {u"0x1F", 0, 0, u"x1F"},
-        {u"", 0, 0, u""},
-        {u"-1", 0, 0, u"-1"},
-        {u"  g", 0, 0, u"g"},  // unlike a number's, the white space is taken
-    };
-    for (const auto& [text, maxDigits, value, rest] : cases) {
+    for (const auto& [text, maxDigits, value, rest] :
+         Rows<const char16_t*, int, unsigned, const char16_t*>{
+             {u"1aFg", 0, 0x1AF, u"g"},
+             {u" \r\n\t7F", 0, 0x7F, u""},
+             {u"123456", 4, 0x1234, u"56"},
+             {u"12 34", 4, 0x12, u" 34"},
+             {u"FFFFFFFF", 0, 0xFFFFFFFF, u""},
+             {u"123456789", 0, 0xFFFFFFFF, u""},
+             {u"000000000123", 0, 0x123, u""},
+             {u"0x1F", 0, 0, u"x1F"},
+             {u"", 0, 0, u""},
+             {u"-1", 0, 0, u"-1"},
+             {u"  g", 0, 0, u"g"},  // unlike a number's, the white space is taken
+         }) {
         const char16_t* end = nullptr;
         EXPECT_EQ(ZRUtil::parseHexNum(text, &end, maxDigits), value) << utf8(text);
         EXPECT_EQ(utf8(end), utf8(rest)) << utf8(text);
@@ -164,4 +154,4 @@ TEST(ZRUtil, PrintsNumbersInAnyLocale) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

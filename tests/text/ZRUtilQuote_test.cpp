@@ -4,13 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Rows.h"
 #include "tests/support/Text.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
 
-using testing::text;
-using testing::utf8;
 using Mode = ZRUtil::QuoteMode;
 
 constexpr Mode kPlain{};
@@ -25,68 +24,58 @@ std::string shown(const UnicodeString& result) {
 }
 
 TEST(ZRUtil, QuotesStrings) {
-    const struct {
-        const char* text;
-        Mode mode;
-        const char* expected;
-    } cases[] = {
-        {"a", kPlain, "a"},
-        {"", kBoth, "\"\""},
-        {"a", kBoth, "\"a\""},
-        {"a\"b", kBoth, "'a\"b'"},
-        {"a'b", kBoth, "\"a'b\""},
-        {"a\"b'c", kBoth, "\"a\"b'c\""},  // no escape is asked for
-        {"a\"b", kDouble | kDoubling, "\"a\"\"b\""},
-        {"'a''b'", kSingle | kDoubling, "'''a''''b'''"},
-        {"a\"b'c", kBoth | kDoubling, "\"a\"\"b'c\""},
-        {"a\nb", kDouble | kEscapes, "\"a\\A b\""},
-        {"a\nx", kDouble | kEscapes, "\"a\\Ax\""},
-        {"\n\r\f\\", kSingle | kEscapes, "'\\A \\D \\C\\5C'"},
-        {"a\\ b\\", kSingle | kEscapes, "'a\\5C  b\\5C'"},
-        {"\"F'", kBoth | kEscapes, "\"\\22 F'\""},
-        {"a'b", kSingle | kEscapes | kDoubling, "'a\\27 b'"},
-        {"\"'\n", kEscapes, "\"'\\A"},
-        {"\u00E9\U0001F600", kDouble | kEscapes, "\"\u00E9\U0001F600\""},
-    };
-    for (const auto& [plain, mode, expected] : cases) {
+    for (const auto& [plain, mode, expected] : Rows<const char*, Mode, const char*>{
+             {"a", kPlain, "a"},
+             {"", kBoth, "\"\""},
+             {"a", kBoth, "\"a\""},
+             {"a\"b", kBoth, "'a\"b'"},
+             {"a'b", kBoth, "\"a'b\""},
+             {"a\"b'c", kBoth, "\"a\"b'c\""},  // no escape is asked for
+             {"a\"b", kDouble | kDoubling, "\"a\"\"b\""},
+             {"'a''b'", kSingle | kDoubling, "'''a''''b'''"},
+             {"a\"b'c", kBoth | kDoubling, "\"a\"\"b'c\""},
+             {"a\nb", kDouble | kEscapes, "\"a\\A b\""},
+             {"a\nx", kDouble | kEscapes, "\"a\\Ax\""},
+             {"\n\r\f\\", kSingle | kEscapes, "'\\A \\D \\C\\5C'"},
+             {"a\\ b\\", kSingle | kEscapes, "'a\\5C  b\\5C'"},
+             {"\"F'", kBoth | kEscapes, "\"\\22 F'\""},
+             {"a'b", kSingle | kEscapes | kDoubling, "'a\\27 b'"},
+             {"\"'\n", kEscapes, "\"'\\A"},
+             {"\u00E9\U0001F600", kDouble | kEscapes, "\"\u00E9\U0001F600\""},
+         }) {
         EXPECT_EQ(utf8(ZRUtil::quoteString(text(plain), mode)), expected) << plain << mode;
     }
 }
 
 TEST(ZRUtil, ParsesQuotedStrings) {
-    const struct {
-        const char16_t* text;
-        Mode mode;
-        const char* expected;
-        const char16_t* rest;
-    } cases[] = {
-        {u"\"a\"b", kDouble, "a", u"b"},
-        {u" \t\r\n\f'a' ", kBoth, "a", u" "},
-        {u"'a'", kDouble, "bogus", u"'a'"},
-        {u" a", kBoth, "bogus", u" a"},
-        {u"", kBoth, "bogus", u""},
-        {u"\"a'", kBoth, "bogus", u"\"a'"},
-        {u"\"", kBoth, "bogus", u"\""},
-        {u"'a''b'", kBoth, "a", u"'b'"},
-        {u"'a''b'", kBoth | kDoubling, "a'b", u""},
-        {u"''''", kBoth | kDoubling, "'", u""},
-        {u"'''", kBoth | kDoubling, "bogus", u"'''"},
-        {u"'a\"\"'", kBoth | kDoubling, "a\"\"", u""},
-        {u"\"a\\41 b\"", kDouble | kEscapes, "aAb", u""},
-        {u"\"\\000041b\"", kDouble | kEscapes, "Ab", u""},
-        {u"'\\41\r\nb'", kBoth | kEscapes, "A\nb", u""},  // CR alone ends the escape
-        {u"'\\22\\'\\\\\\z'", kBoth | kEscapes, "\"'\\z", u""},
-        {u"'a\\'", kBoth | kEscapes, "bogus", u"'a\\'"},
-        {u"'a\\", kBoth | kEscapes, "bogus", u"'a\\"},
-        {u"'\\1F600'", kBoth | kEscapes, "\U0001F600", u""},
-        {u"'\\110000\\FFFFFF'", kBoth | kEscapes, "\uFFFD\uFFFD", u""},
-        {u"'a\\41'", kBoth, "a\\41", u""},
-        // Without a quote everything counts.
-        {u" a\\42 \\", kEscapes, " aB", u""},
-        {u" 'a'", kPlain, " 'a'", u""},
-        {u"", kPlain, "", u""},
-    };
-    for (const auto& [quoted, mode, expected, rest] : cases) {
+    for (const auto& [quoted, mode, expected, rest] :
+         Rows<const char16_t*, Mode, const char*, const char16_t*>{
+             {u"\"a\"b", kDouble, "a", u"b"},
+             {u" \t\r\n\f'a' ", kBoth, "a", u" "},
+             {u"'a'", kDouble, "bogus", u"'a'"},
+             {u" a", kBoth, "bogus", u" a"},
+             {u"", kBoth, "bogus", u""},
+             {u"\"a'", kBoth, "bogus", u"\"a'"},
+             {u"\"", kBoth, "bogus", u"\""},
+             {u"'a''b'", kBoth, "a", u"'b'"},
+             {u"'a''b'", kBoth | kDoubling, "a'b", u""},
+             {u"''''", kBoth | kDoubling, "'", u""},
+             {u"'''", kBoth | kDoubling, "bogus", u"'''"},
+             {u"'a\"\"'", kBoth | kDoubling, "a\"\"", u""},
+             {u"\"a\\41 b\"", kDouble | kEscapes, "aAb", u""},
+             {u"\"\\000041b\"", kDouble | kEscapes, "Ab", u""},
+             {u"'\\41\r\nb'", kBoth | kEscapes, "A\nb", u""},  // CR alone ends the escape
+             {u"'\\22\\'\\\\\\z'", kBoth | kEscapes, "\"'\\z", u""},
+             {u"'a\\'", kBoth | kEscapes, "bogus", u"'a\\'"},
+             {u"'a\\", kBoth | kEscapes, "bogus", u"'a\\"},
+             {u"'\\1F600'", kBoth | kEscapes, "\U0001F600", u""},
+             {u"'\\110000\\FFFFFF'", kBoth | kEscapes, "\uFFFD\uFFFD", u""},
+             {u"'a\\41'", kBoth, "a\\41", u""},
+             // Without a quote everything counts.
+             {u" a\\42 \\", kEscapes, " aB", u""},
+             {u" 'a'", kPlain, " 'a'", u""},
+             {u"", kPlain, "", u""},
+         }) {
         const char16_t* end = nullptr;
         EXPECT_EQ(shown(ZRUtil::parseString(quoted, &end, mode)), expected) << utf8(quoted) << mode;
         EXPECT_EQ(utf8(end), utf8(rest)) << utf8(quoted) << mode;
@@ -107,24 +96,19 @@ TEST(ZRUtil, ABackslashKeepsALineEndOfOneCharacter) {
 }
 
 TEST(ZRUtil, UnquotesStrings) {
-    const struct {
-        const char* text;
-        Mode mode;
-        const char* expected;
-    } cases[] = {
-        {" 'a b' ", kBoth, "a b"},
-        {"\u3000'a'\u2028", kBoth, "a"},
-        {"'a'b'", kBoth, "a'b"},
-        {"'a'b\"", kBoth, "bogus"},
-        {"'a' x", kBoth, "bogus"},
-        {"'a'b'", kBoth | kDoubling, "bogus"},
-        {"'a'b'", kBoth | kEscapes, "bogus"},
-        {"a", kBoth, "bogus"},
-        {"", kBoth, "bogus"},
-        {" a\\42 ", kEscapes, "aB"},
-        {" a ", kPlain, "a"},
-    };
-    for (const auto& [quoted, mode, expected] : cases) {
+    for (const auto& [quoted, mode, expected] : Rows<const char*, Mode, const char*>{
+             {" 'a b' ", kBoth, "a b"},
+             {"\u3000'a'\u2028", kBoth, "a"},
+             {"'a'b'", kBoth, "a'b"},
+             {"'a'b\"", kBoth, "bogus"},
+             {"'a' x", kBoth, "bogus"},
+             {"'a'b'", kBoth | kDoubling, "bogus"},
+             {"'a'b'", kBoth | kEscapes, "bogus"},
+             {"a", kBoth, "bogus"},
+             {"", kBoth, "bogus"},
+             {" a\\42 ", kEscapes, "aB"},
+             {" a ", kPlain, "a"},
+         }) {
         EXPECT_EQ(shown(ZRUtil::unquoteString(text(quoted), mode)), expected) << quoted << mode;
     }
     UnicodeString bogus;
@@ -140,4 +124,4 @@ TEST(ZRUtil, QuotesUris) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

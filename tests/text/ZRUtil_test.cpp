@@ -6,14 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Rows.h"
 #include "tests/support/Text.h"
 #include "zro/text/ZRUUID.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::text;
-using testing::utf8;
 
 std::string encoded(const std::string& bytes, int sizeHint = 0) {
     std::istringstream in(bytes);
@@ -67,23 +65,19 @@ TEST(ZRUtil, MakesDataUris) {
 }
 
 TEST(ZRUtil, DecodesBase64) {
-    const struct {
-        const char* base64;
-        const char* expected;
-    } cases[] = {
-        {"Zm9vYmFy", "foobar"},
-        {"Zm9v\r\nYmFy", "foobar"},
-        {" Z m-9_v\u00E9.Y\u3042mFy{", "foobar"},  // what is not of the alphabet
-        {"Zg==", "f"},
-        {"Zm9v=YmFy", "foo"},
-        {"Zm9vY=mFy", "foo"},
-        {"Zg", "f"},  // bytes count as soon as they are whole
-        {"Zm8", "fo"},
-        {"Zm9vY", "foo"},
-        {"=", ""},
-        {"", ""},
-    };
-    for (const auto& [base64, expected] : cases) {
+    for (const auto& [base64, expected] : Rows<const char*, const char*>{
+             {"Zm9vYmFy", "foobar"},
+             {"Zm9v\r\nYmFy", "foobar"},
+             {" Z m-9_v\u00E9.Y\u3042mFy{", "foobar"},  // what is not of the alphabet
+             {"Zg==", "f"},
+             {"Zm9v=YmFy", "foo"},
+             {"Zm9vY=mFy", "foo"},
+             {"Zg", "f"},  // bytes count as soon as they are whole
+             {"Zm8", "fo"},
+             {"Zm9vY", "foo"},
+             {"=", ""},
+             {"", ""},
+         }) {
         EXPECT_EQ(decoded(text(base64)), expected) << base64;
     }
 }
@@ -97,27 +91,24 @@ TEST(ZRUtil, DecodesAsManyCharactersAsAreGiven) {
 }
 
 TEST(ZRUtil, NamesEncodingsAsIanaDoes) {
-    const struct {
-        const char* name;
-        const char* expected;
-    } cases[] = {
-        {"", "UTF-8"},
-        {" utf-8 ", "UTF-8"},
-        {"iso-8859-1", "ISO_8859-1:1987"},  // the Turkish capital of i would be another
-        {"utf-16", "UTF-16LE"},
-        {"UTF-16BE", "UTF-16BE"},
-        {"utf-32", "UTF-32LE"},
-        {"shift_jis", "Shift_JIS"},
-        {"ChineseBig5", "Big5"},
-        {"ChineseGBK", "GBK"},
-        {"KoreanKSC", "EUC-KR"},
-        {"ANSI_X3.4", "ANSI_X3.4-1968"},
-        {"ISO_646.irv", "ANSI_X3.4-1968"},
-        {"klingon", ""},
-        {"utf-8\u00E9", ""},
-        {"uTf-8 but much longer than any name of an encoding could ever be in any registry", ""},
-    };
-    for (const auto& [name, expected] : cases) {
+    for (const auto& [name, expected] : Rows<const char*, const char*>{
+             {"", "UTF-8"},
+             {" utf-8 ", "UTF-8"},
+             {"iso-8859-1", "ISO_8859-1:1987"},  // the Turkish capital of i would be another
+             {"utf-16", "UTF-16LE"},
+             {"UTF-16BE", "UTF-16BE"},
+             {"utf-32", "UTF-32LE"},
+             {"shift_jis", "Shift_JIS"},
+             {"ChineseBig5", "Big5"},
+             {"ChineseGBK", "GBK"},
+             {"KoreanKSC", "EUC-KR"},
+             {"ANSI_X3.4", "ANSI_X3.4-1968"},
+             {"ISO_646.irv", "ANSI_X3.4-1968"},
+             {"klingon", ""},
+             {"utf-8\u00E9", ""},
+             {"uTf-8 but much longer than any name of an encoding could ever be in any registry",
+              ""},
+         }) {
         EXPECT_EQ(utf8(ZRUtil::getStandardEncoding(text(name))), expected) << name;
     }
     EXPECT_EQ(ZRUtil::getStandardEncoding(UnicodeString(u"UTF-8\0x", 7)), UnicodeString());
@@ -140,4 +131,4 @@ TEST(ZRUUID, IsRandomOfVersion4) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

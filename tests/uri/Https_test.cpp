@@ -18,6 +18,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Skips.h"
 #include "tests/support/TempFolder.h"
 #include "zro/uri/ZRUri.h"
 
@@ -112,7 +113,8 @@ TEST(Https, OpensWhatHasATrustedCertificate) {
                       certificate})
             .wait()
         != 0) {
-        GTEST_SKIP() << "there is no program openssl, or it makes no certificate";
+        GTEST_SKIP() << missing("a program openssl that makes certificates",
+                                "the Debian package openssl has it");
     }
     folder.write("a.xml", "HTTP/1.0 200 OK\r\nContent-Type: text/xml\r\n\r\n<a/>");
     const std::string authority = "127.0.0.1:" + std::to_string(Socket().freePort());

@@ -1,6 +1,4 @@
 // Opening, writing and finding files, and the resolver.
-#include "zro/uri/ZRUri.h"
-
 #include <cstdlib>
 #include <filesystem>
 #include <istream>
@@ -14,19 +12,10 @@
 
 #include "tests/support/Deflate.h"
 #include "tests/support/TempFolder.h"
+#include "tests/uri/Fetching.h"
 
 namespace ZroCommon::testing {
 namespace {
-
-ZRUri uri(const UnicodeString& text) {
-    return {text, URISTR_PATH_OR_URI_CSS};
-}
-
-// The content, or "nothing" when it cannot be opened.
-std::string contentOf(const ZRUri& resource) {
-    const std::unique_ptr<std::istream> stream(resource.getStream(nullptr));
-    return stream ? std::string(std::istreambuf_iterator<char>(*stream), {}) : "nothing";
-}
 
 TEST(ZRUriFetch, OpensEveryFormOfOneFile) {
     const TempFolder folder;

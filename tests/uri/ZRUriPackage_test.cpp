@@ -1,8 +1,5 @@
 // Entries of packages, and of packages inside packages, by `jar:` URIs.
-#include "zro/uri/ZRUri.h"
-
 #include <istream>
-#include <iterator>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -13,18 +10,10 @@
 #include "tests/support/Streams.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/ZipBuilder.h"
+#include "tests/uri/Fetching.h"
 
 namespace ZroCommon::testing {
 namespace {
-
-ZRUri uri(const UnicodeString& text) {
-    return {text, URISTR_PATH_OR_URI_CSS};
-}
-
-std::string contentOf(const ZRUri& resource) {
-    const std::unique_ptr<std::istream> stream(resource.getStream(nullptr));
-    return stream ? std::string(std::istreambuf_iterator<char>(*stream), {}) : "nothing";
-}
 
 std::string innerPackage() {
     const std::string innermost = ZipBuilder().stored("x.xml", "innermost").package();

@@ -7,15 +7,11 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Rows.h"
 #include "tests/support/Values.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::dump;
-using testing::integer;
-using testing::mapOf;
-using testing::utf8;
 
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 
@@ -44,28 +40,25 @@ std::string shown(const ZRColor& color) {
 
 TEST(ZRColor, IsMadeOfComponents) {
     const ZRColor red(0xFF0000);
-    const struct {
-        ZRColor color;
-        const char* text;
-    } cases[] = {
-        {ZRColor(), "000000 "},
-        {ZRColor(300, -5, 128), "FF0080 "},
-        {ZRColor(2.0F), "FFFFFF #GRAYSCALE 1"},
-        {ZRColor(0.5F), "808080 #GRAYSCALE 0.5"},
-        {ZRColor(kNaN), "000000 #GRAYSCALE 0"},
-        {ZRColor(red, -1.0F), "FF0000 #GRAYSCALE 0"},
-        {ZRColor(1.0F, 0.0F, 0.0F, 0.0F), "00FFFF #CMYK 1 0 0 0"},
-        {ZRColor(-2.0F, 2.0F, kNaN, 0.0F), "FF0000 #CMYK 0 1 0 0"},
-        {ZRColor(red, 0.0F, 0.5F, 1.0F, 7.0F), "FF0000 #CMYK 0 0.5 1 1"},
-        {ZRColor(u"Gold", 0.25F), "BFBFBF #SEPARATION Gold 0.25 1 1 1 1 010"},
-        {ZRColor(UnicodeString(), 3.0F), "000000 #SEPARATION All 1 1 1 1 1 010"},
-        {ZRColor(u"Gold", 1.0F, 0.0F, 0.0F, 1.0F, 0.0F), "FFFF00 #SEPARATION Gold 1 0 0 1 0 011"},
-        {ZRColor(red, u"Gold", 0.5F), "FF0000 #SEPARATION Gold 0.5 0 1 1 0 110"},
-        {ZRColor(red, UnicodeString(), 0.5F, 1.0F, 2.0F, 0.0F, 0.0F),
-         "FF0000 #SEPARATION All 0.5 1 1 0 0 111"},
-        {ZRColor(red, u"sRGB", -1.0F, 2.0F, 0.5F, 0.0F), "FF0000 icc-color -1 2 0.5 0"},
-    };
-    for (const auto& [color, text] : cases) {
+    for (const auto& [color, text] : Rows<ZRColor, const char*>{
+             {ZRColor(), "000000 "},
+             {ZRColor(300, -5, 128), "FF0080 "},
+             {ZRColor(2.0F), "FFFFFF #GRAYSCALE 1"},
+             {ZRColor(0.5F), "808080 #GRAYSCALE 0.5"},
+             {ZRColor(kNaN), "000000 #GRAYSCALE 0"},
+             {ZRColor(red, -1.0F), "FF0000 #GRAYSCALE 0"},
+             {ZRColor(1.0F, 0.0F, 0.0F, 0.0F), "00FFFF #CMYK 1 0 0 0"},
+             {ZRColor(-2.0F, 2.0F, kNaN, 0.0F), "FF0000 #CMYK 0 1 0 0"},
+             {ZRColor(red, 0.0F, 0.5F, 1.0F, 7.0F), "FF0000 #CMYK 0 0.5 1 1"},
+             {ZRColor(u"Gold", 0.25F), "BFBFBF #SEPARATION Gold 0.25 1 1 1 1 010"},
+             {ZRColor(UnicodeString(), 3.0F), "000000 #SEPARATION All 1 1 1 1 1 010"},
+             {ZRColor(u"Gold", 1.0F, 0.0F, 0.0F, 1.0F, 0.0F),
+              "FFFF00 #SEPARATION Gold 1 0 0 1 0 011"},
+             {ZRColor(red, u"Gold", 0.5F), "FF0000 #SEPARATION Gold 0.5 0 1 1 0 110"},
+             {ZRColor(red, UnicodeString(), 0.5F, 1.0F, 2.0F, 0.0F, 0.0F),
+              "FF0000 #SEPARATION All 0.5 1 1 0 0 111"},
+             {ZRColor(red, u"sRGB", -1.0F, 2.0F, 0.5F, 0.0F), "FF0000 icc-color -1 2 0.5 0"},
+         }) {
         EXPECT_EQ(shown(color), text);
         EXPECT_EQ(shown(ZRValue(color).getColorValue()), text) << "as a value";
         EXPECT_TRUE(ZRValue(color) == ZRValue(color)) << text;
@@ -96,23 +89,19 @@ TEST(ZRColor, AnInkOnScreenFollowsItsTint) {
 }
 
 TEST(ZRColor, KeywordsAreReadInAnyCase) {
-    const struct {
-        const char16_t* name;
-        unsigned int rgb;
-    } cases[] = {
-        {u"red", 0xFF0000},
-        {u"Red", 0xFF0000},
-        {u"aqua", 0x00FFFF},
-        {u"grey", 0x808080},
-        {u"yellowgreen", 0x9ACD32},
-        {u"TRANSPARENT", 0xFFFFFFFF},
-        {u"currentColor", 0xFE000000},
-        {u"CURRENTcolor", 0xFE000000},
-        {u"windowtext", 0xFF000000},
-        {u"nonsense", 0xFF000000},
-        {u"", 0xFF000000},
-    };
-    for (const auto& [name, rgb] : cases) {
+    for (const auto& [name, rgb] : Rows<const char16_t*, unsigned int>{
+             {u"red", 0xFF0000},
+             {u"Red", 0xFF0000},
+             {u"aqua", 0x00FFFF},
+             {u"grey", 0x808080},
+             {u"yellowgreen", 0x9ACD32},
+             {u"TRANSPARENT", 0xFFFFFFFF},
+             {u"currentColor", 0xFE000000},
+             {u"CURRENTcolor", 0xFE000000},
+             {u"windowtext", 0xFF000000},
+             {u"nonsense", 0xFF000000},
+             {u"", 0xFF000000},
+         }) {
         EXPECT_EQ(hex(ZRColor(ZRName(UnicodeString(name))).getRGB()), hex(rgb)) << utf8(name);
     }
     EXPECT_EQ(ZRColor(static_cast<ZRNameEnum>(-1)), ZRColor::getInvalidColor());
@@ -120,15 +109,17 @@ TEST(ZRColor, KeywordsAreReadInAnyCase) {
 }
 
 TEST(ZRColor, OneKeywordNamesAValue) {
-    const struct {
-        unsigned int rgb;
-        ZRNameEnum name;
-    } cases[] = {
-        {0x00FFFF, ZRN_cyan},           {0xFF00FF, ZRN_magenta},   {0x808080, ZRN_gray},
-        {0x2F4F4F, ZRN_darkslategray},  {0xD3D3D3, ZRN_lightgray}, {0xFFFFFFFF, ZRN_transparent},
-        {0xFE000000, ZRN_currentColor}, {0x123456, ZRN_EMPTY},     {0xFF000000, ZRN_EMPTY},
-    };
-    for (const auto& [rgb, name] : cases) {
+    for (const auto& [rgb, name] : Rows<unsigned int, ZRNameEnum>{
+             {0x00FFFF, ZRN_cyan},
+             {0xFF00FF, ZRN_magenta},
+             {0x808080, ZRN_gray},
+             {0x2F4F4F, ZRN_darkslategray},
+             {0xD3D3D3, ZRN_lightgray},
+             {0xFFFFFFFF, ZRN_transparent},
+             {0xFE000000, ZRN_currentColor},
+             {0x123456, ZRN_EMPTY},
+             {0xFF000000, ZRN_EMPTY},
+         }) {
         EXPECT_EQ(ZRColor(rgb).getColorName(), name) << hex(rgb);
     }
 }
@@ -199,26 +190,21 @@ TEST(ZRColor, ReadsAnyMapThatClaimsToBeAColour) {
 
 TEST(ZRColor, PrintsEachForm) {
     const ZRColor blue(0x0000FF);
-    const struct {
-        ZRColor color;
-        const char* plain;
-        const char* named;
-    } cases[] = {
-        {blue, "#0000FF", "blue"},
-        {ZRColor(0x00FFFF), "#00FFFF", "cyan"},
-        {ZRColor(0x0000FE), "#0000FE", "#0000FE"},
-        {ZRColor::getTransparent(), "#FFFFFFFF", "transparent"},
-        {ZRColor::getCurrentColor(), "#FE000000", "currentColor"},
-        {ZRColor::getInvalidColor(), "", ""},
-        {ZRColor(blue, 1, 0.5F, 0, 1e-7F), "#0000FF icc-color(#CMYK,1,0.5,0,1e-07)", nullptr},
-        {ZRColor(ZRColor::getInvalidColor(), 1, 0, 0, 0), "rgb-icc(#CMYK,1,0,0,0)", nullptr},
-        {ZRColor(0.5F), "#808080 icc-color(#GRAYSCALE,0.5)", nullptr},
-        {ZRColor(u"A b", 0.5F), "rgb-icc(#SEPARATION,\"A b\",0.5)", nullptr},
-        {ZRColor(blue, u"A", 1), "#0000FF icc-color(#SEPARATION,\"A\",1)", nullptr},
-        {ZRColor(u"A", 1, 0, 0, 1, 0), "rgb-icc(#SEPARATION,\"A\",1,0,0,1,0)", nullptr},
-        {ZRColor(blue, u"sRGB", 0, 0, 1, 0), "#0000FF icc-color(sRGB,0,0,1,0)", nullptr},
-    };
-    for (const auto& [color, plain, named] : cases) {
+    for (const auto& [color, plain, named] : Rows<ZRColor, const char*, const char*>{
+             {blue, "#0000FF", "blue"},
+             {ZRColor(0x00FFFF), "#00FFFF", "cyan"},
+             {ZRColor(0x0000FE), "#0000FE", "#0000FE"},
+             {ZRColor::getTransparent(), "#FFFFFFFF", "transparent"},
+             {ZRColor::getCurrentColor(), "#FE000000", "currentColor"},
+             {ZRColor::getInvalidColor(), "", ""},
+             {ZRColor(blue, 1, 0.5F, 0, 1e-7F), "#0000FF icc-color(#CMYK,1,0.5,0,1e-07)", nullptr},
+             {ZRColor(ZRColor::getInvalidColor(), 1, 0, 0, 0), "rgb-icc(#CMYK,1,0,0,0)", nullptr},
+             {ZRColor(0.5F), "#808080 icc-color(#GRAYSCALE,0.5)", nullptr},
+             {ZRColor(u"A b", 0.5F), "rgb-icc(#SEPARATION,\"A b\",0.5)", nullptr},
+             {ZRColor(blue, u"A", 1), "#0000FF icc-color(#SEPARATION,\"A\",1)", nullptr},
+             {ZRColor(u"A", 1, 0, 0, 1, 0), "rgb-icc(#SEPARATION,\"A\",1,0,0,1,0)", nullptr},
+             {ZRColor(blue, u"sRGB", 0, 0, 1, 0), "#0000FF icc-color(sRGB,0,0,1,0)", nullptr},
+         }) {
         EXPECT_EQ(utf8(color.toString(false)), plain);
         EXPECT_EQ(utf8(color.toString(true)), named != nullptr ? named : plain);
         EXPECT_EQ(ZRValue(color).toString(), color.toString(false));
@@ -228,4 +214,4 @@ TEST(ZRColor, PrintsEachForm) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

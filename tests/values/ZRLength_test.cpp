@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Rows.h"
 #include "zro/values/ZRValue.h"
 
 namespace ZroCommon {
@@ -14,14 +15,14 @@ constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 
 TEST(ZRLength, ConvertsBetweenAbsoluteUnits) {
-    const struct {
-        ZRValueUnitType unit;
-        float points;
-    } cases[] = {
-        {ZRValueUnitCm, 28.346457F}, {ZRValueUnitMm, 2.8346457F}, {ZRValueUnitIn, 72.0F},
-        {ZRValueUnitPt, 1.0F},       {ZRValueUnitPc, 12.0F},      {ZRValueUnitTwip, 0.05F},
-    };
-    for (const auto& [unit, points] : cases) {
+    for (const auto& [unit, points] : testing::Rows<ZRValueUnitType, float>{
+             {ZRValueUnitCm, 28.346457F},
+             {ZRValueUnitMm, 2.8346457F},
+             {ZRValueUnitIn, 72.0F},
+             {ZRValueUnitPt, 1.0F},
+             {ZRValueUnitPc, 12.0F},
+             {ZRValueUnitTwip, 0.05F},
+         }) {
         EXPECT_EQ(static_cast<float>(ZRLength(1.0F, unit)), points) << "unit " << unit;
         EXPECT_EQ(ZRLength(points).getRealValue(unit), 1.0F) << "unit " << unit;
     }
@@ -45,22 +46,17 @@ TEST(ZRLength, RoundsTwiceOnTheWayToAnotherUnit) {
 }
 
 TEST(ZRLength, CountsPixelsHalfAwayFromZero) {
-    const struct {
-        float points;
-        float dpi;
-        int pixels;
-    } cases[] = {
-        {72.0F, 96.0F, 96},
-        {-0.75F, 96.0F, -1},
-        {0.375F, 96.0F, 1},
-        {-0.375F, 96.0F, -1},
-        {0.37F, 96.0F, 0},
-        {0.0F, 96.0F, 0},
-        {1e30F, 96.0F, std::numeric_limits<int>::max()},
-        {-kInfinity, 96.0F, std::numeric_limits<int>::min()},
-        {kNaN, 96.0F, 0},
-    };
-    for (const auto& [points, dpi, pixels] : cases) {
+    for (const auto& [points, dpi, pixels] : testing::Rows<float, float, int>{
+             {72.0F, 96.0F, 96},
+             {-0.75F, 96.0F, -1},
+             {0.375F, 96.0F, 1},
+             {-0.375F, 96.0F, -1},
+             {0.37F, 96.0F, 0},
+             {0.0F, 96.0F, 0},
+             {1e30F, 96.0F, std::numeric_limits<int>::max()},
+             {-kInfinity, 96.0F, std::numeric_limits<int>::min()},
+             {kNaN, 96.0F, 0},
+         }) {
         EXPECT_EQ(ZRLength(points).getPixelCount(dpi), pixels) << points << "pt at " << dpi;
     }
 }

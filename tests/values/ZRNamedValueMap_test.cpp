@@ -8,12 +8,8 @@
 #include "tests/support/SmallStack.h"
 #include "tests/support/Values.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::dump;
-using testing::mapOf;
-using testing::utf8;
 
 class Probe : public ZRRCObject {
 public:
@@ -172,7 +168,7 @@ TEST(ZRValueCompound, AValueMayBecomeItsOwnItem) {
 }
 
 TEST(ZRNamedValueMap, DeepMapsEndWithoutRecursion) {
-    testing::onSmallStack([] {
+    onSmallStack([] {
         ZRValue value;
         for (int depth = 0; depth < 1'000'000; ++depth) {
             const ZRPtr<ZRNamedValueMap> map = newMap();
@@ -198,4 +194,4 @@ TEST(ZRValueCompound, AnObjectKeepsTheReferenceOfAValueThatBecameAMap) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

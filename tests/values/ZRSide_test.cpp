@@ -4,13 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Rows.h"
 #include "tests/support/Text.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::text;
-using testing::utf8;
 
 std::string shown(ZRName name) {
     return name.isEmpty() ? "-" : utf8(name.toString());
@@ -90,28 +88,23 @@ TEST(ZRSide, ANameThatIsNoSideHasNoAnswers) {
 }
 
 TEST(ZRSide, NamesItsProperties) {
-    const struct {
-        const char* side;
-        const char* base;
-        const char* name;
-    } cases[] = {
-        {"after", "border-color", "border-after-color"},
-        {"right", "border-style", "border-right-style"},
-        {"start", "border-width", "border-start-width"},
-        {"end", "border-precedence", "border-end-precedence"},
-        {"top", "border-precedence", "-"},
-        {"bottom", "padding", "padding-bottom"},
-        {"before", "padding", "padding-before"},
-        {"left", "margin", "margin-left"},
-        {"start", "space", "space-start"},
-        {"top", "position", "top-position"},
-        {"start", "position", "-"},
-        {"after", "region", "region-after"},
-        {"top", "region", "-"},
-        {"top", "color", "-"},
-        {"top", "no-name-of-ours", "-"},
-    };
-    for (const auto& [side, base, name] : cases) {
+    for (const auto& [side, base, name] : Rows<const char*, const char*, const char*>{
+             {"after", "border-color", "border-after-color"},
+             {"right", "border-style", "border-right-style"},
+             {"start", "border-width", "border-start-width"},
+             {"end", "border-precedence", "border-end-precedence"},
+             {"top", "border-precedence", "-"},
+             {"bottom", "padding", "padding-bottom"},
+             {"before", "padding", "padding-before"},
+             {"left", "margin", "margin-left"},
+             {"start", "space", "space-start"},
+             {"top", "position", "top-position"},
+             {"start", "position", "-"},
+             {"after", "region", "region-after"},
+             {"top", "region", "-"},
+             {"top", "color", "-"},
+             {"top", "no-name-of-ours", "-"},
+         }) {
         const ZRName property = ZRSide(named(side)).concatName(named(base));
         EXPECT_EQ(shown(property), name) << side << " " << base;
         if (!property.isEmpty()) {
@@ -139,31 +132,26 @@ TEST(ZRSide, NamesWithoutASideHaveNoParts) {
 }
 
 TEST(ZRSide, NamesPropertiesByModeOfWriting) {
-    const struct {
-        const char* name;
-        const char* mode;
-        const char* relative;
-        const char* absolute;
-    } cases[] = {
-        {"min-width", "lr-tb", "inline-progression-dimension", "-"},
-        {"width", "tb-rl", "block-progression-dimension", "-"},
-        {"max-height", "lr-tb", "block-progression-dimension", "-"},
-        {"height", "tb-rl", "inline-progression-dimension", "-"},
-        {"inline-progression-dimension", "lr-tb", "-", "width"},
-        {"inline-progression-dimension", "tb-rl", "-", "height"},
-        {"block-progression-dimension", "lr-tb", "-", "height"},
-        {"block-progression-dimension", "bt-lr", "-", "width"},
-        {"margin-top", "lr-tb", "space-before", "margin-top"},
-        {"space-before", "tb-rl", "space-before", "margin-right"},
-        {"padding-start", "rl-tb", "padding-start", "padding-right"},
-        {"border-left-color", "tb-rl", "border-after-color", "border-left-color"},
-        // Where the vocabulary lacks the combination, or there is no side at all.
-        {"border-start-precedence", "lr-tb", "border-start-precedence", "-"},
-        {"region-before", "lr-tb", "region-before", "-"},
-        {"top-position", "lr-tb", "-", "top-position"},
-        {"color", "lr-tb", "-", "-"},
-    };
-    for (const auto& [name, mode, relative, absolute] : cases) {
+    for (const auto& [name, mode, relative, absolute] :
+         Rows<const char*, const char*, const char*, const char*>{
+             {"min-width", "lr-tb", "inline-progression-dimension", "-"},
+             {"width", "tb-rl", "block-progression-dimension", "-"},
+             {"max-height", "lr-tb", "block-progression-dimension", "-"},
+             {"height", "tb-rl", "inline-progression-dimension", "-"},
+             {"inline-progression-dimension", "lr-tb", "-", "width"},
+             {"inline-progression-dimension", "tb-rl", "-", "height"},
+             {"block-progression-dimension", "lr-tb", "-", "height"},
+             {"block-progression-dimension", "bt-lr", "-", "width"},
+             {"margin-top", "lr-tb", "space-before", "margin-top"},
+             {"space-before", "tb-rl", "space-before", "margin-right"},
+             {"padding-start", "rl-tb", "padding-start", "padding-right"},
+             {"border-left-color", "tb-rl", "border-after-color", "border-left-color"},
+             // Where the vocabulary lacks the combination, or there is no side at all.
+             {"border-start-precedence", "lr-tb", "border-start-precedence", "-"},
+             {"region-before", "lr-tb", "region-before", "-"},
+             {"top-position", "lr-tb", "-", "top-position"},
+             {"color", "lr-tb", "-", "-"},
+         }) {
         const ZRWritingMode writing(named(mode));
         EXPECT_EQ(shown(ZRSide::toRelativeName(named(name), writing)), relative) << name << mode;
         EXPECT_EQ(shown(ZRSide::toAbsoluteName(named(name), writing)), absolute) << name << mode;
@@ -171,4 +159,4 @@ TEST(ZRSide, NamesPropertiesByModeOfWriting) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

@@ -8,16 +8,12 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Rows.h"
 #include "tests/support/SmallStack.h"
 #include "tests/support/Values.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::dump;
-using testing::onSmallStack;
-using testing::text;
-using testing::utf8;
 
 std::string describe(const ZRTokenizer& tokenizer) {
     std::ostringstream number;
@@ -65,7 +61,7 @@ std::string allValues(const UnicodeString& source, Read read) {
 // Whichever reader is used, every beginning of a text is read to its end in as many steps as it has
 // units.
 void expectEnd(const UnicodeString& whole) {
-    testing::forEveryBeginning(whole, [](const UnicodeString& source) {
+    forEveryBeginning(whole, [](const UnicodeString& source) {
         for (const Read read :
              {&ZRTokenizer::nextTokenValue, &ZRTokenizer::nextTokenValueSigned,
               &ZRTokenizer::nextTokenValueExp, &ZRTokenizer::nextTokenValueFunc}) {
@@ -81,28 +77,24 @@ void expectEnd(const UnicodeString& whole) {
 }
 
 TEST(ZRTokenizer, SplitsATextIntoTokens) {
-    const struct {
-        const char16_t* text;
-        const char* tokens;
-    } cases[] = {
-        {u"", ""},
-        {u" \t\r\n ", ""},
-        {u"\f", "char \f"},
-        {u".5pt,1em", "number 0.5pt, char ,, number 1em"},
-        {u"5. .", "number 5, char ."},
-        {u"50% 50 %", "number 50%, number 50, char %"},
-        {u"10PT-2.x", "number 10PT-2.x"},
-        {u"-1", "char -, number 1"},
-        {u"rgb(1 2)", "name rgb, char (, number 1, number 2, char )"},
-        {u"fo:block", "name fo, char :, name block"},
-        {u"\u00D7\u00F7\u00B7 \uF8FF", "name \u00D7\u00F7\u00B7, char \uF8FF"},
-        {u"'a\"b' \"\" 'c", "string a\"b, string , char ', name c"},
-        {u"#ABC #ABCD #12 #1", "colour AABBCC, colour 00ABCD, colour 001122, colour 000011"},
-        {u"#abcdef #FFFFFFFF", "colour ABCDEF, colour FFFFFFFF"},
-        {u"#123456789", "colour FFFFFFFF"},
-        {u"#GG #CMYK", "char #, name GG, colour 0000CC, name MYK"},
-    };
-    for (const auto& [source, tokens] : cases) {
+    for (const auto& [source, tokens] : Rows<const char16_t*, const char*>{
+             {u"", ""},
+             {u" \t\r\n ", ""},
+             {u"\f", "char \f"},
+             {u".5pt,1em", "number 0.5pt, char ,, number 1em"},
+             {u"5. .", "number 5, char ."},
+             {u"50% 50 %", "number 50%, number 50, char %"},
+             {u"10PT-2.x", "number 10PT-2.x"},
+             {u"-1", "char -, number 1"},
+             {u"rgb(1 2)", "name rgb, char (, number 1, number 2, char )"},
+             {u"fo:block", "name fo, char :, name block"},
+             {u"\u00D7\u00F7\u00B7 \uF8FF", "name \u00D7\u00F7\u00B7, char \uF8FF"},
+             {u"'a\"b' \"\" 'c", "string a\"b, string , char ', name c"},
+             {u"#ABC #ABCD #12 #1", "colour AABBCC, colour 00ABCD, colour 001122, colour 000011"},
+             {u"#abcdef #FFFFFFFF", "colour ABCDEF, colour FFFFFFFF"},
+             {u"#123456789", "colour FFFFFFFF"},
+             {u"#GG #CMYK", "char #, name GG, colour 0000CC, name MYK"},
+         }) {
         EXPECT_EQ(allTokens(source), tokens) << "for: " << utf8(source);
         expectEnd(source);
     }
@@ -126,18 +118,14 @@ TEST(ZRTokenizer, TooManyDigitsAreCharacters) {
 }
 
 TEST(ZRTokenizer, ReadsValuesWithTheirUnits) {
-    const struct {
-        const char16_t* text;
-        const char* values;
-    } cases[] = {
-        {u"5 5.0 0.5 3000000000", "integer 5, integer 5, real 0.5, real 3e+09"},
-        {u"50% 1PT 2Hz 3\u212AHZ", "real 50%, real 1pt, real 2Hz, real 3kHz"},
-        {u"1twip 2grad 3S", "real 1twip, real 2grad, real 3s"},
-        {u"10foo 10pt-2", "integer 10, name foo, integer 10, name pt-2"},
-        {u"1\u0130n", "integer 1, name \u0130n"},
-        {u"'a' b , #F00", "string a, name b, char ,, integer #FF0000"},
-    };
-    for (const auto& [source, values] : cases) {
+    for (const auto& [source, values] : Rows<const char16_t*, const char*>{
+             {u"5 5.0 0.5 3000000000", "integer 5, integer 5, real 0.5, real 3e+09"},
+             {u"50% 1PT 2Hz 3\u212AHZ", "real 50%, real 1pt, real 2Hz, real 3kHz"},
+             {u"1twip 2grad 3S", "real 1twip, real 2grad, real 3s"},
+             {u"10foo 10pt-2", "integer 10, name foo, integer 10, name pt-2"},
+             {u"1\u0130n", "integer 1, name \u0130n"},
+             {u"'a' b , #F00", "string a, name b, char ,, integer #FF0000"},
+         }) {
         EXPECT_EQ(allValues(source, &ZRTokenizer::nextTokenValue), values) << utf8(source);
     }
     ZRTokenizer tokenizer(u"12PT 1foo");
@@ -149,25 +137,21 @@ TEST(ZRTokenizer, ReadsValuesWithTheirUnits) {
 }
 
 TEST(ZRTokenizer, ReadsSignsAndExponents) {
-    const struct {
-        Read read;
-        const char16_t* text;
-        const char* values;
-    } cases[] = {
-        {&ZRTokenizer::nextTokenValueSigned, u"-.5pt +3 -0", "real -0.5pt, integer 3, integer 0"},
-        {&ZRTokenizer::nextTokenValueSigned, u"- 5 +a --1",
-         "char -, integer 5, char +, name a, char -, integer -1"},
-        {&ZRTokenizer::nextTokenValueSigned, u"-2147483648 2147483647",
-         "real -2.14748e+09, integer 2147483647"},
-        {&ZRTokenizer::nextTokenValueSigned, u"1e5", "integer 1, name e5"},
-        {&ZRTokenizer::nextTokenValueExp, u"1E3 1e2pt -1e-2 1e2%",
-         "real 1000, real 100pt, real -0.01, real 100%"},
-        {&ZRTokenizer::nextTokenValueExp, u"1e, 1e#12 1pt e",
-         "integer 1, name e, char ,, integer 1, "
-         "name e, integer #001122, real 1pt, name e"},
-        {&ZRTokenizer::nextTokenValueExp, u"1e999 1em", "real inf, real 1em"},
-    };
-    for (const auto& [read, source, values] : cases) {
+    for (const auto& [read, source, values] : Rows<Read, const char16_t*, const char*>{
+             {&ZRTokenizer::nextTokenValueSigned, u"-.5pt +3 -0",
+              "real -0.5pt, integer 3, integer 0"},
+             {&ZRTokenizer::nextTokenValueSigned, u"- 5 +a --1",
+              "char -, integer 5, char +, name a, char -, integer -1"},
+             {&ZRTokenizer::nextTokenValueSigned, u"-2147483648 2147483647",
+              "real -2.14748e+09, integer 2147483647"},
+             {&ZRTokenizer::nextTokenValueSigned, u"1e5", "integer 1, name e5"},
+             {&ZRTokenizer::nextTokenValueExp, u"1E3 1e2pt -1e-2 1e2%",
+              "real 1000, real 100pt, real -0.01, real 100%"},
+             {&ZRTokenizer::nextTokenValueExp, u"1e, 1e#12 1pt e",
+              "integer 1, name e, char ,, integer 1, "
+              "name e, integer #001122, real 1pt, name e"},
+             {&ZRTokenizer::nextTokenValueExp, u"1e999 1em", "real inf, real 1em"},
+         }) {
         EXPECT_EQ(allValues(source, read), values) << utf8(source);
         expectEnd(source);
     }
@@ -179,18 +163,14 @@ TEST(ZRTokenizer, ReadsSignsAndExponents) {
 }
 
 TEST(ZRTokenizer, KeepsFunctionsAndGroupsAsTheyStand) {
-    const struct {
-        const char16_t* text;
-        const char* values;
-    } cases[] = {
-        {u"rgb(1,2,3) a", "unknown rgb(1,2,3), name a"},
-        {u"f( g(1e2 ) , (')') ) x", "unknown f( g(1e2 ) , (')') ), name x"},
-        {u"rgb (1)", "name rgb, unknown (1)"},
-        {u"(a ) )", "unknown (a ), char )"},
-        {u"f(g(1) ", "unknown f(g(1) "},
-        {u"f('", "unknown f('"},
-    };
-    for (const auto& [source, values] : cases) {
+    for (const auto& [source, values] : Rows<const char16_t*, const char*>{
+             {u"rgb(1,2,3) a", "unknown rgb(1,2,3), name a"},
+             {u"f( g(1e2 ) , (')') ) x", "unknown f( g(1e2 ) , (')') ), name x"},
+             {u"rgb (1)", "name rgb, unknown (1)"},
+             {u"(a ) )", "unknown (a ), char )"},
+             {u"f(g(1) ", "unknown f(g(1) "},
+             {u"f('", "unknown f('"},
+         }) {
         EXPECT_EQ(allValues(source, &ZRTokenizer::nextTokenValueFunc), values) << utf8(source);
         expectEnd(source);
     }
@@ -298,4 +278,4 @@ TEST(ZRTokenizer, StepsOverSeparators) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

@@ -4,12 +4,8 @@
 
 #include "tests/support/Values.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::dump;
-using testing::integer;
-using testing::real;
 
 const ZRValueUnitType kCm = ZRValueUnitCm;
 const ZRValueUnitType kPt = ZRValueUnitPt;
@@ -148,4 +144,4 @@ TEST(ZRValueArithmetic, ANullResultFreesWhatWasHeld) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

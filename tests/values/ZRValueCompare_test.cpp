@@ -3,15 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Rows.h"
 #include "tests/support/Values.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::dump;
-using testing::integer;
-using testing::mapOf;
-using testing::real;
 
 // Which operators hold between two values.
 std::string relations(const ZRValue& left, const ZRValue& right) {
@@ -32,33 +28,28 @@ constexpr const char* kUnordered = "!= <= >=";  // unequal, and neither is less
 
 TEST(ZRValueCompare, ComparesByKindUnitAndMagnitude) {
     const float nan = std::numeric_limits<float>::quiet_NaN();
-    const struct {
-        ZRValue left;
-        ZRValue right;
-        const char* expected;
-    } cases[] = {
-        {ZRValue(), ZRValue(), kEqual},
-        {ZRValue(-1), 1, kLess},
-        {integer(1, ZRValueUnitIn), integer(72, ZRValueUnitPt), kEqual},
-        {real(1, ZRValueUnitNumber), 1, kEqual},
-        {integer(1, ZRValueUnitEm), integer(1, ZRValueUnitPt), kLess},
-        {integer(9, ZRValueUnitCm), integer(1, ZRValueUnitPx), kGreater},
-        {ZRValue(1), integer(1, ZRValueUnitPt), kLess},
-        {ZRValue(ZRN_zoom), ZRValue(ZRName(u"a name of this test")), kLess},
-        {ZRValue(ZRN_yav), ZRValue(ZRN_azimuth), kLess},
-        {ZRValue(ZRN_auto), ZRValue(u"auto"), kEqual},
-        {ZRValue(u"auto", ZRValueUnitLiteral), ZRValue(ZRN_auto), kEqual},
-        {ZRValue(u"aut"), ZRValue(ZRN_auto), kLess},
-        {ZRValue(u"a"), ZRValue(u"b"), kLess},
-        {ZRValue(u"auto"), ZRValue(u"auto", ZRValueUnitLiteral), kLess},
-        {ZRValue(), 5, kLess},
-        {ZRValue(5), ZRValue(u"5"), kLess},
-        {ZRValue(u"5"), mapOf(ZRN_EMPTY, 5), kLess},
-        {mapOf(ZRN_EMPTY, 5), ZRValue(ZRN_auto), kGreater},
-        {real(nan, ZRValueUnitPt), real(nan, ZRValueUnitPt), kUnordered},
-        {real(nan, ZRValueUnitPt), 1, kGreater},
-    };
-    for (const auto& [left, right, expected] : cases) {
+    for (const auto& [left, right, expected] : Rows<ZRValue, ZRValue, const char*>{
+             {ZRValue(), ZRValue(), kEqual},
+             {ZRValue(-1), 1, kLess},
+             {integer(1, ZRValueUnitIn), integer(72, ZRValueUnitPt), kEqual},
+             {real(1, ZRValueUnitNumber), 1, kEqual},
+             {integer(1, ZRValueUnitEm), integer(1, ZRValueUnitPt), kLess},
+             {integer(9, ZRValueUnitCm), integer(1, ZRValueUnitPx), kGreater},
+             {ZRValue(1), integer(1, ZRValueUnitPt), kLess},
+             {ZRValue(ZRN_zoom), ZRValue(ZRName(u"a name of this test")), kLess},
+             {ZRValue(ZRN_yav), ZRValue(ZRN_azimuth), kLess},
+             {ZRValue(ZRN_auto), ZRValue(u"auto"), kEqual},
+             {ZRValue(u"auto", ZRValueUnitLiteral), ZRValue(ZRN_auto), kEqual},
+             {ZRValue(u"aut"), ZRValue(ZRN_auto), kLess},
+             {ZRValue(u"a"), ZRValue(u"b"), kLess},
+             {ZRValue(u"auto"), ZRValue(u"auto", ZRValueUnitLiteral), kLess},
+             {ZRValue(), 5, kLess},
+             {ZRValue(5), ZRValue(u"5"), kLess},
+             {ZRValue(u"5"), mapOf(ZRN_EMPTY, 5), kLess},
+             {mapOf(ZRN_EMPTY, 5), ZRValue(ZRN_auto), kGreater},
+             {real(nan, ZRValueUnitPt), real(nan, ZRValueUnitPt), kUnordered},
+             {real(nan, ZRValueUnitPt), 1, kGreater},
+         }) {
         EXPECT_EQ(relations(left, right), expected) << dump(left) << " and " << dump(right);
     }
 }
@@ -92,4 +83,4 @@ TEST(ZRValueCompare, ComparesWithNamesDirectly) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

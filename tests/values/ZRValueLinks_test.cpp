@@ -5,11 +5,8 @@
 #include "tests/support/SmallStack.h"
 #include "tests/support/Values.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::dump;
-using testing::utf8;
 
 struct LinkCase {
     const char16_t* text;
@@ -142,7 +139,7 @@ TEST(ZRValueLinks, ReadsEveryBeginningOfAText) {
     for (const UnicodeString& whole :
          {UnicodeString(u"#page=3-5&view=fith,'1&zoom=%31%,2&viewrect=1,2,3,4#&k%=%4"),
           UnicodeString(u"a\xD800#sheet=1&k=%u\xDC00%&nameddest=\"x\"&page=1\0&", 40)}) {
-        testing::forEveryBeginning(whole, [](const UnicodeString& text) {
+        forEveryBeginning(whole, [](const UnicodeString& text) {
             const bool hasHash = text.indexOf(u'#') >= 0;
             EXPECT_EQ(ZRValue::parsePDFOpenParameters(text).isNull(), text.startsWith(u'#'));
             EXPECT_EQ(ZRValue::parseXlinkHref(text).isNull(), text.isEmpty());
@@ -152,12 +149,12 @@ TEST(ZRValueLinks, ReadsEveryBeginningOfAText) {
             EXPECT_TRUE(hasHash || ZRValue::parseUriFragmentParameters(text, true).isString());
         });
     }
-    const UnicodeString brackets = testing::text("a#page=" + std::string(1'000'000, '('));
-    testing::onSmallStack([&] {
+    const UnicodeString brackets = text("a#page=" + std::string(1'000'000, '('));
+    onSmallStack([&] {
         EXPECT_EQ(dump(ZRValue::parsePDFOpenParameters(brackets)),
                   "map {page: 0; uri: a; view: xyz}");
     });
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

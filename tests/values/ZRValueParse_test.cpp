@@ -6,13 +6,8 @@
 #include "tests/support/Values.h"
 #include "zro/values/ZRColor.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::dump;
-using testing::onSmallStack;
-using testing::text;
-using testing::utf8;
 
 struct ParseCase {
     const char16_t* text;
@@ -29,7 +24,7 @@ std::string shown(const ZRValue& value, const UnicodeString& text) {
 
 // Every beginning of a row is a text too: a value of some kind, or the unknown string of all of it.
 void expectValues(const UnicodeString& whole) {
-    testing::forEveryBeginning(whole, [](const UnicodeString& source) {
+    forEveryBeginning(whole, [](const UnicodeString& source) {
         for (const ZRValue& value :
              {ZRValue::parse(source), ZRValue::parseNonNumeric(source),
               ZRValue::parseColor(source, false), ZRValue::parseColor(source, true)}) {
@@ -181,4 +176,4 @@ TEST(ZRValueParse, AFormBehindAColourIsAnExtension) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

@@ -8,16 +8,12 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Rows.h"
 #include "tests/support/Values.h"
 #include "zro/foundation/internal/PrintReal.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::integer;
-using testing::mapOf;
-using testing::real;
-using testing::utf8;
 
 std::string printed(double number) {
     UnicodeString text;
@@ -52,27 +48,23 @@ TEST(ZRValuePrint, PrintsNumbersAsCDoes) {
 }
 
 TEST(ZRValuePrint, PrintsNumbersWithTheirUnits) {
-    const struct {
-        ZRValue value;
-        const char* text;
-    } cases[] = {
-        {ZRValue(), ""},
-        {ZRValue(-12), "-12"},
-        {integer(12, ZRValueUnitPt), "12pt"},
-        {real(0.5F, ZRValueUnitPercent), "0.5%"},
-        {real(1234567, ZRValueUnitPt), "1.23457e+06pt"},
-        {real(std::numeric_limits<float>::infinity(), ZRValueUnitEm), "infem"},
-        {real(-std::numeric_limits<float>::quiet_NaN(), ZRValueUnitPt), "nanpt"},
-        {integer(2, ZRValueUnitKHz), "2kHz"},
-        {integer(2, ZRValueUnitTwip), "2twip"},
-        {integer(2, ZRValueUnitPt2), "2"},
-        {integer(2, static_cast<ZRValueUnitType>(11)), "2"},
-        {integer('%', ZRValueUnitCharacter), "%"},
-        {integer(0x1F600, ZRValueUnitCharacter), "\U0001F600"},
-        {integer(0x110000, ZRValueUnitCharacter), ""},
-        {integer(-1, ZRValueUnitCharacter), ""},
-    };
-    for (const auto& [value, text] : cases) {
+    for (const auto& [value, text] : Rows<ZRValue, const char*>{
+             {ZRValue(), ""},
+             {ZRValue(-12), "-12"},
+             {integer(12, ZRValueUnitPt), "12pt"},
+             {real(0.5F, ZRValueUnitPercent), "0.5%"},
+             {real(1234567, ZRValueUnitPt), "1.23457e+06pt"},
+             {real(std::numeric_limits<float>::infinity(), ZRValueUnitEm), "infem"},
+             {real(-std::numeric_limits<float>::quiet_NaN(), ZRValueUnitPt), "nanpt"},
+             {integer(2, ZRValueUnitKHz), "2kHz"},
+             {integer(2, ZRValueUnitTwip), "2twip"},
+             {integer(2, ZRValueUnitPt2), "2"},
+             {integer(2, static_cast<ZRValueUnitType>(11)), "2"},
+             {integer('%', ZRValueUnitCharacter), "%"},
+             {integer(0x1F600, ZRValueUnitCharacter), "\U0001F600"},
+             {integer(0x110000, ZRValueUnitCharacter), ""},
+             {integer(-1, ZRValueUnitCharacter), ""},
+         }) {
         EXPECT_EQ(utf8(value.toString()), text);
         EXPECT_EQ(value.toValueText(), value.toString());
         EXPECT_EQ(static_cast<UnicodeString>(value), value.toString());
@@ -108,4 +100,4 @@ TEST(ZRValuePrint, PrintsMapsAtAnyDepth) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

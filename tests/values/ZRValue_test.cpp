@@ -7,16 +7,11 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Rows.h"
 #include "tests/support/Values.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::dump;
-using testing::integer;
-using testing::mapOf;
-using testing::real;
-using testing::utf8;
 
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
@@ -72,40 +67,37 @@ TEST(ZRValue, TellsItsKind) {
     int living = 0;
     ZRValue colourMap = mapOf(ZRN_rgb, 1);
     colourMap.setUnitType(ZRValueUnitColor);
-    const struct {
-        ZRValue value;
-        const char* kinds;
-    } cases[] = {
-        {ZRValue(), "Null Empty"},
-        {ZRValue(5), "Integer Numeric Number NumericalValue"},
-        {ZRValue(5L), "Integer Numeric Number NumericalValue"},
-        {integer(5, ZRValueUnitEx), "Integer Numeric RelativeLength NumericalValue"},
-        {integer('x', ZRValueUnitCharacter), "Integer Numeric Character"},
-        {integer(5, ZRValueUnitColor), "Integer Numeric NumericalValue Color"},
-        {real(5, ZRValueUnitColor), "Real Numeric NumericalValue"},
-        {real(5, ZRValueUnitPercent), "Real Numeric Percentage NumericalValue"},
-        {real(5, static_cast<ZRValueUnitType>(12)), "Real Numeric AbsoluteLength NumericalValue"},
-        {real(5, ZRValueUnitTwip), "Real Numeric AbsoluteLength NumericalValue"},
-        {real(5, ZRValueUnitPt2), "Real Numeric NumericalValue"},
-        {real(5, ZRValueUnitGrad), "Real Numeric Angle NumericalValue"},
-        {ZRValue(ZRLength(5)), "Real Numeric AbsoluteLength NumericalValue"},
-        {ZRValue(ZRN_EMPTY), "Empty Name"},
-        {ZRValue(ZRN_yes), "Name True"},
-        {ZRValue(true), "Name True"},
-        {ZRValue(ZRN_no), "Name False"},
-        {ZRValue(false), "Name False"},
-        {ZRValue(ZRN_auto), "Name"},
-        {ZRValue(u""), "Empty String UnknownString"},
-        {ZRValue(u"true"), "String UnknownString"},
-        {ZRValue(u"x", ZRValueUnitLiteral), "String LiteralString"},
-        {ZRValue(u"x", ZRValueUnitUri), "String UriString"},
-        {ZRValue(new Probe(living)), "RCObject"},
-        {ZRValue(static_cast<ZRRCObject*>(nullptr)), "Null Empty"},
-        {ZRValue(static_cast<ZRNamedValueMap*>(nullptr)), "Null Empty"},
-        {mapOf(ZRN_rgb, 1), "Compound RCObject"},
-        {colourMap, "Compound Color RCObject"},
-    };
-    for (const auto& [value, kinds] : cases) {
+    for (const auto& [value, kinds] : Rows<ZRValue, const char*>{
+             {ZRValue(), "Null Empty"},
+             {ZRValue(5), "Integer Numeric Number NumericalValue"},
+             {ZRValue(5L), "Integer Numeric Number NumericalValue"},
+             {integer(5, ZRValueUnitEx), "Integer Numeric RelativeLength NumericalValue"},
+             {integer('x', ZRValueUnitCharacter), "Integer Numeric Character"},
+             {integer(5, ZRValueUnitColor), "Integer Numeric NumericalValue Color"},
+             {real(5, ZRValueUnitColor), "Real Numeric NumericalValue"},
+             {real(5, ZRValueUnitPercent), "Real Numeric Percentage NumericalValue"},
+             {real(5, static_cast<ZRValueUnitType>(12)),
+              "Real Numeric AbsoluteLength NumericalValue"},
+             {real(5, ZRValueUnitTwip), "Real Numeric AbsoluteLength NumericalValue"},
+             {real(5, ZRValueUnitPt2), "Real Numeric NumericalValue"},
+             {real(5, ZRValueUnitGrad), "Real Numeric Angle NumericalValue"},
+             {ZRValue(ZRLength(5)), "Real Numeric AbsoluteLength NumericalValue"},
+             {ZRValue(ZRN_EMPTY), "Empty Name"},
+             {ZRValue(ZRN_yes), "Name True"},
+             {ZRValue(true), "Name True"},
+             {ZRValue(ZRN_no), "Name False"},
+             {ZRValue(false), "Name False"},
+             {ZRValue(ZRN_auto), "Name"},
+             {ZRValue(u""), "Empty String UnknownString"},
+             {ZRValue(u"true"), "String UnknownString"},
+             {ZRValue(u"x", ZRValueUnitLiteral), "String LiteralString"},
+             {ZRValue(u"x", ZRValueUnitUri), "String UriString"},
+             {ZRValue(new Probe(living)), "RCObject"},
+             {ZRValue(static_cast<ZRRCObject*>(nullptr)), "Null Empty"},
+             {ZRValue(static_cast<ZRNamedValueMap*>(nullptr)), "Null Empty"},
+             {mapOf(ZRN_rgb, 1), "Compound RCObject"},
+             {colourMap, "Compound Color RCObject"},
+         }) {
         EXPECT_EQ(predicates(value), kinds) << "for: " << dump(value);
     }
 }
@@ -192,20 +184,16 @@ TEST(ZRValue, AnObjectThatIsAMapMayBeCalledOne) {
 }
 
 TEST(ZRValue, RoundsRealsHalfUpIntoTheRangeOfIntegers) {
-    const struct {
-        float number;
-        int expected;
-    } cases[] = {
-        {1.5F, 2},
-        {-1.5F, -1},
-        {0.49999997F, 0},
-        {8388609.0F, 8388609},
-        {3e9F, std::numeric_limits<int>::max()},
-        {-3e9F, std::numeric_limits<int>::min()},
-        {kInfinity, std::numeric_limits<int>::max()},
-        {kNaN, 0},
-    };
-    for (const auto& [number, expected] : cases) {
+    for (const auto& [number, expected] : Rows<float, int>{
+             {1.5F, 2},
+             {-1.5F, -1},
+             {0.49999997F, 0},
+             {8388609.0F, 8388609},
+             {3e9F, std::numeric_limits<int>::max()},
+             {-3e9F, std::numeric_limits<int>::min()},
+             {kInfinity, std::numeric_limits<int>::max()},
+             {kNaN, 0},
+         }) {
         EXPECT_EQ(real(number, ZRValueUnitNumber).getIntegerValue(), expected) << number;
     }
     EXPECT_EQ(ZRValue(ZRN_auto).getIntegerValue(), 0);
@@ -213,28 +201,23 @@ TEST(ZRValue, RoundsRealsHalfUpIntoTheRangeOfIntegers) {
 }
 
 TEST(ZRValue, ConvertsWithinADimension) {
-    const struct {
-        float number;
-        ZRValueUnitType from;
-        ZRValueUnitType to;
-        float expected;
-    } cases[] = {
-        {50, ZRValueUnitPercent, ZRValueUnitNumber, 0.5F},
-        {0.5F, ZRValueUnitNumber, ZRValueUnitPercent, 50},
-        {1, ZRValueUnitIn, ZRValueUnitPc, 6},
-        {1, ZRValueUnitRad, ZRValueUnitDeg, 57.295776F},
-        {100, ZRValueUnitGrad, ZRValueUnitDeg, 90},
-        {180, ZRValueUnitDeg, ZRValueUnitRad, 3.1415926F},
-        {200, ZRValueUnitGrad, ZRValueUnitRad, 3.1415927F},
-        {1, ZRValueUnitRad, ZRValueUnitGrad, 63.661976F},
-        {2, ZRValueUnitS, ZRValueUnitMs, 2000},
-        {500, ZRValueUnitMs, ZRValueUnitS, 0.5F},
-        {2, ZRValueUnitKHz, ZRValueUnitHz, 2000},
-        {500, ZRValueUnitHz, ZRValueUnitKHz, 0.5F},
-        {7, ZRValueUnitEm, ZRValueUnitEm, 7},
-        {7, ZRValueUnitEm, ZRValueUnitNone, 7},
-    };
-    for (const auto& [number, from, to, expected] : cases) {
+    for (const auto& [number, from, to, expected] :
+         Rows<float, ZRValueUnitType, ZRValueUnitType, float>{
+             {50, ZRValueUnitPercent, ZRValueUnitNumber, 0.5F},
+             {0.5F, ZRValueUnitNumber, ZRValueUnitPercent, 50},
+             {1, ZRValueUnitIn, ZRValueUnitPc, 6},
+             {1, ZRValueUnitRad, ZRValueUnitDeg, 57.295776F},
+             {100, ZRValueUnitGrad, ZRValueUnitDeg, 90},
+             {180, ZRValueUnitDeg, ZRValueUnitRad, 3.1415926F},
+             {200, ZRValueUnitGrad, ZRValueUnitRad, 3.1415927F},
+             {1, ZRValueUnitRad, ZRValueUnitGrad, 63.661976F},
+             {2, ZRValueUnitS, ZRValueUnitMs, 2000},
+             {500, ZRValueUnitMs, ZRValueUnitS, 0.5F},
+             {2, ZRValueUnitKHz, ZRValueUnitHz, 2000},
+             {500, ZRValueUnitHz, ZRValueUnitKHz, 0.5F},
+             {7, ZRValueUnitEm, ZRValueUnitEm, 7},
+             {7, ZRValueUnitEm, ZRValueUnitNone, 7},
+         }) {
         EXPECT_FLOAT_EQ(real(number, from).getRealValue(to), expected) << from << " to " << to;
     }
 }
@@ -282,22 +265,18 @@ TEST(ZRValue, AMapThatHoldsItselfHasNoLength) {
 }
 
 TEST(ZRValue, NormalizesToTheCanonicalUnit) {
-    const struct {
-        ZRValue value;
-        const char* normal;
-    } cases[] = {
-        {integer(1, ZRValueUnitIn), "real 72pt"},
-        {integer(1, ZRValueUnitPt), "integer 1pt"},
-        {real(20, ZRValueUnitTwip), "real 1pt"},
-        {integer(1, ZRValueUnitRad), "real 57.2958deg"},
-        {integer(100, ZRValueUnitGrad), "real 90deg"},
-        {integer(2, ZRValueUnitS), "real 2000ms"},
-        {integer(2, ZRValueUnitKHz), "real 2000Hz"},
-        {integer(2, ZRValueUnitEm), "integer 2em"},
-        {real(2, static_cast<ZRValueUnitType>(11)), "real 2"},
-        {ZRValue(u"x"), "string x"},
-    };
-    for (const auto& [value, normal] : cases) {
+    for (const auto& [value, normal] : Rows<ZRValue, const char*>{
+             {integer(1, ZRValueUnitIn), "real 72pt"},
+             {integer(1, ZRValueUnitPt), "integer 1pt"},
+             {real(20, ZRValueUnitTwip), "real 1pt"},
+             {integer(1, ZRValueUnitRad), "real 57.2958deg"},
+             {integer(100, ZRValueUnitGrad), "real 90deg"},
+             {integer(2, ZRValueUnitS), "real 2000ms"},
+             {integer(2, ZRValueUnitKHz), "real 2000Hz"},
+             {integer(2, ZRValueUnitEm), "integer 2em"},
+             {real(2, static_cast<ZRValueUnitType>(11)), "real 2"},
+             {ZRValue(u"x"), "string x"},
+         }) {
         ZRValue normalized(value);
         normalized.normalizeUnit();
         EXPECT_EQ(dump(normalized), normal) << "for: " << dump(value);
@@ -314,4 +293,4 @@ TEST(ZRValue, NamesComeFromNameValuesAndFromTheTextOfOthers) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

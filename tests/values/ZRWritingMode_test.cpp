@@ -7,11 +7,8 @@
 
 #include "tests/support/Text.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::text;
-using testing::utf8;
 
 std::string described(ZRWritingMode mode) {
     std::string all;
@@ -140,4 +137,4 @@ TEST(ZROrientation, IsTheNearestQuarterTurn) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

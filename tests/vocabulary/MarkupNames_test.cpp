@@ -5,11 +5,8 @@
 #include "zro/vocabulary/MathMLName.h"
 #include "zro/vocabulary/SVGName.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::text;
-using testing::utf8;
 
 // Every number has a text of its own, from which it comes back.
 template <class Name, class Enum>
@@ -64,4 +61,4 @@ TEST(SVGName, IsMadeOfNamesAndValues) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

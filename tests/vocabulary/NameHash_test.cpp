@@ -8,23 +8,21 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Rows.h"
+
 namespace ZroCommon::internal {
 namespace {
 
 // Values of another implementation of SipHash-1-3, over the little-endian bytes of the text.
 TEST(NameHash, IsSipHash) {
-    const struct {
-        std::u16string_view text;
-        std::uint64_t hash;
-    } cases[] = {
-        {u"a", 0x9B310FBA2C6D84D2U},
-        {u"on", 0x9486EFD69E7E62F1U},
-        {u"auto", 0x5E0846F9BCBF8D75U},
-        {u"abcdefg", 0xE8166DC509D14C29U},
-        {u"abcdefgh", 0x0CD332FEADAD186DU},
-        {u"http://www.w3.org/1999/XSL/Format", 0x829A94F965DC3E86U},
-    };
-    for (const auto& [text, hash] : cases) {
+    for (const auto& [text, hash] : testing::Rows<std::u16string_view, std::uint64_t>{
+             {u"a", 0x9B310FBA2C6D84D2U},
+             {u"on", 0x9486EFD69E7E62F1U},
+             {u"auto", 0x5E0846F9BCBF8D75U},
+             {u"abcdefg", 0xE8166DC509D14C29U},
+             {u"abcdefgh", 0x0CD332FEADAD186DU},
+             {u"http://www.w3.org/1999/XSL/Format", 0x829A94F965DC3E86U},
+         }) {
         EXPECT_EQ(sipHash(text, {0, 0}), hash) << "length " << text.size();
     }
 }

@@ -11,10 +11,8 @@
 #include "zro/foundation/internal/AppendNumber.h"
 #include "zro/vocabulary/ZRNameTable.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::inThreads;
 
 UnicodeString numbered(int number) {
     UnicodeString result(u"thread-name-of-some-length-");
@@ -86,4 +84,4 @@ TEST(NameThreads, PrivateTablesOfSeveralThreadsDoNotMix) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

@@ -7,14 +7,13 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Skips.h"
 #include "tests/support/Text.h"
 #include "zro/foundation/ZRPtr.h"
 #include "zro/foundation/internal/AppendNumber.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::utf8;
 
 UnicodeString numbered(const char16_t* prefix, int number) {
     UnicodeString result(prefix);
@@ -43,7 +42,7 @@ TEST(ZRNameTable, FindsEveryBuiltinNameBothWays) {
 TEST(ZRNameTable, BuiltinNamesAreTheRowsOfTheVocabulary) {
     std::ifstream rows(ZRO_TEST_DATA_DIR "/builtin-names.tsv");
     if (!rows) {
-        GTEST_SKIP() << "no builtin-names.tsv in " ZRO_TEST_DATA_DIR;
+        GTEST_SKIP() << noData(ZRO_TEST_DATA_DIR "/builtin-names.tsv");
     }
     int count = 0;
     for (std::string row; std::getline(rows, row); ++count) {
@@ -168,4 +167,4 @@ TEST(ZRNameTableDeathTest, CleanupForgetsBuiltinNamesAndTheSharedTable) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

@@ -6,14 +6,13 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Rows.h"
 #include "tests/support/Text.h"
 #include "zro/foundation/internal/AppendNumber.h"
 #include "zro/vocabulary/ZRNameTable.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::utf8;
 
 static_assert(std::is_trivially_copyable_v<ZRName> && sizeof(ZRName) == 4);
 
@@ -34,19 +33,22 @@ TEST(ZRName, TheEmptyNameIsBuiltinNumberZero) {
 }
 
 TEST(ZRName, BuiltinNamesHaveFixedNumbers) {
-    const struct {
-        const char16_t* text;
-        int number;
-    } cases[] = {
-        {u"ANSI_X3.4", 1},   {u"#CMYK", 179},
-        {u"#RGB", 182},      {u"#SEPARATION", 183},
-        {u"fit", 611},       {u"fitv", 617},
-        {u"xyz", 1562},      {u"xyz-top", 1565},
-        {u"zoom", 1582},     {u"above", 188},
-        {u"yav", 257},       {u"azimuth", 258},
-        {u"ISO-8859-1", 82}, {u"field-muiltiline", 588},
-    };
-    for (const auto& [text, number] : cases) {
+    for (const auto& [text, number] : Rows<const char16_t*, int>{
+             {u"ANSI_X3.4", 1},
+             {u"#CMYK", 179},
+             {u"#RGB", 182},
+             {u"#SEPARATION", 183},
+             {u"fit", 611},
+             {u"fitv", 617},
+             {u"xyz", 1562},
+             {u"xyz-top", 1565},
+             {u"zoom", 1582},
+             {u"above", 188},
+             {u"yav", 257},
+             {u"azimuth", 258},
+             {u"ISO-8859-1", 82},
+             {u"field-muiltiline", 588},
+         }) {
         EXPECT_EQ(int{ZRName(text)}, number) << utf8(text);
         EXPECT_TRUE(ZRName(text).isBuiltin());
     }
@@ -87,4 +89,4 @@ TEST(ZRName, AGeneratedIdMayExistAlready) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

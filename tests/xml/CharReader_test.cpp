@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Rows.h"
 #include "tests/support/SmallStack.h"
 #include "tests/support/Streams.h"
 #include "tests/support/Text.h"
@@ -117,23 +118,18 @@ TEST(CharReader, InnerInputsEndIntoTheOuterOne) {
 
 // On purpose: it is read as one of the outer input, and then once more for each input.
 TEST(CharReader, TheFirstCharacterBehindInnerInputsCountsOnceMoreForEach) {
-    const struct {
-        const char* outer;
-        std::u16string_view putBack;
-        const char* rest;
-        const char* position;
-    } rows[] = {
-        {"ab", u"", "b", "1:4"},
-        {"a\n", u"", "\n", "4:0"},
-        {"a\xED\xA0\x80", u"", "\xEF\xBF\xBD", "1:4"},
-        {"a", u"12", "12", "1:3"},
-        {"a", u"\x85z", "\nz", "3:0"},
-        {"ab", u"\r", "\nb", "3:1"},
-        {"a\nb", u"\r2", "\n2b", "3:1"},
-        {"a\rb", u"\r", "\n\nb", "4:1"},
-        {"a", u"", "", "1:1"},
-    };
-    for (const auto& [outer, putBack, rest, position] : rows) {
+    for (const auto& [outer, putBack, rest, position] :
+         testing::Rows<const char*, std::u16string_view, const char*, const char*>{
+             {"ab", u"", "b", "1:4"},
+             {"a\n", u"", "\n", "4:0"},
+             {"a\xED\xA0\x80", u"", "\xEF\xBF\xBD", "1:4"},
+             {"a", u"12", "12", "1:3"},
+             {"a", u"\x85z", "\nz", "3:0"},
+             {"ab", u"\r", "\nb", "3:1"},
+             {"a\nb", u"\r2", "\n2b", "3:1"},
+             {"a\rb", u"\r", "\n\nb", "4:1"},
+             {"a", u"", "", "1:1"},
+         }) {
         Reader reader(outer);
         reader.take(1);
         reader.pushText(UnicodeString(putBack.data(), static_cast<int32_t>(putBack.size())));
@@ -235,20 +231,16 @@ TEST(CharReader, ManyInputsThatEndTogetherNeedNoStack) {
 }
 
 TEST(CharReader, LiteralsAreNormalizedLikeInputs) {
-    const struct {
-        std::u16string_view raw;
-        std::u16string_view normal;
-    } rows[] = {
-        {u"a\r\nb\rc\x85"
-         u"d\u2028e\r\x85",
-         u"a\nb\nc\nd\ne\n"},
-        {u"\xD83D\xDE00", u"\xD83D\xDE00"},
-        {u"\xD83Dxy", u"\uFFFDy"},
-        {u"a\xD83D", u"a\uFFFD"},
-        {u"\xDE00\xD83D\xD83Dz", u"\xDE00\uFFFDz"},
-        {u"\r\xD83D", u"\n"},
-    };
-    for (const auto& [raw, normal] : rows) {
+    for (const auto& [raw, normal] : testing::Rows<std::u16string_view, std::u16string_view>{
+             {u"a\r\nb\rc\x85"
+              u"d\u2028e\r\x85",
+              u"a\nb\nc\nd\ne\n"},
+             {u"\xD83D\xDE00", u"\xD83D\xDE00"},
+             {u"\xD83Dxy", u"\uFFFDy"},
+             {u"a\xD83D", u"a\uFFFD"},
+             {u"\xDE00\xD83D\xD83Dz", u"\xDE00\uFFFDz"},
+             {u"\r\xD83D", u"\n"},
+         }) {
         std::u16string text(raw);
         text.resize(normalizeLiteral(text));
         EXPECT_EQ(text, normal);

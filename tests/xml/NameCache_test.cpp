@@ -8,10 +8,8 @@
 #include "tests/support/XmlEvents.h"
 #include "zro/vocabulary/ZRNameTable.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::xmlEvents;
 
 // What a thread's last parser has met is at hand for the next one, whose numbers are others.
 TEST(NameCache, NamesKeepTheirTextsWhileNumbersBeginAnew) {
@@ -71,4 +69,4 @@ TEST(NameCache, AParserMayEndInAnotherThread) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

@@ -6,25 +6,24 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Rows.h"
 #include "tests/support/XmlEvents.h"
 #include "zro/streams/transcoding/ZRTCVStream.h"
 #include "zro/xml/internal/Transcoder.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
 
-using testing::xmlEvents;
-using testing::XmlReading;
 using namespace std::string_view_literals;
 
 // "name, events"
 std::string encodingAndEvents(std::string_view document, const XmlReading& reading = {}) {
     std::istringstream stream{std::string(document)};
     const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
-    testing::XmlEventLog log(*parser, reading);
+    XmlEventLog log(*parser, reading);
     parser->setInput(stream, reading.encoding, u"");
     const std::string events = log.read();
-    return testing::utf8(parser->getInputEncoding()) + ", " + events;
+    return utf8(parser->getInputEncoding()) + ", " + events;
 }
 
 // ASCII as units of two bytes.
@@ -41,31 +40,26 @@ std::string declared(std::string_view name) {
 }
 
 TEST(XmlParserEncoding, TheDeclarationCountsWhereTheBytesLeaveAChoice) {
-    const struct {
-        std::string document;
-        const char* result;
-    } rows[] = {
-        {"<a>\xC3\xA9</a>", "UTF-8, <a>  '\xC3\xA9'  </a>  ."},
-        {declared("ISO-8859-1") + "<a>\xE9</a>", "ISO-8859-1, <a>  '\xC3\xA9'  </a>  ."},
-        {declared("iso-8859-1") + "<a>\xE9</a>", "iso-8859-1, <a>  '\xC3\xA9'  </a>  ."},
-        {declared(" latin1 ") + "<a>\xE9</a>", "latin1, <a>  '\xC3\xA9'  </a>  ."},
-        {declared("US-ASCII") + "<a>\xE9</a>", "US-ASCII, <a>  '\xC3\xA9'  </a>  ."},
-        {declared("") + "<a/>", ", <a/>  </a>  ."},
-        {"\xEF\xBB\xBF" + declared("utf-8") + "<a/>", "utf-8, <a/>  </a>  ."},
-        {"\xEF\xBB\xBF" + declared("ISO-8859-1") + "<a/>",
-         "ISO-8859-1, throws 6201 Conflict encoding: ISO-8859-1.\\nSTART_DOCUMENT, Line 1, Col "
-         "41."},
-        {"\xFF\xFE" + wide(declared("UTF-8") + "<a/>", false),
-         "UTF-8, throws 6201 Conflict encoding: UTF-8.\\nSTART_DOCUMENT, Line 1, Col 35."},
-        {"\xFF\xFE" + wide(declared("UTF-16") + "<a/>", false), "UTF-16, <a/>  </a>  ."},
-        {"\xFE\xFF" + wide(declared("unicode") + "<a/>", true), "unicode, <a/>  </a>  ."},
-        {wide(declared("UTF-8") + "<a/>", false), "UTF-16LE, <a/>  </a>  ."},
-        {wide(declared("UTF-16") + "<a/>", false), "UTF-16, <a/>  </a>  ."},
-        {wide(declared("UTF-32LE") + "<a/>", true), "UTF-16BE, <a/>  </a>  ."},
-        // An order that is not known reads bytes.
-        {declared("UTF-16") + "<a>\xE9</a>", "UTF-16, <a>  '\xC3\xA9'  </a>  ."},
-    };
-    for (const auto& [document, result] : rows) {
+    for (const auto& [document, result] : Rows<std::string, const char*>{
+             {"<a>\xC3\xA9</a>", "UTF-8, <a>  '\xC3\xA9'  </a>  ."},
+             {declared("ISO-8859-1") + "<a>\xE9</a>", "ISO-8859-1, <a>  '\xC3\xA9'  </a>  ."},
+             {declared("iso-8859-1") + "<a>\xE9</a>", "iso-8859-1, <a>  '\xC3\xA9'  </a>  ."},
+             {declared(" latin1 ") + "<a>\xE9</a>", "latin1, <a>  '\xC3\xA9'  </a>  ."},
+             {declared("US-ASCII") + "<a>\xE9</a>", "US-ASCII, <a>  '\xC3\xA9'  </a>  ."},
+             {declared("") + "<a/>", ", <a/>  </a>  ."},
+             {"\xEF\xBB\xBF" + declared("utf-8") + "<a/>", "utf-8, <a/>  </a>  ."},
+             {"\xEF\xBB\xBF" + declared("ISO-8859-1") + "<a/>",
+              "ISO-8859-1, throws 6201 Conflict encoding: ISO-8859-1. @START_DOCUMENT 1:41"},
+             {"\xFF\xFE" + wide(declared("UTF-8") + "<a/>", false),
+              "UTF-8, throws 6201 Conflict encoding: UTF-8. @START_DOCUMENT 1:35"},
+             {"\xFF\xFE" + wide(declared("UTF-16") + "<a/>", false), "UTF-16, <a/>  </a>  ."},
+             {"\xFE\xFF" + wide(declared("unicode") + "<a/>", true), "unicode, <a/>  </a>  ."},
+             {wide(declared("UTF-8") + "<a/>", false), "UTF-16LE, <a/>  </a>  ."},
+             {wide(declared("UTF-16") + "<a/>", false), "UTF-16, <a/>  </a>  ."},
+             {wide(declared("UTF-32LE") + "<a/>", true), "UTF-16BE, <a/>  </a>  ."},
+             // An order that is not known reads bytes.
+             {declared("UTF-16") + "<a>\xE9</a>", "UTF-16, <a>  '\xC3\xA9'  </a>  ."},
+         }) {
         EXPECT_EQ(encodingAndEvents(document), result) << "for: " << document;
     }
 }
@@ -86,16 +80,16 @@ TEST(XmlParserEncoding, PresetsStandAgainstALessThanSignOnly) {
 }
 
 TEST(XmlParserEncoding, AFalseByteOrderMarkIsAnInvalidCharacter) {
-    EXPECT_EQ(xmlEvents("\xEF\xBB\0<a/>"sv),
-              "throws 6196 Invalid character.\\nSTART_DOCUMENT, Line 1, Col 0.");
+    EXPECT_EQ(xmlEvents("\xEF\xBB\0<a/>"sv), "throws 6196 Invalid character. @START_DOCUMENT 1:0");
     EXPECT_EQ(xmlEvents("\xEF\xBB\0<a/>"sv, {.tolerant = true}),
               "[6196 Invalid character.]  <a/>  </a>  .");
 }
 
 TEST(XmlParserEncoding, UnknownEncodings) {
     const std::string document = declared(" klingon ") + "<a/>";
-    EXPECT_EQ(encodingAndEvents(document), "klingon, throws 6197 Unknown or unsupported encoding: "
-                                           "klingon.\\nSTART_DOCUMENT, Line 1, Col 39.");
+    EXPECT_EQ(
+        encodingAndEvents(document),
+        "klingon, throws 6197 Unknown or unsupported encoding: klingon. @START_DOCUMENT 1:39");
     EXPECT_EQ(encodingAndEvents(document, {.tolerant = true}),
               "klingon, [6197 Unknown or unsupported encoding: klingon.]  <a/>  </a>  .");
     EXPECT_EQ(
@@ -104,29 +98,23 @@ TEST(XmlParserEncoding, UnknownEncodings) {
     // The name as written, when nobody was asked for it.
     EXPECT_EQ(xmlEvents(document, {.features = {ZRXmlParser::FEATURE_BUILTIN_ENCODINGS_ONLY,
                                                 ZRXmlParser::FEATURE_IGNORE_UNKNOWN_ENCODING}}),
-              "throws 6197 Unknown or unsupported encoding:  klingon .\\nSTART_DOCUMENT, Line 1, "
-              "Col 39.");
+              "throws 6197 Unknown or unsupported encoding:  klingon . @START_DOCUMENT 1:39");
     EXPECT_EQ(xmlEvents("<a/>", {.encoding = u"klingon"}),
               "throws 6197 Unknown or unsupported encoding: klingon.\\nSTART_DOCUMENT.");
 }
 
 TEST(XmlParserEncoding, DeclaredEncodingsOfTheConversionLibrary) {
-    const struct {
-        const char* name;
-        const char* bytes;
-        const char* text;
-    } rows[] = {
-        {"Shift_JIS", "\x82\xA0\x87\x40", "あ①"},
-        {"EUC-JP", "\xA4\xA2", "あ"},
-        {" iso-2022-jp ", "\x1B$B$\"\x1B(B", "あ"},
-        {"GBK", "\x81\x40", "丂"},
-        {"Big5", "\xA4\xA4", "中"},
-        {"EUC-KR", "\xB0\xA1", "가"},
-        {"KOI8-R", "\xF0\xD2", "Пр"},
-        {"windows-1252", "\x80\xFF", "€ÿ"},
-        {"Shift_JIS", "\x82", "\uFFFD"},  // and the "<" behind it is not lost
-    };
-    for (const auto& [name, bytes, text] : rows) {
+    for (const auto& [name, bytes, text] : Rows<const char*, const char*, const char*>{
+             {"Shift_JIS", "\x82\xA0\x87\x40", "あ①"},
+             {"EUC-JP", "\xA4\xA2", "あ"},
+             {" iso-2022-jp ", "\x1B$B$\"\x1B(B", "あ"},
+             {"GBK", "\x81\x40", "丂"},
+             {"Big5", "\xA4\xA4", "中"},
+             {"EUC-KR", "\xB0\xA1", "가"},
+             {"KOI8-R", "\xF0\xD2", "Пр"},
+             {"windows-1252", "\x80\xFF", "€ÿ"},
+             {"Shift_JIS", "\x82", "\uFFFD"},  // and the "<" behind it is not lost
+         }) {
         EXPECT_EQ(xmlEvents(declared(name) + "<a>" + bytes + "</a>"),
                   "<a>  '" + std::string(text) + "'  </a>  .")
             << name;
@@ -188,9 +176,9 @@ TEST_F(WithTranscoder, RewindingKeepsTheModeOfItsOutput) {
     parser->setInput(stream, u"", u"");
     parser->next();
     parser->rewind();
-    EXPECT_EQ(testing::utf8(parser->getInputEncoding()), "x-shifted");
+    EXPECT_EQ(utf8(parser->getInputEncoding()), "x-shifted");
     EXPECT_THROW(parser->next(), ZRError);
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

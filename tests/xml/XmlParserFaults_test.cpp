@@ -1,71 +1,18 @@
 // The parser when its stream or its memory gives out, at every place where that can happen.
 
-#include <cstdlib>
 #include <new>
 #include <sstream>
 #include <string>
 
 #include <gtest/gtest.h>
-#include <unicode/uclean.h>
 
+#include "tests/support/Memory.h"
 #include "tests/support/NamesStay.h"
 #include "tests/support/Streams.h"
 #include "tests/support/XmlEvents.h"
 
+namespace ZroCommon::testing {
 namespace {
-
-long s_newsToSucceed = -1;  // below 0: all of them
-bool s_failsForGood = false;
-
-void* allocate(std::size_t size) {
-    if (s_newsToSucceed == 0) {
-        s_newsToSucceed = s_failsForGood ? 0 : -1;
-        throw std::bad_alloc();
-    }
-    s_newsToSucceed -= s_newsToSucceed > 0 ? 1 : 0;
-    void* memory = std::malloc(size == 0 ? 1 : size);
-    return memory != nullptr ? memory : throw std::bad_alloc();
-}
-
-void* allocateOrNull(std::size_t size) noexcept {
-    try {
-        return allocate(size);
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    return allocate(size);
-}
-void* operator new[](std::size_t size) {
-    return allocate(size);
-}
-void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-    return allocateOrNull(size);
-}
-void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-    return allocateOrNull(size);
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete[](void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t /*size*/) noexcept {
-    std::free(memory);
-}
-void operator delete[](void* memory, std::size_t /*size*/) noexcept {
-    std::free(memory);
-}
-
-namespace ZroCommon {
-namespace {
-
-using testing::FakeWeb;
 
 const FakeWeb::Resources kResources = {
     {"http://h/x", "<?xml encoding='UTF-8'?><b/>t"},
@@ -82,12 +29,12 @@ const char* const kDocuments[] = {
 };
 
 std::string read(ZRXmlParser& parser, std::istream& stream) {
-    const testing::XmlReading reading{.positions = true};
-    testing::XmlEventLog log(parser, reading);
+    const XmlReading reading{.positions = true};
+    XmlEventLog log(parser, reading);
     try {
         parser.setInput(stream, u"", u"http://h/");
     } catch (const ZRError& error) {
-        return "throws " + testing::XmlEventLog::describe(error);
+        return "throws " + XmlEventLog::describe(error);
     }
     return log.read();
 }
@@ -103,7 +50,7 @@ std::string afterwards(ZRXmlParser& parser) {
 
 // Throws at its end, the first time.
 template <class Thrown>
-class ThrowOnceBuf : public testing::PiecewiseBuf {
+class ThrowOnceBuf : public PiecewiseBuf {
 public:
     ThrowOnceBuf(const std::string& bytes, std::size_t at) : PiecewiseBuf(bytes.substr(0, at), 1) {}
 
@@ -124,7 +71,7 @@ struct OtherError {};
 
 template <class Thrown>
 void throwAtEveryByte() {
-    const testing::NamesStay names;
+    const NamesStay names;
     const FakeWeb web(kResources);
     const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
     for (const std::string document : kDocuments) {
@@ -150,26 +97,26 @@ TEST(XmlParserFaults, AStreamThatThrowsDoesNotHarmTheParser) {
 }
 
 // The whole document or an exception; never a part as if it were all.
-std::string readWithNews(ZRXmlParser& parser, const char* document, long news) {
+std::string readWithNews(ZRXmlParser& parser, const char* document, long news, bool forGood) {
     std::istringstream stream(document);
     try {
-        s_newsToSucceed = news;
+        letNewsSucceed(news, forGood);
         std::string events = read(parser, stream);
-        s_newsToSucceed = -1;
+        letNewsSucceed(-1);
         return events.find("throws 2049 Out of memory.") == std::string::npos ? events
                                                                               : "bad_alloc";
     } catch (const std::bad_alloc&) {
-        s_newsToSucceed = -1;
+        letNewsSucceed(-1);
         return "bad_alloc";
     }
 }
 
-void failEveryNew(const char* document) {
+void failEveryNew(const char* document, bool forGood) {
     const FakeWeb web(kResources);
-    const std::string expected = readWithNews(*ZRXmlUtil::createXmlParser(), document, -1);
+    const std::string expected = readWithNews(*ZRXmlUtil::createXmlParser(), document, -1, true);
     for (long news = 0;; ++news) {
         const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
-        const std::string events = readWithNews(*parser, document, news);
+        const std::string events = readWithNews(*parser, document, news, forGood);
         ASSERT_TRUE(events == "bad_alloc" || events == expected)
             << events << "\nfor " << document << " with " << news << " allocations";
         ASSERT_EQ(afterwards(*parser), "") << document << " with " << news << " allocations";
@@ -180,36 +127,24 @@ void failEveryNew(const char* document) {
 }
 
 TEST(XmlParserFaults, AllocationsThatFailEndInAnExceptionAndDoNotHarmTheParser) {
-    const testing::NamesStay names;
+    const NamesStay names;
     for (const bool forGood : {false, true}) {
-        s_failsForGood = forGood;
         for (const char* document : kDocuments) {
-            failEveryNew(document);
+            failEveryNew(document, forGood);
         }
     }
 }
 
-void* failLarge(const void* /*context*/, std::size_t size) {
-    return size > 100'000 ? nullptr : std::malloc(size);
-}
-void* reallocate(const void* /*context*/, void* memory, std::size_t size) {
-    return std::realloc(memory, size);
-}
-void deallocate(const void* /*context*/, void* memory) {
-    std::free(memory);
-}
-
 // Texts have memory of their own, and one that finds none is told by an error, not by bad_alloc.
 TEST(XmlParserFaults, ALackOfMemoryIsNoFaultOfTheExternalSubset) {
-    UErrorCode status = U_ZERO_ERROR;
-    u_setMemoryFunctions(nullptr, failLarge, reallocate, deallocate, &status);
+    lendTextsMemory(100'000);
     const FakeWeb web(
         FakeWeb::Resources{{"http://h/large", "<!ENTITY e '" + std::string(100'000, 'x') + "'>"}});
-    EXPECT_EQ(testing::xmlEvents("<!DOCTYPE a SYSTEM 'http://h/large'><a/>",
-                                 {.features = {ZRXmlParser::FEATURE_IGNORE_EXTERNAL_SUBSET_ERRORS}})
+    EXPECT_EQ(xmlEvents("<!DOCTYPE a SYSTEM 'http://h/large'><a/>",
+                        {.features = {ZRXmlParser::FEATURE_IGNORE_EXTERNAL_SUBSET_ERRORS}})
                   .substr(0, 26),
               "throws 2049 Out of memory.");
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

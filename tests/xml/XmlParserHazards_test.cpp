@@ -11,14 +11,13 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/Errors.h"
+#include "tests/support/Rows.h"
 #include "tests/support/SmallStack.h"
 #include "tests/support/Streams.h"
 #include "tests/support/XmlEvents.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::utf8;
 
 struct Totals {
     std::size_t events = 0;
@@ -47,7 +46,7 @@ Totals readAll(std::istream& stream, const ZRLimits& limits = {}) {
 
 Totals readAll(const std::string& document, const ZRLimits& limits = {}) {
     Totals totals;
-    testing::onSmallStack([&] {
+    onSmallStack([&] {
         std::istringstream stream(document);
         totals = readAll(stream, limits);
     });
@@ -117,27 +116,25 @@ TEST(XmlParserHazards, SizeHasNoBounds) {
 
 // Four times the input in at most about four times the time.
 TEST(XmlParserHazards, WorkGrowsNoFasterThanTheInput) {
-    const struct {
-        const char* what;
-        std::string (*make)(std::size_t);
-        std::size_t count;
-    } rows[] = {
-        {"depth", deep, 60'000},
-        {"attributes", wideTag, 20'000},
-        {"references", manyReferences, 40'000},
-        {"chain", chain, 10'000},
-        {"brackets", [](std::size_t n) { return "<a>" + std::string(n, ']') + "</a>"; }, 200'000},
-        {"dashes", [](std::size_t n) { return "<a><!--" + repeated(n, "- ") + "--></a>"; },
-         200'000},
-        {"declarations",
-         [](std::size_t n) { return repeated(n, "<?xml version='1.0'?>") + "<a/>"; }, 5'000},
-        {"namespaces",
-         [](std::size_t n) {
-             return "<a" + numbered(n, " xmlns:n", "='u'") + numbered(n, " n", ":b='x'") + "/>";
-         },
-         10'000},
-    };
-    for (const auto& [what, make, count] : rows) {
+    for (const auto& [what, make, count] :
+         Rows<const char*, std::string (*)(std::size_t), std::size_t>{
+             {"depth", deep, 60'000},
+             {"attributes", wideTag, 20'000},
+             {"references", manyReferences, 40'000},
+             {"chain", chain, 10'000},
+             {"brackets", [](std::size_t n) { return "<a>" + std::string(n, ']') + "</a>"; },
+              200'000},
+             {"dashes", [](std::size_t n) { return "<a><!--" + repeated(n, "- ") + "--></a>"; },
+              200'000},
+             {"declarations",
+              [](std::size_t n) { return repeated(n, "<?xml version='1.0'?>") + "<a/>"; }, 5'000},
+             {"namespaces",
+              [](std::size_t n) {
+                  return "<a" + numbered(n, " xmlns:n", "='u'") + numbered(n, " n", ":b='x'")
+                         + "/>";
+              },
+              10'000},
+         }) {
         const std::string small = make(count);
         const std::string large = make(4 * count);
         double best = 1000;
@@ -189,7 +186,7 @@ TEST(XmlParserHazards, ExpansionCanBeLimited) {
 }
 
 TEST(XmlParserHazards, NestingOfInputsCanBeLimited) {
-    const testing::FakeWeb web(testing::FakeWeb::Resources{{"http://h/e.ent", "<b/>......&e;"}});
+    const FakeWeb web(FakeWeb::Resources{{"http://h/e.ent", "<b/>......&e;"}});
     const char* document = "<!DOCTYPE a [<!ENTITY e SYSTEM 'http://h/e.ent'>]><a>&e;</a>";
     EXPECT_EQ(readAll(document, ZRLimits::strict()).error.substr(0, 30),
               "Limit exceeded: input nesting.");
@@ -198,22 +195,16 @@ TEST(XmlParserHazards, NestingOfInputsCanBeLimited) {
 
 // Short entities have ended before the reference in them is read.
 TEST(XmlParserHazards, NestingIsCountedByWhatRefersToWhat) {
-    const struct {
-        std::string first;
-        std::string second;
-        std::string content;
-        const char* error;
-    } cases[] = {
-        {"&a;", "", "&a;", "Limit exceeded: input nesting."},
-        {"&a;x", "", "&a;", "Limit exceeded: input nesting."},
-        {"&b;", "&a;", "&a;", "Limit exceeded: input nesting."},
-        {"&i;", "", "&a;", "Limit exceeded: input nesting."},
-        {"x", "<b/>", repeated(60, "&a;"), ""},
-        {"x", "&a;", repeated(60, "&b;&a;"), ""},
-    };
-    for (const auto& [first, second, content, error] : cases) {
-        const testing::FakeWeb web(
-            testing::FakeWeb::Resources{{"http://h/a", first}, {"http://h/b", second}});
+    for (const auto& [first, second, content, error] :
+         Rows<std::string, std::string, std::string, const char*>{
+             {"&a;", "", "&a;", "Limit exceeded: input nesting."},
+             {"&a;x", "", "&a;", "Limit exceeded: input nesting."},
+             {"&b;", "&a;", "&a;", "Limit exceeded: input nesting."},
+             {"&i;", "", "&a;", "Limit exceeded: input nesting."},
+             {"x", "<b/>", repeated(60, "&a;"), ""},
+             {"x", "&a;", repeated(60, "&b;&a;"), ""},
+         }) {
+        const FakeWeb web(FakeWeb::Resources{{"http://h/a", first}, {"http://h/b", second}});
         EXPECT_EQ(readAll("<!DOCTYPE a [<!ENTITY a SYSTEM 'http://h/a'><!ENTITY b SYSTEM "
                           "'http://h/b'><!ENTITY i '&#38;a;'>]><a>"
                               + content + "</a>",
@@ -225,16 +216,16 @@ TEST(XmlParserHazards, NestingIsCountedByWhatRefersToWhat) {
 }
 
 TEST(XmlParserHazards, ParameterEntitiesThatReferToThemselvesAreLimited) {
-    const testing::FakeWeb web(testing::FakeWeb::Resources{{"http://h/p", "%p;"}});
+    const FakeWeb web(FakeWeb::Resources{{"http://h/p", "%p;"}});
     EXPECT_EQ(readAll("<!DOCTYPE a [<!ENTITY % p SYSTEM 'http://h/p'>%p;]><a/>", ZRLimits::strict())
                   .error.substr(0, 30),
               "Limit exceeded: input nesting.");
 }
 
 TEST(XmlParserHazards, ExternalCharactersCountAsExpansion) {
-    const testing::FakeWeb web(testing::FakeWeb::Resources{{"http://h/a", repeated(10, "&b;")},
-                                                           {"http://h/b", repeated(10, "&c;")},
-                                                           {"http://h/c", std::string(99, 'x')}});
+    const FakeWeb web(FakeWeb::Resources{{"http://h/a", repeated(10, "&b;")},
+                                         {"http://h/b", repeated(10, "&c;")},
+                                         {"http://h/c", std::string(99, 'x')}});
     ZRLimits limits = ZRLimits::strict();
     limits.entityExpansionThreshold = 10'000;
     const std::string start = "<!DOCTYPE a [<!ENTITY a SYSTEM 'http://h/a'><!ENTITY b SYSTEM "
@@ -245,7 +236,7 @@ TEST(XmlParserHazards, ExternalCharactersCountAsExpansion) {
 }
 
 TEST(XmlParserHazards, NothingElseIsOpenedWhenThatIsDenied) {
-    const testing::FakeWeb web(testing::FakeWeb::Resources{{"http://h/e.ent", "<b/>"}});
+    const FakeWeb web(FakeWeb::Resources{{"http://h/e.ent", "<b/>"}});
     ZRLimits limits;
     limits.denyExternal = true;
     const std::string subset = "<!DOCTYPE a SYSTEM 'http://h/s.dtd' [";
@@ -267,7 +258,7 @@ TEST(XmlParserHazards, LimitsDoNotAskTheCallback) {
                              &reported);
     parser->setLimits(limitsWith(&ZRLimits::elementDepth, 3));
     parser->setInput(stream, u"", u"");
-    const std::string error = testing::errorOf([&parser] {
+    const std::string error = errorOf([&parser] {
         while (parser->next() != ZRXmlParser::END_DOCUMENT) {
         }
     });
@@ -278,7 +269,7 @@ TEST(XmlParserHazards, LimitsDoNotAskTheCallback) {
 }
 
 // Endless blanks behind a beginning. After some of them it sets a flag, as another thread would.
-class CancellingBuf : public testing::PiecewiseBuf {
+class CancellingBuf : public PiecewiseBuf {
 public:
     CancellingBuf(std::string head, std::atomic<bool>& flag)
         : PiecewiseBuf(std::move(head)), m_flag(flag) {}
@@ -319,14 +310,14 @@ TEST(XmlParserHazards, EndlessExpansionCanBeCancelled) {
         parser->setInput(stream, u"", u"");
         parser->next();
         flag = true;
-        EXPECT_EQ(testing::errorOf([&parser] { parser->next(); }).substr(0, 33),
+        EXPECT_EQ(errorOf([&parser] { parser->next(); }).substr(0, 33),
                   "0x183A Limit exceeded: cancelled.");
     }
 }
 
 // The first element of a document of any size comes after a few kilobytes.
 TEST(XmlParserHazards, TheFirstElementComesEarly) {
-    testing::PiecewiseBuf buffer("<a><b/>" + std::string(1'000'000, ' '), 4096);
+    PiecewiseBuf buffer("<a><b/>" + std::string(1'000'000, ' '), 4096);
     std::istream stream(&buffer);
     const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
     parser->setInput(stream, u"", u"");
@@ -335,4 +326,4 @@ TEST(XmlParserHazards, TheFirstElementComesEarly) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

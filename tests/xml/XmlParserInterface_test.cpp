@@ -10,12 +10,8 @@
 #include "tests/support/TempFolder.h"
 #include "tests/support/XmlEvents.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::errorOf;
-using testing::utf8;
-using testing::xmlEvents;
 
 // A parser at the first event of a document.
 class ParserAt {
@@ -101,11 +97,11 @@ TEST(XmlParserInterface, NothingIsLeftOfTheParserBefore) {
     EXPECT_EQ(xmlEvents("<a><b><c>&lt;</c></b></a>"), "<a>  <b>  <c>  '<'  </c>  </b>  </a>  .");
     leaveParserBehind();
     EXPECT_EQ(xmlEvents("<a>&e;</a>"),
-              "<a>  throws 6174 Reference to undefined entity: &e;\\nENTITY_REF, Line 1, Col 5.");
+              "<a>  throws 6174 Reference to undefined entity: &e; @ENTITY_REF 1:5");
 }
 
 TEST(XmlParserInterface, ReadsFilesAndTellsTheirNames) {
-    const testing::TempFolder folder;
+    const TempFolder folder;
     const UnicodeString path = folder.write("a.xml", "<a>\n</a>");
     const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
     parser->setInput(path, u"", u"");
@@ -130,7 +126,7 @@ TEST(XmlParserInterface, InputsThatCannotBeRead) {
     std::istream none(nullptr);
     EXPECT_EQ(errorFor(none), "0x1006 Input stream error. "
                               "[ZroCommon::XmlParserImpl::checkStream]");
-    testing::ThrowAtBuf throwing("", 0);
+    ThrowAtBuf throwing("", 0);
     std::istream bad(&throwing);
     EXPECT_EQ(errorFor(bad), "0x1006 Input stream error. "
                              "[ZroCommon::XmlParserImpl::checkStream]");
@@ -148,7 +144,7 @@ TEST(XmlParserInterface, AStreamThatWasNotTakenIsNotUsedAgain) {
 TEST(XmlParserInterface, AStreamThatFailsInTheMiddleEndsTheDocument) {
     const std::string document = "<a>xy<b/></a>";
     for (std::size_t at = 1; at < document.size(); ++at) {
-        testing::ThrowAtBuf throwing(document, at);
+        ThrowAtBuf throwing(document, at);
         std::istream failing(&throwing);
         std::istringstream cut(document.substr(0, at));
         EXPECT_EQ(xmlEvents(failing), xmlEvents(cut)) << at;
@@ -177,7 +173,7 @@ TEST(XmlParserInterface, RewindsAtAnyTime) {
         EXPECT_EQ(parser->getDepth(), 0);
         EXPECT_EQ(utf8(parser->getBaseUri()), "http://h/");
     }
-    EXPECT_EQ(testing::XmlEventLog(*parser, {}).read(), "<a>  'x'  </a>  .");
+    EXPECT_EQ(XmlEventLog(*parser, {}).read(), "<a>  'x'  </a>  .");
 }
 
 TEST(XmlParserInterface, AttributesByIndexAndByName) {
@@ -204,8 +200,7 @@ TEST(XmlParserInterface, AttributesByIndexAndByName) {
 
 // On purpose: an attribute without prefix is looked for in the default namespace.
 TEST(XmlParserInterface, AttributesOutliveTheStream) {
-    const testing::FakeWeb web(
-        testing::FakeWeb::Resources{{"http://h/e", "<!----><b c='plain' d='&#50;'/>"}});
+    const FakeWeb web(FakeWeb::Resources{{"http://h/e", "<!----><b c='plain' d='&#50;'/>"}});
     for (const char* document :
          {"<b c='plain' d='&#50;'/>", "<!DOCTYPE a [<!ENTITY e SYSTEM 'http://h/e'>]><a>&e;</a>"}) {
         std::istringstream stream(document);
@@ -330,10 +325,10 @@ TEST(XmlParserInterface, ACallbackMayThrowAtAnyReport) {
         parser->setCallbackError(nullptr, nullptr);
         std::istringstream good("<a b='&lt;'>x</a>");
         parser->setInput(good, u"", u"");
-        EXPECT_EQ(testing::XmlEventLog(*parser, {}).read(), "<a b=<>  'x'  </a>  .") << n;
+        EXPECT_EQ(XmlEventLog(*parser, {}).read(), "<a b=<>  'x'  </a>  .") << n;
     }
     EXPECT_GT(exploded, 12);
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

@@ -6,7 +6,7 @@
 
 #include "tests/support/SerializerScript.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
 
 std::vector<std::uint8_t> randomBytes(std::mt19937& random) {
@@ -21,8 +21,8 @@ TEST(ZRXmlRoundTrip, WhatTheSerializerWritesParsesAgain) {
     std::mt19937 random(1998);  // NOLINT(cert-msc51-cpp): the same on every run
     for (int round = 0; round < 300; ++round) {
         const std::vector<std::uint8_t> bytes = randomBytes(random);
-        const testing::SensibleDocument document(testing::Decisions(bytes), round % 4 == 0);
-        ASSERT_EQ(testing::parsedBack(document.bytes()), document.expected()) << document.bytes();
+        const SensibleDocument document(Decisions(bytes), round % 4 == 0);
+        ASSERT_EQ(parsedBack(document.bytes()), document.expected()) << document.bytes();
     }
 }
 
@@ -30,9 +30,9 @@ TEST(ZRXmlRoundTrip, WildCallsOfTheSerializerDoNoHarm) {
     std::mt19937 random(2000);  // NOLINT(cert-msc51-cpp): the same on every run
     for (int round = 0; round < 300; ++round) {
         const std::vector<std::uint8_t> bytes = randomBytes(random);
-        EXPECT_NO_THROW(testing::makeWildCalls(testing::Decisions(bytes)));
+        EXPECT_NO_THROW(makeWildCalls(Decisions(bytes)));
     }
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

@@ -1,99 +1,65 @@
 #include <algorithm>
 #include <fstream>
+#include <functional>
 #include <sstream>
 #include <stdexcept>
 #include <streambuf>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "tests/support/Errors.h"
 #include "tests/support/NamesStay.h"
+#include "tests/support/Rows.h"
+#include "tests/support/Skips.h"
 #include "tests/support/Text.h"
 #include "tests/xml/SerializerCalls.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
 
-using testing::Calls;
-using testing::errorOf;
-using testing::kNone;
-using testing::name;
-using testing::text;
-using testing::written;
+using Serializer = ZRXmlSerializer;
+using Calls = std::function<void()>;
 
 TEST(ZRXmlSerializerErrors, RefusesWrongCalls) {
-    const testing::NamesStay names;
+    const NamesStay names;
     const ZRName uri = name("urn:1");
     const ZRName p = name("p");
-    const struct {
-        const char* what;
-        Calls calls;
-        const char* error;
-    } cases[] = {
-        {"second start",
-         [](auto& s) {
-             s.startDocument(u"", u"");
-             s.startDocument(u"", u"");
-         },
-         "0x080C SYSTEM ERROR: startDocument() must be called just after setOutput(). "
-         "[ZroCommon::XmlSerializerImpl::startDocumen]"},
-        {"attribute behind text",
-         [](auto& s) {
-             s.startTag(kNone, ZRN_block);
-             s.text(u"x");
-             s.attribute(kNone, ZRN_id, u"x");
-         },
-         "0x080D SYSTEM ERROR: attribute() must be called just after startTag(). "
-         "[ZroCommon::XmlSerializerImpl::attributeSub]"},
-        {"declaration behind text",
-         [](auto& s) {
-             s.text(u"x");
-             s.attribute(ZRN_ns_xmlns, ZRN_xmlns, ZRN_id, u"x");
-         },
-         "0x080D SYSTEM ERROR: attribute() must be called just after startTag(). "
-         "[ZroCommon::XmlSerializerImpl::attributeSub]"},
-        {"end of nothing", [](auto& s) { s.endTag(kNone, ZRN_block); },
-         "0x080E SYSTEM ERROR: Unexpected endTag(). [ZroCommon::XmlSerializerImpl::endTagt]"},
-        {"end of nothing but a prefix",
-         [&](auto& s) {
-             s.setPrefix(p, uri);
-             s.endTag(kNone, kNone);
-         },
-         "0x080E SYSTEM ERROR: Unexpected endTag(). [ZroCommon::XmlSerializerImpl::endTagt]"},
-        {"other name",
-         [&](auto& s) {
-             s.startTag(uri, p, ZRN_block);
-             s.endTag(uri, ZRN_flow);
-         },
-         "0x080F SYSTEM ERROR: End tag 'p:flow' does not match the start tag 'p:block'. "
-         "[ZroCommon::XmlSerializerImpl::endTagt]"},
-        {"other namespace",
-         [&](auto& s) {
-             s.startTag(kNone, ZRN_block);
-             s.endTag(uri, ZRN_block);
-         },
-         "0x080F SYSTEM ERROR: End tag '{urn:1}:block' does not match the start tag 'block'. "
-         "[ZroCommon::XmlSerializerImpl::endTagt]"},
-        {"document type without a start", [](auto& s) { s.docdecl(u"a"); },
-         "0x0810 SYSTEM ERROR: Unexpected docdecl(). []"},
-        {"document type in the document",
-         [](auto& s) {
-             s.startDocument(u"", u"");
-             s.startTag(kNone, ZRN_block);
-             s.docdecl(u"a");
-         },
-         "0x0810 SYSTEM ERROR: Unexpected docdecl(). []"},
-    };
-    for (const auto& [what, calls, error] : cases) {
-        EXPECT_EQ(errorOf([&, &run = calls] { written(run); }), error) << "for: " << what;
+    const std::string place = " [ZroCommon::XmlSerializerImpl::";
+    for (const auto& [calls, error] : Rows<Calls, std::string>{
+             {[] { Writing().document().document(); },
+              "0x080C SYSTEM ERROR: startDocument() must be called just after setOutput()." + place
+                  + "startDocumen]"},
+             {[] { Writing().start(ZRN_block).text(u"x").attribute(ZRN_id, u"x"); },
+              "0x080D SYSTEM ERROR: attribute() must be called just after startTag()." + place
+                  + "attributeSub]"},
+             {[] { Writing().text(u"x").attribute(ZRN_ns_xmlns, ZRN_xmlns, ZRN_id, u"x"); },
+              "0x080D SYSTEM ERROR: attribute() must be called just after startTag()." + place
+                  + "attributeSub]"},
+             {[] { Writing().end(ZRN_block); },
+              "0x080E SYSTEM ERROR: Unexpected endTag()." + place + "endTagt]"},
+             {[&] { Writing().call(&Serializer::setPrefix, p, uri).end(kNone); },
+              "0x080E SYSTEM ERROR: Unexpected endTag()." + place + "endTagt]"},
+             {[&] { Writing().start(uri, p, ZRN_block).end(uri, ZRN_flow); },
+              "0x080F SYSTEM ERROR: End tag 'p:flow' does not match the start tag 'p:block'."
+                  + place + "endTagt]"},
+             {[&] { Writing().start(ZRN_block).end(uri, ZRN_block); },
+              "0x080F SYSTEM ERROR: End tag '{urn:1}:block' does not match the start tag 'block'."
+                  + place + "endTagt]"},
+             {[] { Writing().call(&Serializer::docdecl, u"a"); },
+              "0x0810 SYSTEM ERROR: Unexpected docdecl(). []"},
+             {[] { Writing().document().start(ZRN_block).call(&Serializer::docdecl, u"a"); },
+              "0x0810 SYSTEM ERROR: Unexpected docdecl(). []"},
+         }) {
+        EXPECT_EQ(errorOf(calls), error);
     }
 }
 
 TEST(ZRXmlSerializerErrors, WorksOnlyBetweenSetOutputAndEndDocument) {
     const std::string noStream =
         "0x1005 Output stream is not set. [ZroCommon::XmlSerializerImpl::checkStream]";
-    const Calls operations[] = {
+    const std::vector<std::function<void(ZRXmlSerializer&)>> operations = {
         [](auto& s) { s.startDocument(u"", u""); },
         [](auto& s) { s.endDocument(); },
         [](auto& s) { s.setPrefix(ZRN_fo, ZRN_ns_fo); },
@@ -113,28 +79,23 @@ TEST(ZRXmlSerializerErrors, WorksOnlyBetweenSetOutputAndEndDocument) {
         [](auto& s) { s.flush(); },
     };
     int index = 0;
-    for (const Calls& operation : operations) {
-        const ZRPtr<ZRXmlSerializer> serializer(new internal::XmlSerializerImpl);
-        EXPECT_EQ(errorOf([&] { operation(*serializer); }), noStream) << "of a new one: " << index;
-        std::ostringstream stream;
-        serializer->setOutput(stream, u"");
-        serializer->endDocument();
-        EXPECT_EQ(errorOf([&] { operation(*serializer); }), noStream) << "at the end: " << index;
+    for (const auto& operation : operations) {
+        const ZRPtr<ZRXmlSerializer> fresh(new internal::XmlSerializerImpl);
+        EXPECT_EQ(errorOf([&] { operation(*fresh); }), noStream) << "of a new one: " << index;
+        Writing ended;
+        ended->endDocument();
+        EXPECT_EQ(errorOf([&] { operation(*ended); }), noStream) << "at the end: " << index;
         ++index;
     }
 }
 
 TEST(ZRXmlSerializerErrors, SaysWhichFileCannotBeOpened) {
     const ZRPtr<ZRXmlSerializer> serializer(new internal::XmlSerializerImpl);
-    const struct {
-        const char* uri;
-        const char* told;
-    } cases[] = {
-        {"/no/such/directory/a.xml", "file:/no/such/directory/a.xml"},
-        {"http://localhost/a.xml", "http://localhost/a.xml"},
-        {"data:,a", "data:,a"},
-    };
-    for (const auto& [uri, told] : cases) {
+    for (const auto& [uri, told] : Rows<const char*, const char*>{
+             {"/no/such/directory/a.xml", "file:/no/such/directory/a.xml"},
+             {"http://localhost/a.xml", "http://localhost/a.xml"},
+             {"data:,a", "data:,a"},
+         }) {
         EXPECT_EQ(errorOf([&, &name = uri] { serializer->setOutput(text(name), u""); }),
                   "0x1003 Cannot open file: " + std::string(told)
                       + " [ZroCommon::XmlSerializerImpl::setOutput]");
@@ -174,7 +135,9 @@ void writeSample(ZRXmlSerializer& s) {
 }
 
 TEST(ZRXmlSerializerErrors, AStreamThatFailsAtAnyByteEndsInAnError) {
-    const std::string whole = written(writeSample);
+    const Writing sample;
+    writeSample(*sample);
+    const std::string whole = sample;
     for (const bool throws : {false, true}) {
         for (std::size_t room = 0; room < whole.size(); ++room) {
             ShortBuf buffer(room, throws);
@@ -211,7 +174,7 @@ TEST(ZRXmlSerializerErrors, RespectsTheExceptionMaskOfTheStream) {
 
 TEST(ZRXmlSerializerErrors, AFullDeviceIsNotTakenForSuccess) {
     if (!std::ofstream("/dev/full")) {
-        GTEST_SKIP() << "there is no /dev/full";
+        GTEST_SKIP() << missing("the device /dev/full", "Linux has it");
     }
     for (const int32_t length : {10, 10000000}) {
         const ZRPtr<ZRXmlSerializer> serializer(new internal::XmlSerializerImpl);
@@ -237,4 +200,4 @@ TEST(ZRXmlSerializerErrors, ADestroyedStreamIsNotTouchedByADyingSerializer) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

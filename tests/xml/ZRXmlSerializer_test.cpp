@@ -6,54 +6,39 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/NamesStay.h"
+#include "tests/support/Rows.h"
 #include "tests/support/TempFolder.h"
-#include "tests/support/Text.h"
 #include "tests/xml/SerializerCalls.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
 
-using testing::Calls;
-using testing::kNone;
-using testing::name;
-using testing::utf8;
-using testing::written;
+using Serializer = ZRXmlSerializer;
 
-struct Case {
-    const char* what;
-    Calls calls;
-    std::string expected;
-};
+// What is written, and what should be.
+using WritingRows = Rows<std::string, std::string>;
 
-template <std::size_t kCount>
-void expectWritten(const Case (&cases)[kCount], const char16_t* encoding = u"UTF-8") {
-    for (const Case& each : cases) {
-        EXPECT_EQ(written(each.calls, encoding), each.expected) << "for: " << each.what;
+void expectWritten(WritingRows rows) {
+    for (const auto& [written, expected] : rows) {
+        EXPECT_EQ(written, expected);
     }
 }
 
 TEST(ZRXmlSerializer, DeclaresTheTwoEncodingsItHas) {
-    const struct {
-        const char16_t* output;
-        const char16_t* document;
-        const char16_t* standalone;
-        const char* expected;
-    } cases[] = {
-        {u"UTF-8", u"", u"", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>"},
-        {u" utf-8 ", u"", u"yes", "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>"},
-        {u"", u"shift_jis", u"", "<?xml version=\"1.0\" encoding=\"Shift_JIS\"?>"},
-        {u"Shift_JIS", u"UTF-8", u"no",
-         "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?>"},
-        {u"", u"", u"", "<?xml version=\"1.0\"?>"},
-        {u"ISO-8859-1", u"", u"", "<?xml version=\"1.0\"?>"},
-        {u"UTF-8", u"EUC-JP", u"", "<?xml version=\"1.0\"?>"},
-        {u"SHIFT-JIS", u"", u"", "<?xml version=\"1.0\"?>"},
-    };
-    for (const auto& [output, document, standalone, expected] : cases) {
-        const auto calls = [&, d = document, s = standalone](ZRXmlSerializer& serializer) {
-            serializer.startDocument(d, s);
-        };
-        EXPECT_EQ(written(calls, output), expected) << "for: " << utf8(output) << utf8(document);
+    for (const auto& [output, document, standalone, rest] :
+         Rows<const char16_t*, const char16_t*, const char16_t*, std::string>{
+             {u"UTF-8", u"", u"", " encoding=\"UTF-8\""},
+             {u" utf-8 ", u"", u"yes", " encoding=\"UTF-8\" standalone=\"yes\""},
+             {u"", u"shift_jis", u"", " encoding=\"Shift_JIS\""},
+             {u"Shift_JIS", u"UTF-8", u"no", " encoding=\"UTF-8\" standalone=\"no\""},
+             {u"", u"", u"", ""},
+             {u"ISO-8859-1", u"", u"", ""},
+             {u"UTF-8", u"EUC-JP", u"", ""},
+             {u"SHIFT-JIS", u"", u"", ""},
+         }) {
+        const std::string written =
+            Writing(output).call(&Serializer::startDocument, document, standalone);
+        EXPECT_EQ(written, "<?xml version=\"1.0\"" + rest + "?>") << utf8(output) << utf8(document);
     }
 }
 
@@ -68,121 +53,69 @@ TEST(ZRXmlSerializer, NamesItsGenerator) {
 }
 
 TEST(ZRXmlSerializer, WritesTagsAndContent) {
-    const Case cases[] = {
-        {"empty element",
-         [](auto& s) {
-             s.startTag(kNone, kNone, ZRN_block);
-             s.endTag(kNone, ZRN_block);
-         },
-         "<block/>"},
-        {"parent of an empty element",
-         [](auto& s) {
-             s.startTag(kNone, ZRN_flow);
-             s.startTag(kNone, ZRN_block);
-             s.endTag(kNone, ZRN_block);
-             s.endTag(kNone, ZRN_flow);
-         },
+    const std::string declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
+    expectWritten({
+        {Writing().start(kNone, kNone, ZRN_block).end(ZRN_block), "<block/>"},
+        {Writing().start(ZRN_flow).start(ZRN_block).end(ZRN_block).end(ZRN_flow),
          "<flow><block/></flow>"},
-        {"empty text closes the tag",
-         [](auto& s) {
-             s.startTag(kNone, ZRN_block);
-             s.text(u"");
-             s.endTag(kNone, ZRN_block);
-         },
-         "<block></block>"},
-        {"content of all kinds",
-         [](auto& s) {
-             s.startTag(kNone, ZRN_block);
-             s.text(u"xabcx", 1, 3);
-             s.cdsect(u"<&>");
-             s.entityRef(u"nbsp");
-             s.processingInstruction(u"target data");
-             s.comment(u" c ");
-             s.ignorableWhitespace(u"\n <");
-             s.endTag(kNone, ZRN_block);
-         },
-         "<block>abc<![CDATA[<&>]]>&nbsp;<?target data?><!-- c -->\n <</block>"},
-        {"end of document",
-         [](auto& s) {
-             s.startDocument(u"", u"");
-             s.startTag(kNone, ZRN_flow);
-             s.startTag(kNone, ZRN_block);
-             s.text(u"x");
-             s.startTag(kNone, ZRN_inline);
-             s.endDocument();
-         },
-         "<?xml version=\"1.0\" encoding=\"UTF-8\"?><flow><block>x<inline/></block></flow>"},
-        {"a call that writes a wrong comment", [](auto& s) { s.comment(u"--"); }, "<!------>"},
-        {"document types",
-         [](auto& s) {
-             s.startDocument(u"", u"");
-             s.docdecl(u"a <b");
-             s.docdecl(u"\na");
-             s.docdecl(u"");
-         },
-         "<?xml version=\"1.0\" encoding=\"UTF-8\"?><!DOCTYPE a <b><!DOCTYPE\na><!DOCTYPE >"},
-    };
-    expectWritten(cases);
+        {Writing().start(ZRN_block).text(u"").end(ZRN_block), "<block></block>"},
+        {Writing().text(u"xabcx", 1, 3).call(&Serializer::cdsect, u"<&>"), "abc<![CDATA[<&>]]>"},
+        {Writing().call(&Serializer::entityRef, u"nbsp"), "&nbsp;"},
+        {Writing().call(&Serializer::processingInstruction, u"target data"), "<?target data?>"},
+        {Writing().call(&Serializer::comment, u"--"), "<!------>"},  // and a wrong one it is
+        {Writing().call(&Serializer::ignorableWhitespace, u"\n <"), "\n <"},
+        {Writing()
+             .document()
+             .start(ZRN_flow)
+             .start(ZRN_block)
+             .text(u"x")
+             .start(ZRN_inline)
+             .call(&Serializer::endDocument),
+         declaration + "<flow><block>x<inline/></block></flow>"},
+        {Writing()
+             .document()
+             .call(&Serializer::docdecl, u"a <b")
+             .call(&Serializer::docdecl, u"\na")
+             .call(&Serializer::docdecl, u""),
+         declaration + "<!DOCTYPE a <b><!DOCTYPE\na><!DOCTYPE >"},
+    });
 }
 
 TEST(ZRXmlSerializer, EscapesTextAndValues) {
-    const Case cases[] = {
-        {"text", [](auto& s) { s.text(u"a&b<c>d\"e'f\r\n\t"); }, "a&amp;b&lt;c&gt;d\"e'f\r\n\t"},
-        {"only escapes", [](auto& s) { s.text(u"&&<<>>"); }, "&amp;&amp;&lt;&lt;&gt;&gt;"},
-        {"value",
-         [](auto& s) {
-             s.startTag(kNone, ZRN_block);
-             s.attribute(kNone, ZRN_id, u"a&b<c>d\"e'f\t");
-         },
+    expectWritten({
+        {Writing().text(u"a&b<c>d\"e'f\r\n\t"), "a&amp;b&lt;c&gt;d\"e'f\r\n\t"},
+        {Writing().text(u"&&<<>>"), "&amp;&amp;&lt;&lt;&gt;&gt;"},
+        {Writing().start(ZRN_block).attribute(ZRN_id, u"a&b<c>d\"e'f\t"),
          "<block id=\"a&amp;b&lt;c&gt;d&quot;e'f\t\""},
-        {"names are left alone",
-         [](auto& s) {
-             s.startTag(kNone, name("a<b"));
-             s.attribute(kNone, name("c d"), u"");
-         },
-         "<a<b c d=\"\""},
-        {"the widths of UTF-8",
-         [](auto& s) { s.text(u"\u007F\u0080\u07FF\u0800\uFFFF\U00010000\U0010FFFF"); },
+        {Writing().start(name("a<b")).attribute(name("c d"), u""), "<a<b c d=\"\""},
+        {Writing().text(u"\u007F\u0080\u07FF\u0800\uFFFF\U00010000\U0010FFFF"),
          "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF"},
-        {"a NUL", [](auto& s) { s.text(u"a\0b", 0, 3); }, std::string("a\0b", 3)},
-    };
-    expectWritten(cases);
+        {Writing().text(u"a\0b", 0, 3), std::string("a\0b", 3)},
+    });
 }
 
 // On purpose: what cannot be UTF-8 is written as three bytes all the same.
 TEST(ZRXmlSerializer, LoneSurrogatesBecomeThreeBytes) {
     const char16_t lone[] = {0xDC00, u'a', 0xD800, u'b', 0xD800, 0xD801, 0xDC01};
-    const Case cases[] = {
-        {"in one call", [&](auto& s) { s.text(lone, 0, 7); },
-         "\xED\xB0\x80"
-         "a\xED\xA0\x80"
-         "b\xED\xA0\x80\xF0\x90\x90\x81"},
-        {"a pair in two calls",
-         [&](auto& s) {
-             s.text(lone, 5, 1);
-             s.text(lone, 6, 1);
-         },
-         "\xED\xA0\x81\xED\xB0\x81"},
-    };
-    expectWritten(cases);
+    EXPECT_EQ(std::string(Writing().text(lone, 0, 7)), "\xED\xB0\x80"
+                                                       "a\xED\xA0\x80"
+                                                       "b\xED\xA0\x80\xF0\x90\x90\x81");
+    EXPECT_EQ(std::string(Writing().text(lone, 5, 1).text(lone, 6, 1)), "\xED\xA0\x81\xED\xB0\x81")
+        << "a pair in two calls";
 }
 
 TEST(ZRXmlSerializer, ShiftJisRefersToWhatItLacks) {
-    const char16_t lone[] = {0xD800};
-    const Case cases[] = {
-        {"text", [](auto& s) { s.text(u"a\u3042<\uFF71"); }, "a\x82\xA0&lt;\xB1"},
-        {"not in the set", [](auto& s) { s.text(u"\u00E9\U0001F600"); }, "&#233;&#128512;"},
-        {"would come back as another one", [](auto& s) { s.text(u"\u301C\uFF5E"); },
-         "&#12316;\x81\x60"},
-        {"lone surrogate", [&](auto& s) { s.text(lone, 0, 1); }, "&#55296;"},
-        {"even where no reference can be",
-         [](auto& s) {
-             s.startTag(kNone, name("\xC3\xA9"));
-             s.comment(u"\u00E9");
-         },
-         "<&#233;><!--&#233;-->"},
+    const auto shiftJis = [](const UnicodeString& text) -> std::string {
+        return Writing(u"shift_jis").text(text);
     };
-    expectWritten(cases, u"shift_jis");
+    expectWritten({
+        {shiftJis(u"a\u3042<\uFF71"), "a\x82\xA0&lt;\xB1"},
+        {shiftJis(u"\u00E9\U0001F600"), "&#233;&#128512;"},
+        {shiftJis(u"\u301C\uFF5E"), "&#12316;\x81\x60"},  // would come back as another one
+        {shiftJis(char16_t{0xD800}), "&#55296;"},
+        {Writing(u"shift_jis").start(name("\xC3\xA9")).call(&Serializer::comment, u"\u00E9"),
+         "<&#233;><!--&#233;-->"},  // even where no reference can be
+    });
 }
 
 TEST(ZRXmlSerializer, LongTextsGoThroughInBlocks) {
@@ -194,167 +127,113 @@ TEST(ZRXmlSerializer, LongTextsGoThroughInBlocks) {
             long16.append(isPlain ? u'a' : (i % 2 == 0 ? u'&' : u'\u3042'));
             expected += isPlain ? "a" : (i % 2 == 0 ? "&amp;" : "\xE3\x81\x82");
         }
-        EXPECT_EQ(written([&](auto& s) { s.text(long16); }), expected) << length;
+        EXPECT_EQ(std::string(Writing().text(long16)), expected) << length;
     }
 }
 
 TEST(ZRXmlSerializer, WritesDeclarationsBehindTheAttributes) {
-    const testing::NamesStay names;
+    const NamesStay names;
     const ZRName u1 = name("urn:1");
     const ZRName u2 = name("urn:2");
     const ZRName p = name("prefix-a");
     const ZRName q = name("prefix-b");
-    const Case cases[] = {
-        {"of the element",
-         [&](auto& s) {
-             s.startTag(u1, p, ZRN_block);
-             s.attribute(kNone, ZRN_id, u"x");
-             s.startTag(u1, p, ZRN_block);
-             s.endTag(u1, ZRN_block);
-         },
+    expectWritten({
+        {Writing()
+             .start(u1, p, ZRN_block)
+             .attribute(ZRN_id, u"x")
+             .start(u1, p, ZRN_block)
+             .end(u1, ZRN_block),
          "<prefix-a:block id=\"x\" xmlns:prefix-a=\"urn:1\"><prefix-a:block/>"},
-        {"in order of the prefixes' numbers",
-         [&](auto& s) {
-             s.startTag(u2, q, ZRN_block);
-             s.attribute(u1, p, ZRN_id, u"x");
-             s.text(u"");
-         },
+        {Writing().start(u2, q, ZRN_block).attribute(u1, p, ZRN_id, u"x").text(u""),
          "<prefix-b:block prefix-a:id=\"x\" xmlns:prefix-a=\"urn:1\" xmlns:prefix-b=\"urn:2\">"},
-        {"the end of a default namespace",
-         [&](auto& s) {
-             s.startTag(u1, kNone, ZRN_flow);
-             s.startTag(kNone, kNone, ZRN_block);
-             s.text(u"");
-         },
+        {Writing().start(u1, kNone, ZRN_flow).start(kNone, kNone, ZRN_block).text(u""),
          "<flow xmlns=\"urn:1\"><block xmlns=\"\">"},
-        {"set before",
-         [&](auto& s) {
-             s.setPrefix(p, u1);
-             s.setPrefix(q, u2);
-             s.startTag(u1, ZRN_block);
-             s.attribute(u2, ZRN_id, u"x");
-             EXPECT_EQ(s.getDepth(), 1);
-             s.endTag(u1, ZRN_block);
-         },
+        {Writing()
+             .call(&Serializer::setPrefix, p, u1)
+             .call(&Serializer::setPrefix, q, u2)
+             .start(u1, ZRN_block)
+             .attribute(u2, ZRN_id, u"x")
+             .end(u1, ZRN_block),
          "<prefix-a:block prefix-b:id=\"x\" xmlns:prefix-a=\"urn:1\" xmlns:prefix-b=\"urn:2\"/>"},
-        {"by attributes",
-         [&](auto& s) {
-             s.startTag(kNone, ZRN_block);
-             s.attribute(ZRN_ns_xmlns, ZRN_xmlns, p, u"a\"b");
-             s.attribute(kNone, ZRN_xmlns, q, u"urn:2");
-             s.attribute(ZRN_ns_xmlns, q, u"urn:2");
-             s.attribute(kNone, q, ZRN_xmlns, u"urn:d");
-             s.text(u"");
-         },
+        {Writing()
+             .start(ZRN_block)
+             .attribute(ZRN_ns_xmlns, ZRN_xmlns, p, u"a\"b")
+             .attribute(kNone, ZRN_xmlns, q, u"urn:2")
+             .attribute(ZRN_ns_xmlns, q, u"urn:2")
+             .attribute(kNone, q, ZRN_xmlns, u"urn:d")
+             .text(u""),
          "<block xmlns=\"urn:d\" xmlns:prefix-a=\"a&quot;b\" xmlns:prefix-b=\"urn:2\">"},
-        {"none for the prefix xml",
-         [&](auto& s) {
-             s.startTag(kNone, ZRN_block);
-             s.attribute(ZRN_ns_xml, ZRN_lang, u"en");
-             s.endTag(kNone, ZRN_block);
-         },
+        {Writing().start(ZRN_block).attribute(ZRN_ns_xml, ZRN_lang, u"en").end(ZRN_block),
          "<block xml:lang=\"en\"/>"},
-    };
-    expectWritten(cases);
+    });
 }
 
 TEST(ZRXmlSerializer, FindsOrMakesPrefixes) {
+    const NamesStay names;
     const ZRName uri = name("urn:of-prefixes");
-    written([&](ZRXmlSerializer& s) {
-        s.startTag(kNone, ZRN_flow);
-        EXPECT_EQ(s.getPrefix(kNone, true), kNone);
-        EXPECT_EQ(s.getPrefix(uri, false), kNone);
-        const ZRName made = s.getPrefix(uri, true);
-        EXPECT_TRUE(made.toString().startsWith(u"N-")) << utf8(made);
-        EXPECT_EQ(s.getPrefix(uri, true), made);
-        s.setPrefix(kNone, uri);
-        EXPECT_EQ(s.getPrefix(uri, true), kNone) << "the default namespace is the innermost";
-    });
-}
-
-TEST(ZRXmlSerializer, AMadePrefixIsDeclaredWithItsTag) {
-    const testing::NamesStay names;
-    const ZRName uri = name("urn:made");
-    ZRName made;
-    const std::string result = written([&](ZRXmlSerializer& s) {
-        s.startTag(uri, ZRN_block);
-        made = s.getPrefix(uri, false);
-        s.endTag(uri, ZRN_block);
-    });
-    EXPECT_EQ(result, "<" + utf8(made) + ":block xmlns:" + utf8(made) + "=\"urn:made\"/>");
+    Writing s;
+    s.start(ZRN_flow);
+    EXPECT_EQ(s->getPrefix(kNone, true), kNone);
+    EXPECT_EQ(s->getPrefix(uri, false), kNone);
+    s.start(uri, ZRN_block);
+    const ZRName made = s->getPrefix(uri, false);
+    EXPECT_TRUE(made.toString().startsWith(u"N-")) << utf8(made);
+    EXPECT_EQ(s->getPrefix(uri, true), made);
+    const std::string tag = s.end(uri, ZRN_block);
+    EXPECT_EQ(tag,
+              "<flow><" + utf8(made) + ":block xmlns:" + utf8(made) + "=\"urn:of-prefixes\"/>");
+    s->setPrefix(kNone, uri);
+    EXPECT_EQ(s->getPrefix(uri, true), kNone) << "the default namespace is the innermost";
 }
 
 // On purpose: the namespace of the attribute is lost, since attributes have no default namespace.
 TEST(ZRXmlSerializer, AnAttributeInTheDefaultNamespaceGetsNoPrefix) {
     const ZRName uri = name("urn:default");
-    EXPECT_EQ(written([&](ZRXmlSerializer& s) {
-                  s.startTag(uri, kNone, ZRN_block);
-                  s.attribute(uri, ZRN_id, u"x");
-                  s.endTag(uri, ZRN_block);
-              }),
-              "<block id=\"x\" xmlns=\"urn:default\"/>");
+    const std::string written =
+        Writing().start(uri, kNone, ZRN_block).attribute(uri, ZRN_id, u"x").end(uri, ZRN_block);
+    EXPECT_EQ(written, "<block id=\"x\" xmlns=\"urn:default\"/>");
 }
 
 // On purpose: the binding is made where the document stands, and no tag there can write it.
 TEST(ZRXmlSerializer, APrefixMadeBehindAClosedTagIsNeverDeclared) {
     const ZRName uri = name("urn:too-late");
-    const std::string result = written([&](ZRXmlSerializer& s) {
-        s.startTag(kNone, ZRN_flow);
-        s.text(u"");
-        s.getPrefix(uri, true);
-        s.startTag(uri, ZRN_block);
-        s.endTag(uri, ZRN_block);
-    });
-    EXPECT_EQ(result.find("xmlns"), std::string::npos) << result;
+    Writing s;
+    s.start(ZRN_flow).text(u"")->getPrefix(uri, true);
+    const std::string written = s.start(uri, ZRN_block).end(uri, ZRN_block);
+    EXPECT_EQ(written.find("xmlns"), std::string::npos) << written;
 }
 
 TEST(ZRXmlSerializer, TellsTheInnermostOpenElement) {
     const ZRName uri = name("urn:1");
-    written([&](ZRXmlSerializer& s) {
-        EXPECT_EQ(s.getName(), kNone);
-        s.startTag(uri, kNone, ZRN_block);
-        s.setPrefix(name("p"), name("urn:2"));
-        EXPECT_EQ(s.getDepth(), 1) << "a prefix opens no element";
-        EXPECT_EQ(s.getNamespace(), uri);
-        EXPECT_EQ(s.getName(), ZRN_block);
-        s.endTag(uri, ZRN_block);
-        EXPECT_EQ(s.getDepth(), 0);
-        EXPECT_EQ(s.getPrefix(name("urn:2"), false), kNone) << "gone with its element";
-    });
+    Writing s;
+    EXPECT_EQ(s->getName(), kNone);
+    s.start(uri, kNone, ZRN_block)->setPrefix(name("p"), name("urn:2"));
+    EXPECT_EQ(s->getDepth(), 1) << "a prefix opens no element";
+    EXPECT_EQ(s->getNamespace(), uri);
+    EXPECT_EQ(s->getName(), ZRN_block);
+    s.end(uri, ZRN_block);
+    EXPECT_EQ(s->getDepth(), 0);
+    EXPECT_EQ(s->getPrefix(name("urn:2"), false), kNone) << "gone with its element";
 }
 
 TEST(ZRXmlSerializer, StartsAfreshWithEachOutput) {
-    std::ostringstream first;
-    std::ostringstream second;
-    const ZRPtr<ZRXmlSerializer> serializer(new internal::XmlSerializerImpl);
-    serializer->setOutput(first, u"");
-    serializer->getPrefix(name("urn:2"), true);
-    serializer->startTag(name("urn:1"), kNone, ZRN_flow);
-    serializer->setOutput(second, u"");
-    EXPECT_EQ(serializer->getPrefix(name("urn:2"), false), kNone);
-    serializer->startTag(kNone, kNone, ZRN_block);
-    serializer->endDocument();
-    EXPECT_EQ(first.str(), "<flow");
-    EXPECT_EQ(second.str(), "<block/>");
-}
-
-TEST(ZRXmlSerializer, WritesAFileThatItOwns) {
-    const testing::TempFolder folder;
-    const ZRPtr<ZRXmlSerializer> serializer(new internal::XmlSerializerImpl);
-    serializer->setGenerator({});
-    serializer->setOutput(folder.file("a b.xml"), u"UTF-8");
-    serializer->startDocument({}, {});
-    serializer->startTag(kNone, ZRN_block);
-    serializer->endDocument();
+    const TempFolder folder;
+    Writing s(u"");
+    s->getPrefix(name("urn:2"), true);
+    s.start(name("urn:1"), kNone, ZRN_flow);
+    s->setOutput(folder.file("a b.xml"), u"UTF-8");  // a stream of its own
+    EXPECT_EQ(s->getPrefix(name("urn:2"), false), kNone);
+    s.document().start(kNone, kNone, ZRN_block)->endDocument();
+    EXPECT_EQ(std::string(s), "<flow");
     EXPECT_EQ(folder.read("a b.xml"), "<?xml version=\"1.0\" encoding=\"UTF-8\"?><block/>");
 }
 
 TEST(ZRXmlSerializer, TypesAreThoseOfTheInterface) {
-    const ZRPtr<ZRXmlSerializer> serializer(new internal::XmlSerializerImpl);
-    EXPECT_EQ(serializer->getTypeID(), 0xB2E73DE2U);
-    EXPECT_TRUE(serializer->isA(ZRRCObject::getStaticTypeID()));
-    EXPECT_EQ(utf8(serializer->getTypeName()), "XmlSerializerImpl");
+    const Writing s;
+    EXPECT_EQ(s->getTypeID(), 0xB2E73DE2U);
+    EXPECT_TRUE(s->isA(ZRRCObject::getStaticTypeID()));
+    EXPECT_EQ(utf8(s->getTypeName()), "XmlSerializerImpl");
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

@@ -7,33 +7,26 @@
 
 #include "tests/support/Errors.h"
 #include "tests/support/NamesStay.h"
+#include "tests/support/Rows.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/Text.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::errorOf;
-using testing::utf8;
 
 ZRName name(const char16_t* text) {
     return {UnicodeString(text)};
 }
 
 TEST(ZRXmlUtil, SplitsAtTheFirstColon) {
-    const struct {
-        const char16_t* qName;
-        const char* prefix;
-        const char* localPart;
-    } cases[] = {
-        {u"fo:block", "fo", "block"},
-        {u"block", "", "block"},
-        {u"a:b:c", "a", "b:c"},
-        {u":x", "", "x"},
-        {u"x:", "x", ""},
-        {u"", "", ""},
-    };
-    for (const auto& [qName, prefix, localPart] : cases) {
+    for (const auto& [qName, prefix, localPart] : Rows<const char16_t*, const char*, const char*>{
+             {u"fo:block", "fo", "block"},
+             {u"block", "", "block"},
+             {u"a:b:c", "a", "b:c"},
+             {u":x", "", "x"},
+             {u"x:", "x", ""},
+             {u"", "", ""},
+         }) {
         EXPECT_EQ(utf8(ZRXmlUtil::getPrefixFromQNameStr(qName)), prefix) << utf8(qName);
         EXPECT_EQ(utf8(ZRXmlUtil::getPrefixFromQName(name(qName))), prefix) << utf8(qName);
         EXPECT_EQ(utf8(ZRXmlUtil::getLocalPartFromQNameStr(qName)), localPart) << utf8(qName);
@@ -84,18 +77,14 @@ std::string rootOf(const std::string& document) {
 }
 
 TEST(ZRXmlUtil, LooksAtTheRoot) {
-    const testing::NamesStay names;
-    const struct {
-        const char* document;
-        const char* root;
-    } cases[] = {
-        {"<a/>", "{}a"},
-        {"<p:a xmlns:p='urn:1'><b/>", "{urn:1}a"},
-        {"<!-- only --><?a prolog?>", "{}"},
-        {"<!DOCTYPE a SYSTEM '/no/such.dtd'><a b='&none;' none:c=''/>", "{}a"},
-        {"<?xml version='1.0' encoding='no-such-encoding'?><a/>", "{}a"},
-    };
-    for (const auto& [document, root] : cases) {
+    const NamesStay names;
+    for (const auto& [document, root] : Rows<const char*, const char*>{
+             {"<a/>", "{}a"},
+             {"<p:a xmlns:p='urn:1'><b/>", "{urn:1}a"},
+             {"<!-- only --><?a prolog?>", "{}"},
+             {"<!DOCTYPE a SYSTEM '/no/such.dtd'><a b='&none;' none:c=''/>", "{}a"},
+             {"<?xml version='1.0' encoding='no-such-encoding'?><a/>", "{}a"},
+         }) {
         EXPECT_EQ(rootOf(document), root) << "for: " << document;
     }
 }
@@ -131,7 +120,7 @@ TEST(ZRXmlUtil, TellsASimplifiedStylesheetFromADocument) {
 }
 
 TEST(ZRXmlUtil, LooksAtDocumentsByUri) {
-    const testing::TempFolder folder;
+    const TempFolder folder;
     const UnicodeString path = folder.write("sheet.fo", kSimplifiedStylesheet);
     ZRName localName;
     EXPECT_EQ(ZRXmlUtil::getRootName(localName, path), ZRN_ns_fo);
@@ -152,4 +141,4 @@ TEST(ZRXmlUtil, SaysWhichDocumentCannotBeOpened) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Skips.h"
 #include "tests/support/Streams.h"
 #include "tests/support/TempFolder.h"
 
@@ -246,7 +247,8 @@ TEST(ZRTCVStream, TablesOfACallerGoFirst) {
     ZRTCVStream::setTCVTablePath(u"");
     EXPECT_EQ(decoded("a\x80", "x-own"), "not open");
 #else
-    GTEST_SKIP() << "makeconv is not installed";
+    GTEST_SKIP() << testing::missing("ICU's program makeconv when this was configured",
+                                     "the CMake variable ZRO_MAKECONV may name it");
 #endif
 }
 

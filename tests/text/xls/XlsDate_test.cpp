@@ -3,11 +3,8 @@
 #include "tests/text/xls/Cells.h"
 #include "zro/text/xls/internal/SerialDate.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::cellText;
-using testing::expectTexts;
 
 TEST(XlsDate, ShowsDates) {
     expectTexts({
@@ -126,4 +123,4 @@ TEST(XlsDate, TheCalendarHasNoGap) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

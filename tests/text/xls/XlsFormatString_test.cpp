@@ -4,15 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Rows.h"
 #include "tests/support/Threads.h"
 #include "tests/text/xls/Cells.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::cellText;
-using testing::expectTexts;
-using testing::utf8;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -91,18 +88,16 @@ TEST(XlsFormatString, FillsUpToTheWidth) {
 }
 
 TEST(XlsFormatString, ShowsTexts) {
-    const struct {
-        const char16_t* format;
-        const char* text;
-        short outcome;
-        int color;
-    } cases[] = {
-        {u"[Blue]0", "abc", 0, 124},         {u"0;0;0;[Red]\"<\"@\\>General", "<abc>abc", 1, 122},
-        {u"0;0;0;General@", "abcabc", 1, 0}, {u"@*.", "abc..", 1, 0},
-        {u"@0h\\\"", "abc", 0, 0},           {u"0;0;0;\"no text\"", "no text", 1, 0},
-        {u"0 0", "untouched", 0, 99},
-    };
-    for (const auto& [format, text, outcome, color] : cases) {
+    for (const auto& [format, text, outcome, color] :
+         Rows<const char16_t*, const char*, short, int>{
+             {u"[Blue]0", "abc", 0, 124},
+             {u"0;0;0;[Red]\"<\"@\\>General", "<abc>abc", 1, 122},
+             {u"0;0;0;General@", "abcabc", 1, 0},
+             {u"@*.", "abc..", 1, 0},
+             {u"@0h\\\"", "abc", 0, 0},
+             {u"0;0;0;\"no text\"", "no text", 1, 0},
+             {u"0 0", "untouched", 0, 99},
+         }) {
         CELLV cell;
         cell.text = u"abc";
         UnicodeString result(u"untouched");
@@ -157,14 +152,14 @@ TEST(XlsFormatString, WalksSectionsOfTheCaller) {
 
 // Every thread has formats of its own, more of them than are remembered.
 TEST(XlsFormatString, ThreadsFormatAtOnce) {
-    testing::inThreads(4, [](int thread) {
+    inThreads(4, [](int thread) {
         for (int round = 0; round < 2000; ++round) {
             const std::string literal = std::to_string(round % 50) + "." + std::to_string(thread);
-            const UnicodeString format = testing::text("\"" + literal + "\"0");
+            const UnicodeString format = text("\"" + literal + "\"0");
             EXPECT_EQ(utf8(XlsFormatString().FormatString(format, 7)), literal + "7");
         }
     });
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing

@@ -9,12 +9,8 @@
 #include "zro/text/xls/internal/DecimalString.h"
 #include "zro/text/xls/internal/Fraction.h"
 
-namespace ZroCommon {
+namespace ZroCommon::testing {
 namespace {
-
-using testing::cellText;
-using testing::expectTexts;
-using testing::utf8;
 
 TEST(XlsNumber, PlacesDigits) {
     expectTexts({
@@ -325,4 +321,4 @@ TEST(XlsNumber, EndsWithAResultWhateverComes) {
 }
 
 }  // namespace
-}  // namespace ZroCommon
+}  // namespace ZroCommon::testing
