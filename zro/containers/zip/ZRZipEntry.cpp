@@ -4,6 +4,7 @@
 
 #include "zro/containers/zip/internal/LocalHeader.h"
 #include "zro/containers/zip/internal/PackageReader.h"
+#include "zro/containers/zip/internal/PartFacts.h"
 #include "zro/streams/ZRStrStream.h"
 #include "zro/streams/compression/ZRInflaterStream.h"
 #include "zro/streams/internal/RewindStream.h"
@@ -137,6 +138,38 @@ std::istream* ZRZipFileEntry::getUncompressedStream(bool newStream) {
         content.uncompressed->reset();
     }
     return content.uncompressed.get();
+}
+
+internal::PartFacts& ZRZipFileEntry::facts() {
+    if (m_facts == nullptr) {
+        m_facts = std::make_unique<internal::PartFacts>();
+    }
+    return *m_facts;
+}
+
+const internal::PartFacts& ZRZipFileEntry::knownFacts() const {
+    static const internal::PartFacts none;
+    return m_facts == nullptr ? none : *m_facts;
+}
+
+const UnicodeString& ZRZipFileEntry::getContentType() const {
+    return knownFacts().contentType;
+}
+
+void ZRZipFileEntry::setContentType(const UnicodeString& contentType) {
+    facts().contentType = contentType;
+}
+
+const ZRZipFileEntry::NameMap& ZRZipFileEntry::getRelationshipIds() const {
+    return internal::relationshipsOf(knownFacts().relationships).ids;
+}
+
+const ZRZipFileEntry::NameMap& ZRZipFileEntry::getRelationshipTypes() const {
+    return internal::relationshipsOf(knownFacts().relationships).types;
+}
+
+const ZRZipFileEntry::NameMap& ZRZipFileEntry::getRelationshipModes() const {
+    return internal::relationshipsOf(knownFacts().relationships).modes;
 }
 
 ZRZipExtheaderEntry::ZRZipExtheaderEntry(std::istream& stream)

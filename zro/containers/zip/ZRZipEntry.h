@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <istream>
+#include <map>
 #include <memory>
 
 #include "zro/foundation/Export.h"
@@ -9,6 +10,10 @@
 #include "zro/foundation/ZRRCObject.h"
 
 namespace ZroCommon {
+
+namespace internal {
+struct PartFacts;
+}  // namespace internal
 
 /// How an entry is compressed. Any other number may occur; such data is handed out as it is stored.
 enum CMETHOD : std::uint16_t { CMETHOD_STORED = 0, CMETHOD_DEFLATE = 8 };
@@ -98,7 +103,16 @@ public:
     std::istream* getUncompressedStream(bool newStream);
 
 protected:
+    using NameMap = std::map<UnicodeString, UnicodeString>;
+
     ~ZRZipFileEntry() override;
+
+    // What the package says of this entry, as far as it has been asked.
+    const UnicodeString& getContentType() const;
+    void setContentType(const UnicodeString& contentType);
+    const NameMap& getRelationshipIds() const;    ///< identifier to target
+    const NameMap& getRelationshipTypes() const;  ///< type to its first target
+    const NameMap& getRelationshipModes() const;  ///< target to mode, where one is named
 
 private:
     friend class ZRZipFile;
@@ -106,6 +120,8 @@ private:
 
     std::int64_t endPosition() const;
     Content& readCompressedData();
+    internal::PartFacts& facts();
+    const internal::PartFacts& knownFacts() const;
     void forgetStream() { m_stream = nullptr; }
 
     std::uint32_t m_crc32;
@@ -119,7 +135,8 @@ private:
     std::uint16_t m_nameLength;  // in bytes, as claimed
     std::uint16_t m_extraLength;
     UnicodeString m_fileName;
-    std::unique_ptr<Content> m_content;  // null until first use
+    std::unique_ptr<Content> m_content;            // null until first use
+    std::unique_ptr<internal::PartFacts> m_facts;  // null until there are any
 };
 
 /// A data descriptor with a signature: sizes and check value behind the data of an entry.

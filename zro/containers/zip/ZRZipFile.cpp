@@ -52,6 +52,7 @@ ZRZipFile& ZRZipFile::operator=(const ZRZipFile& other) {
     m_entries = other.m_entries;
     m_index = other.m_index;
     m_wasSearched = other.m_wasSearched;
+    m_relationships = other.m_relationships;
     return *this;
 }
 
@@ -90,6 +91,7 @@ void ZRZipFile::init() {
     m_entries.clear();
     m_index.clear();
     m_wasSearched = false;
+    m_relationships.reset();
     if (m_package->stream == nullptr) {
         return;
     }
