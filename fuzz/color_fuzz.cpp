@@ -15,7 +15,9 @@ using namespace ZroCommon;  // NOLINT(google-build-using-namespace)
 void checkColor(const ZRColor& color) {
     fuzzing::require(ZRValue(color).getColorValue() == color);
     const UnicodeString printed = color.toString(false);
-    fuzzing::require(ZRValue::parseColor(printed, true).toString() == printed);
+    if (color.getRGB() <= 0xFFFFFF) {  // without RGB, a profile by name prints what nothing reads
+        fuzzing::require(ZRValue::parseColor(printed, true).toString() == printed);
+    }
     color.toString(true);
     fuzzing::require(color.getSeparationRGB() <= 0xFFFFFF || color.getSeparationTint() >= 1);
     fuzzing::require(!color.getDark().isInvalid() && !color.getLight().isInvalid());
