@@ -130,6 +130,9 @@ TEST(ZRGzipStream, AFaultInAFileHoldsBackTheLastRun) {
     file[file.size() - 8] ^= 1;
     file[file.size() - 1] ^= 1;  // the size
     EXPECT_EQ(fromFile(folder, file + packed("abc")), bytes.substr(0, 32768));
+    file = packed(bytes.substr(0, 32768));
+    file[file.size() - 8] ^= 1;
+    EXPECT_EQ(fromFile(folder, file), bytes.substr(0, 16384)) << "a whole run, with the fault";
     file = packed("abc");
     file[file.size() - 8] ^= 1;
     EXPECT_EQ(fromFile(folder, file), "abc") << "unless it is all there is";

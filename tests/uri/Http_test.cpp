@@ -62,6 +62,13 @@ TEST(Http, AnswersBecomeAStreamOrAText) {
         {"not found", answer("404 Not Found", xml, "sorry"), "HTTP status is 404"},
         {"server error", answer("500 Oops", "", ""), "HTTP status is 500"},
         {"redirect to nowhere", answer("301 Moved", "", ""), "HTTP status is 301"},
+        {"to nobody knows where", answer("302 Found", "Location: \r\n", ""), "HTTP status is 302"},
+        {"no redirect in spite of its place", answer("304 Same", "Location: /end\r\n", ""),
+         "HTTP status is 304"},
+        {"a line that begins like a status",
+         answer("200 OK", "HTTP/x: y\r\nTransfer-Encoding: chunked\r\n",
+                "1\r\na\r\n0\r\nHTTP/1.1 500 x: y\r\n\r\n"),
+         "|a"},
         {"interim answer", "HTTP/1.1 100 Continue\r\n\r\n" + answer("200 OK", "", "x"), "|x"},
         {"chunked",
          answer("200 OK", "Transfer-Encoding: chunked\r\n",
@@ -77,6 +84,8 @@ TEST(Http, AnswersBecomeAStreamOrAText) {
         {"no header", "<html/>", "Cannot open URL: 2F78"},
         {"nothing", "", "Cannot open URL: 2EFE"},
         {"half a header", "HTTP/1.1 200 OK\r\nConte", "Cannot open URL: 2EFE"},
+        {"half a header with a length", "HTTP/1.1 200 OK\r\nContent-Length: 3\r\nX: y",
+         "Cannot open URL: 2EFE"},
         {"to another scheme", answer("302 Found", "Location: ftp://127.0.0.1/\r\n", ""),
          "Cannot open URL: 2EE6"},
         {"to a file", answer("302 Found", "Location: file:///etc/passwd\r\n", ""),
@@ -88,6 +97,17 @@ TEST(Http, AnswersBecomeAStreamOrAText) {
         const HttpServer server = serverOf(bytes);
         EXPECT_EQ(outcomeOf(server.url("/a")), outcome) << what;
     }
+}
+
+TEST(Http, TellsWhatAProxyDoesNotLetThrough) {
+    const std::string before = getenv("https_proxy");
+    for (const auto& [bytes, error] : {std::pair("HTTP/1.1 403 No\r\n\r\n", "2EFE"),
+                                       std::pair("HTTP/1.1 200 Yes\r\n\r\n", "2F7D")}) {
+        const HttpServer proxy = serverOf(bytes);
+        setenv("https_proxy", proxy.url("").c_str(), 1);
+        EXPECT_EQ(outcomeOf("https://other.invalid/"), std::string("Cannot open URL: ") + error);
+    }
+    setenv("https_proxy", before.c_str(), 1);
 }
 
 TEST(Http, FollowsRedirects) {

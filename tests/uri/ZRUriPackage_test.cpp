@@ -80,7 +80,11 @@ TEST_F(ZRUriPackage, TakesAnyFormOfThePackagesName) {
     EXPECT_EQ(contentOf(uri(u"jar:file:" + m_path + u"!/")), outerPackage());
     EXPECT_EQ(contentOf(uri(u"jar:file:/no/such.zip!/a")), "nothing");
     EXPECT_EQ(contentOf(uri(u"jar:")), "nothing");
-    EXPECT_EQ(contentOf(uri(u"jar:file:" + m_folder.write("text", "PK") + u"!/a")), "nothing");
+    const std::string descriptor = "PK\x07\x08" + std::string(12, '\0');
+    for (const std::string& noPackage : {std::string("PK"), descriptor + outerPackage()}) {
+        const UnicodeString path = m_folder.write("file", noPackage);
+        EXPECT_EQ(contentOf(uri(u"jar:file:" + path + u"!/dir/y.xml")), "nothing") << noPackage;
+    }
 }
 
 TEST_F(ZRUriPackage, OpensANeighbourInThePackage) {

@@ -62,6 +62,7 @@ TEST(ZRTCVOStream, WritesManyEncodings) {
         {"ISO-8859-1", u"あ😀", "??"},
         {"ISO-8859-1", UnicodeString(u"a\xD83Dz\xDE00", 4), "a?z?"},
         {"klingon", u"a", "not open"},
+        {"compound_text", u"a", "not open"},
         {"", u"a", "not open"},
         {nullptr, u"a", "not open"},
     };
@@ -114,6 +115,7 @@ TEST(ZRTCVOStream, ANulAheadOfALineFeedIsAsWideAsASpace) {
     EXPECT_EQ(encoded(text, "UTF-16"), "a\0\0\0\n\0\x42\x30\0\0\0\0\n\0"s);
     EXPECT_EQ(encoded(UnicodeString(u"\0\n", 2), "UTF-32"), "\0\0\0\0\0\0\0\n"s);
     EXPECT_EQ(encoded(UnicodeString(u"あ\0\n", 3), "ISO-2022-JP"), "\x1B$B$\"\0\0\0\0\n"s);
+    EXPECT_EQ(encoded(UnicodeString(u"a\xD83D\0\n", 4), "Shift_JIS"), "a\x81\xAC\0\n"s);
     Written divided("EUC-JP");
     divided.stream->write("a\0\0\0", 4).flush().write("\n\0", 2);
     EXPECT_EQ(divided.bytes(), "a\0\n"s);
@@ -129,6 +131,17 @@ std::string limited(std::size_t limit, const UnicodeString& text, const char* en
     const std::string state = written.stream->isLimitOver() ? ", over, " : ", within, ";
     const std::size_t counted = written.stream->getOutputLength();
     return written.bytes() + state + std::to_string(counted);
+}
+
+TEST(ZRTCVOStream, HalvesOfPairsAreNoEndUnderALimit) {
+    Written written("UTF-8");
+    written.stream->setLimit(100);
+    for (const char16_t unit : {u'\xD83D', u'\xD83D', u'\xDE00', u'\xDE00', u'a'}) {
+        const char bytes[] = {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
+        written.stream->write(bytes, 2).flush();
+    }
+    EXPECT_FALSE(written.stream->isLimitOver());
+    EXPECT_EQ(written.bytes(), "〓😀〓a");
 }
 
 TEST(ZRTCVOStream, ALimitDividesNoCharacter) {

@@ -219,6 +219,25 @@ TEST(ZRTCVStream, DetectsEncodings) {
     EXPECT_EQ(decoded(rows[0].bytes, nullptr), japanese);
 }
 
+// A source that tells of faults by what its buffer throws.
+class ThrowingSeekBuf : public testing::PiecewiseBuf {
+public:
+    using PiecewiseBuf::PiecewiseBuf;
+
+protected:
+    pos_type seekpos(pos_type, std::ios_base::openmode) override { throw 1; }
+};
+
+TEST(ZRTCVStream, ASourceThatThrowsOnSeekingIsSurvived) {
+    ThrowingSeekBuf buffer(repeated("text ", 100));
+    std::istream source(&buffer);
+    source.exceptions(std::ios::badbit);
+    UnicodeString name;
+    bool flag = false;
+    EXPECT_TRUE(ZRTCVStream::detectEncoding(&source, name, flag));
+    EXPECT_EQ(name, u"ISO-8859-1");
+}
+
 TEST(ZRTCVStream, DetectsTheEncodingOfAFile) {
     const testing::TempFolder folder;
     folder.write("a b.txt", repeated("日本語", 30));

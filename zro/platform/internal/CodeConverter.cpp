@@ -195,6 +195,7 @@ public:
     bool convert(ConversionBlock& block, bool atEnd) override;
 
 private:
+    bool endsInHalfAPair() const;
     void loadUnits(const ConversionBlock& block);
     bool canEncode(UChar unit);
     std::size_t sureUnits(std::size_t room) const;
@@ -204,6 +205,7 @@ private:
 
     Converter m_converter;
     std::size_t m_maxBytes;
+    UChar m_substitute = 0;
     std::array<UChar, 2048> m_units{};
     std::size_t m_count = 0;  // units that were loaded
     std::size_t m_at = 0;
@@ -216,6 +218,7 @@ Writer::Writer(Converter converter, const WriterOptions& options)
         std::find_if(std::begin(options.replacements), std::end(options.replacements) - 1,
                      [this](UChar unit) { return canEncode(unit); });
     UErrorCode status = U_ZERO_ERROR;
+    m_substitute = *best;
     ucnv_setSubstString(m_converter.get(), best, 1, &status);
     status = U_ZERO_ERROR;  // without a substitute ICU's own one stays
     ucnv_setFromUCallBack(m_converter.get(), writeSubstitute, nullptr, nullptr, nullptr, &status);
@@ -232,11 +235,24 @@ bool Writer::canEncode(UChar unit) {
     return U_SUCCESS(status) != 0;
 }
 
+bool Writer::endsInHalfAPair() const {
+    if (m_count == 0 || !U16_IS_SURROGATE(m_units[m_count - 1])) {
+        return false;
+    }
+    return m_count == 1 || !U16_IS_LEAD(m_units[m_count - 2])
+           || !U16_IS_TRAIL(m_units[m_count - 1]);
+}
+
 void Writer::loadUnits(const ConversionBlock& block) {
     m_at = 0;
     m_count = std::min((block.inLength - block.inPos) / kUnitBytes, m_units.size());
     std::memcpy(m_units.data(), block.in + block.inPos, m_count * kUnitBytes);
     turnToLittleEndian(m_units.data(), m_count);
+    // ICU would wait for what follows half a pair, and give nothing for now.
+    const bool isAll = block.inLength - block.inPos < (m_count + 1) * kUnitBytes;
+    if (isAll && endsInHalfAPair()) {
+        m_units[m_count - 1] = m_substitute;
+    }
 }
 
 // ICU asks for ten units more, for escapes.
@@ -336,7 +352,8 @@ std::unique_ptr<CodeConverter> CodeConverter::openWriter(const char* encoding,
     } else if (converter != nullptr && isCalled(converter.get(), "UTF-32")) {
         converter = open("UTF-32BE");
     }
-    if (converter == nullptr) {
+    // With a substitute of its own, ICU releases tables of this one twice.
+    if (converter == nullptr || isCalled(converter.get(), "x11-compound-text")) {
         return nullptr;
     }
     return std::make_unique<Writer>(std::move(converter), options);

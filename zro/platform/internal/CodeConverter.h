@@ -41,8 +41,9 @@ public:
     static std::unique_ptr<CodeConverter> openReader(const char* encoding,
                                                      const std::string& tables);
 
-    /// From UTF-16LE to `encoding`. No byte order mark is written: "UTF-16" is little-endian,
-    /// "UTF-32" big-endian.
+    /// From UTF-16LE to `encoding`. No byte order mark is written unless the name asks for one:
+    /// "UTF-16" is little-endian, "UTF-32" big-endian. Half a surrogate pair at the end of an input
+    /// is converted as one that stays alone. "x11-compound-text" is not known.
     static std::unique_ptr<CodeConverter>
     openWriter(const char* encoding, const std::string& tables, const WriterOptions& options);
 

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <ios>
 #include <limits>
+#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 
@@ -36,6 +37,12 @@ std::size_t InputFileBuf::readAhead(char* bytes, std::size_t count) {
     }
     m_end += got;
     return static_cast<std::size_t>(got);
+}
+
+std::streamsize InputFileBuf::showmanyc() {
+    struct stat status {};
+    const bool isRegular = fstat(m_file.get(), &status) == 0 && S_ISREG(status.st_mode);
+    return isRegular ? std::max<std::streamsize>(status.st_size - position(), 0) : 0;
 }
 
 InputFileBuf::int_type InputFileBuf::underflow() {

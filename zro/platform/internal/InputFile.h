@@ -36,6 +36,7 @@ public:
     InputFileBuf(FileDescriptor file, bool isRegular);
 
 protected:
+    std::streamsize showmanyc() override;
     int_type underflow() override;
     int_type pbackfail(int_type character) override;
     std::streamsize xsgetn(char* bytes, std::streamsize count) override;

@@ -1,6 +1,7 @@
 #include "zro/platform/internal/NativeFile.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <fcntl.h>
 #include <fstream>
 #include <string_view>
@@ -45,6 +46,15 @@ void makeRooted(std::string& name) {
     }
 }
 
+int openToRead(const std::string& name) {
+    for (;;) {
+        const int number = open(name.c_str(), O_RDONLY | O_CLOEXEC);
+        if (number >= 0 || errno != EINTR) {
+            return number;
+        }
+    }
+}
+
 }  // namespace
 
 std::optional<std::string> nativeFileName(const UnicodeString& path) {
@@ -75,7 +85,7 @@ std::unique_ptr<std::istream> openInputFile(const UnicodeString& path) {
     if (!name) {
         return nullptr;
     }
-    FileDescriptor file(open(name->c_str(), O_RDONLY | O_CLOEXEC));
+    FileDescriptor file(openToRead(*name));
     struct stat status {};
     if (!file.isOpen() || fstat(file.get(), &status) != 0 || S_ISDIR(status.st_mode)) {
         return nullptr;

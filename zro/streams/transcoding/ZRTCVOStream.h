@@ -68,10 +68,11 @@ private:
 /// Takes UTF-16LE and writes it in a named encoding, up to a limit of bytes for a preview.
 ///
 /// What the encoding cannot hold becomes U+3013 or, where it cannot hold that either, a question
-/// mark. No byte order mark is written. A U+0000 ahead of a line feed becomes zero bytes, as many
-/// as a space takes. A limit divides no character. What was written goes on at the latest when the
-/// stream is destroyed; only then an encoding with shift states returns to its first one. Nothing
-/// is thrown but by a lack of memory. The target is not owned and has to live as long.
+/// mark. No byte order mark is written unless the name asks for one, as "UnicodeBig" does. A U+0000
+/// ahead of a line feed becomes zero bytes, as many as a space takes. A limit divides no character.
+/// What was written goes on at the latest when the stream is destroyed; only then an encoding with
+/// shift states returns to its first one. Nothing is thrown but by a lack of memory. The target is
+/// not owned and has to live as long.
 class ZRO_API ZRTCVOStream : public std::basic_ostream<char> {
 public:
     using LF_CONVERT = ZRTCVOStreamBuf::LF_CONVERT;
@@ -101,7 +102,8 @@ public:
     void writeRawBuffer(const char* data, std::size_t count) {
         m_buffer.writeRawBuffer(data, count);
     }
-    /// Writes the rest of a stream as it is, cut at the limit. Without a limit it is not counted.
+    /// Writes the rest of a stream as it is, cut at the limit, behind which it is read no further
+    /// than its block. Without a limit it is not counted.
     void writeRawStream(std::istream& source) { m_buffer.writeRawStream(source); }
 
 private:

@@ -26,7 +26,9 @@ void rewind(std::istream& source) {
             source.clear();
         }
         source.seekg(0);
-    } catch (const std::ios_base::failure&) {
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (...) {
         return;  // as its mask asks for
     }
 }

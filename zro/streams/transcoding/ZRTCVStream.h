@@ -46,10 +46,11 @@ private:
 /// own.
 ///
 /// Any encoding that ICU knows can be read, and those for which there is a table where
-/// `setTCVTablePath` says. A malformed sequence becomes U+FFFD. "UTF-16" drops a byte order mark,
-/// in other encodings one is the character U+FEFF. After a refill at least the last 16 bytes can
-/// be put back; the stream cannot seek. Nothing is thrown but by a lack of memory: a source or
-/// conversion that fails looks like the end. The source is not owned and has to live as long.
+/// `setTCVTablePath` says. A malformed sequence becomes U+FFFD. "UTF-16" and "UTF-32" drop a
+/// byte order mark; in UTF-8, and where the name says the order, one is the character U+FEFF. After
+/// a refill at least the last 16 bytes can be put back; the stream cannot seek. Nothing is thrown
+/// but by a lack of memory: a source or conversion that fails looks like the end. The source is not
+/// owned and has to live as long.
 class ZRO_API ZRTCVStream : public std::basic_istream<char> {
 public:
     /// \param source    read ahead, up to 4096 bytes at a time; null is empty
@@ -76,8 +77,8 @@ public:
     static bool detectEncoding(const char* path, UnicodeString& encoding, bool& flag);
 
     /// Where further tables lie: files such as "x-my-set.cnv" as `makeconv` makes them from UCM
-    /// files, one an encoding. They go before the builtin conversions. For the whole process, and
-    /// not while streams are being opened. Empty, as at the start: none.
+    /// files, one an encoding. They go before the builtin conversions. For the whole process, from
+    /// any thread; streams that are open keep their conversions. Empty, as at the start: none.
     static void setTCVTablePath(const UnicodeString& path);
 
 private:

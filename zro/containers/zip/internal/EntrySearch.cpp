@@ -34,7 +34,7 @@ std::unique_ptr<std::istream> openData(PackageReader& reader, const LocalHeader&
 
 std::unique_ptr<std::istream> openFirstEntry(std::istream& package, const UnicodeString& name) {
     PackageReader reader(package);
-    for (;;) {
+    for (bool isFirst = true;; isFirst = false) {
         const std::uint32_t signature = readSignature(reader);
         std::uint64_t ahead = kDescriptorFields;
         if (signature == ZRZipEntry::kLocalHeaderSignature) {
@@ -43,7 +43,7 @@ std::unique_ptr<std::istream> openFirstEntry(std::istream& package, const Unicod
                 return openData(reader, header);
             }
             ahead = std::uint64_t{header.extraLength} + header.compressedSize;
-        } else if (signature != ZRZipEntry::kDescriptorSignature) {
+        } else if (isFirst || signature != ZRZipEntry::kDescriptorSignature) {
             return nullptr;
         }
         if (!reader.skip(ahead)) {

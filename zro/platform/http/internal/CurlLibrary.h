@@ -22,7 +22,7 @@ struct CurlLibrary {
     decltype(&curl_slist_append) slistAppend = nullptr;
     decltype(&curl_slist_free_all) slistFreeAll = nullptr;
 
-    /// Null when libcurl is not installed or too old. From any thread.
+    /// Null when libcurl is not installed, or too old to have all of these. From any thread.
     static const CurlLibrary* get();
 
 private:

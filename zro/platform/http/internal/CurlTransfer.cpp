@@ -43,6 +43,11 @@ int statusOf(std::string_view line) {
     return status;
 }
 
+// Where a "Location" counts; libcurl would follow others too.
+bool isRedirect(int status) {
+    return (status >= 301 && status <= 303) || status == 307 || status == 308;
+}
+
 HttpError errorOf(CURLcode code) {
     switch (code) {
     case CURLE_UNSUPPORTED_PROTOCOL: return HttpError::UnknownScheme;
@@ -52,6 +57,7 @@ HttpError errorOf(CURLcode code) {
     case CURLE_COULDNT_CONNECT: return HttpError::CannotConnect;
     case CURLE_OPERATION_TIMEDOUT: return HttpError::TimeOut;
     case CURLE_GOT_NOTHING:
+    case CURLE_PARTIAL_FILE:
     case CURLE_SEND_ERROR:
     case CURLE_RECV_ERROR: return HttpError::ConnectionAborted;
     case CURLE_WEIRD_SERVER_REPLY: return HttpError::InvalidResponse;
@@ -102,7 +108,7 @@ bool CurlTransfer::setTransfer(const std::string& url, const std::string& certif
            && set(CURLOPT_REDIR_PROTOCOLS_STR, "http,https") && set(CURLOPT_FOLLOWLOCATION, 1L)
            && set(CURLOPT_MAXREDIRS, kMostRedirects) && set(CURLOPT_USERAGENT, kAgent)
            && set(CURLOPT_CONNECTTIMEOUT_MS, kConnectMilliseconds) && set(CURLOPT_NOSIGNAL, 1L)
-           && set(CURLOPT_BUFFERSIZE, kBlock)
+           && set(CURLOPT_BUFFERSIZE, kBlock) && set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L)
            && (certificates.empty() || set(CURLOPT_CAINFO, certificates.c_str()));
 }
 
@@ -188,20 +194,23 @@ std::string CurlTransfer::contentType() const {
 }
 
 // Several headers may come, one for each redirect and each interim answer. What looks like header
-// lines behind the body says nothing.
-void CurlTransfer::noteHeader(std::string_view line) {
-    if (startsWith(line, "http/")) {
+// lines elsewhere says nothing. False when no more of the answer is wanted.
+bool CurlTransfer::noteHeader(std::string_view line) {
+    if (!m_isInHeader && !m_isFinalHeader && startsWith(line, "http/")) {
+        m_isInHeader = true;
         m_sawStatus = true;
-        m_isFinalHeader = false;
         m_isRedirect = false;
         m_headerStatus = statusOf(line);
-    } else if (m_isFinalHeader) {
-        return;
-    } else if (m_headerStatus / 100 == 3 && startsWith(line, "location:")) {
-        m_isRedirect = true;
+    } else if (!m_isInHeader) {
+        return true;
+    } else if (isRedirect(m_headerStatus) && startsWith(line, "location:")) {
+        m_isRedirect = line.find_first_not_of(" \t\r\n", 9) != line.npos;
     } else if (line == "\r\n" || line == "\n") {
+        m_isInHeader = false;
         m_isFinalHeader = m_headerStatus >= 200 && !m_isRedirect;
+        return !m_isFinalHeader || m_headerStatus / 100 == 2;
     }
+    return true;
 }
 
 std::size_t CurlTransfer::noteBody(const char* data, std::size_t size) {
@@ -219,8 +228,7 @@ std::size_t CurlTransfer::noteBody(const char* data, std::size_t size) {
 }
 
 std::size_t CurlTransfer::onHeader(char* data, std::size_t unit, std::size_t count, void* self) {
-    static_cast<CurlTransfer*>(self)->noteHeader({data, unit * count});
-    return unit * count;
+    return static_cast<CurlTransfer*>(self)->noteHeader({data, unit * count}) ? unit * count : 0;
 }
 
 std::size_t CurlTransfer::onBody(char* data, std::size_t unit, std::size_t count, void* self) {

@@ -41,7 +41,7 @@ private:
     bool hasPending() const { return m_at < m_pending.size(); }
     void runOnce();
     void takeResult();
-    void noteHeader(std::string_view line);
+    bool noteHeader(std::string_view line);
     std::size_t noteBody(const char* data, std::size_t size);
 
     static std::size_t onHeader(char* data, std::size_t unit, std::size_t count, void* self);
@@ -59,7 +59,8 @@ private:
 
     bool m_isDone = false;
     CURLcode m_result = CURLE_OK;
-    bool m_sawStatus = false;      // any status line came
+    bool m_sawStatus = false;  // any status line came
+    bool m_isInHeader = false;
     bool m_isRedirect = false;     // the last header says where to go on
     bool m_isFinalHeader = false;  // the last header is whole, and no other follows
     int m_headerStatus = 0;

@@ -88,9 +88,11 @@ private:
     // Fills the room, so that faults are met at the same distances from the start of the member.
     std::size_t expand(std::span<char> room) {
         std::size_t made = 0;
+        std::size_t runStart = 0;
         bool isSound = true;
         while (isSound && made < room.size() && m_place == Place::Member) {
-            made += m_state.expand(room.subspan(made));
+            runStart = made - made % kWholeRun;
+            made += m_state.expand(room.subspan(made, kWholeRun - made % kWholeRun));
             m_input = m_state.inputLeft();
             if (m_state.isComplete()) {
                 m_check = extendCrc32(m_check, room.first(made));
@@ -106,14 +108,14 @@ private:
             m_check = extendCrc32(m_check, room.first(made));
         }
         m_size += made;
-        return isSound ? made : wholeRuns(made);
+        return isSound ? made : wholeRuns(made, runStart);
     }
 
     // On purpose: what was expanded since the last whole run is held back, unless it is all there
     // is.
-    std::size_t wholeRuns(std::size_t made) {
+    std::size_t wholeRuns(std::size_t made, std::size_t runStart) {
         m_place = Place::End;
-        return m_size > kWholeRun ? made - made % kWholeRun : made;
+        return m_size > kWholeRun ? runStart : made;
     }
 
     std::size_t copyOut(std::span<char> room) {

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <mutex>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <unicode/locid.h>
 
@@ -13,8 +15,26 @@
 namespace ZroCommon::internal {
 namespace {
 
-std::string& tables() {
-    static std::string s_tables;
+// Where the tables of the application lie.
+class Tables {
+public:
+    void set(std::string path) {
+        const std::lock_guard guard(m_lock);
+        m_path = std::move(path);
+    }
+
+    std::string get() {
+        const std::lock_guard guard(m_lock);
+        return m_path;
+    }
+
+private:
+    std::mutex m_lock;
+    std::string m_path;
+};
+
+Tables& tables() {
+    static Tables s_tables;
     return s_tables;
 }
 
@@ -45,7 +65,7 @@ const char* libraryName(const char* encoding) {
 }  // namespace
 
 void setConversionTables(const UnicodeString& path) {
-    tables() = path.isEmpty() ? std::string() : nativeFileName(path).value_or(std::string());
+    tables().set(path.isEmpty() ? std::string() : nativeFileName(path).value_or(std::string()));
 }
 
 std::unique_ptr<CodeConverter> openReadingConversion(const char* encoding) {
@@ -53,13 +73,13 @@ std::unique_ptr<CodeConverter> openReadingConversion(const char* encoding) {
         return nullptr;
     }
     const char* name = libraryName(encoding);
-    return CodeConverter::openReader(name != nullptr ? name : encoding, tables());
+    return CodeConverter::openReader(name != nullptr ? name : encoding, tables().get());
 }
 
 // On purpose: what reading takes for a larger set is written as the name says.
 std::unique_ptr<CodeConverter> openWritingConversion(const char* encoding,
                                                      const WriterOptions& options) {
-    return CodeConverter::openWriter(encoding, tables(), options);
+    return CodeConverter::openWriter(encoding, tables().get(), options);
 }
 
 }  // namespace ZroCommon::internal
