@@ -79,7 +79,10 @@ void measure(const Options& options, const Corpus& corpus,
     for (const TreeContender& contender : contenders) {
         fairness.check(contender.name, contender.form, buildAll(contender, corpus));
         jobs.emplace_back([&corpus, &contender] {
-            return timed(cpuNow, [&] { keep(buildAll(contender, corpus).units); });
+            return timed(cpuNow, [&] {
+                keep(buildAll(contender, corpus).units);
+                settleHeap();
+            });
         });
     }
     const std::vector<Spread> times = interleave(jobs, corpus.rounds(options));

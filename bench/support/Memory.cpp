@@ -1,14 +1,25 @@
 #include "bench/support/Memory.h"
 
+#include <cstddef>
+#include <cstdlib>
 #include <fstream>
 #include <malloc.h>
 #include <string>
+
+#include "bench/support/Timing.h"
 
 namespace ZroCommon::bench {
 
 double liveHeap() {
     const struct mallinfo2 info = mallinfo2();
     return static_cast<double>(info.uordblks) + static_cast<double>(info.hblkhd);
+}
+
+void settleHeap() {
+    constexpr std::size_t kLarge = 4096;  // no size of small chunks
+    void* const chunk = std::malloc(kLarge);
+    keep(chunk);
+    std::free(chunk);
 }
 
 double peakResident() {
