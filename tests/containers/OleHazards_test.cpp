@@ -1,0 +1,310 @@
+// Compound files that want to do harm: each ends soon, in little memory, with the result stated.
+#include <algorithm>
+#include <cstdlib>
+#include <ctime>
+#include <functional>
+#include <malloc.h>
+#include <new>
+#include <stdexcept>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "tests/containers/OleFile.h"
+#include "tests/support/SmallStack.h"
+
+namespace {
+
+std::size_t s_held = 0;
+std::size_t s_peak = 0;
+
+void* watchedNew(std::size_t size) {
+    void* const memory = std::malloc(size == 0 ? 1 : size);
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
+    s_held += malloc_usable_size(memory);
+    s_peak = std::max(s_peak, s_held);
+    return memory;
+}
+
+void watchedDelete(void* memory) {
+    s_held -= malloc_usable_size(memory);
+    std::free(memory);
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+    return watchedNew(size);
+}
+void* operator new[](std::size_t size) {
+    return watchedNew(size);
+}
+void operator delete(void* memory) noexcept {
+    watchedDelete(memory);
+}
+void operator delete[](void* memory) noexcept {
+    watchedDelete(memory);
+}
+void operator delete(void* memory, std::size_t /*size*/) noexcept {
+    watchedDelete(memory);
+}
+void operator delete[](void* memory, std::size_t /*size*/) noexcept {
+    watchedDelete(memory);
+}
+
+namespace ZroCommon::testing {
+namespace {
+
+constexpr std::size_t kMuchMemory = std::size_t{16} << 20U;
+constexpr double kMuchTime = 0.5;  // the library takes 0.02; a sanitizer and another machine more
+
+double cpuSeconds() {
+    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+/// Does all that can be done to a file. The result names the check that refused it, or what its
+/// streams gave: "a:100 b:none".
+std::string exercise(const std::string& bytes) {
+    OleFile file(bytes);
+    if (!file.isOpen()) {
+        return "refused by " + std::to_string(static_cast<int>(file.refusedBy()));
+    }
+    std::string all;
+    for (const char* const name : {"a", "b", "c", "s"}) {
+        const auto stream = file.open({name});
+        all += all.empty() ? "" : " ";
+        all += name;
+        all += ":";
+        all += stream ? std::to_string(OleFile::restOf(*stream).size()) : "none";
+        if (stream) {
+            stream->OLEseek(0, 2);
+        }
+        OleDirPath path = olePath({name, "x"});
+        file->OLEcloseStream(file->OLEopenObject(&path));
+        path.count = 1;
+        file->OLEcloseStream(file->OLEopenObject(&path));
+    }
+    return all;
+}
+
+std::string refused(OleCheck check) {
+    return "refused by " + std::to_string(static_cast<int>(check));
+}
+
+OleImage sample(const OleLayout& layout = {}) {
+    return OleBuilder(layout)
+        .stream(u"a", oleData(600))
+        .stream(u"b", oleData(6000))
+        .storage(u"s")
+        .stream(u"c", oleData(10), 3)
+        .build();
+}
+
+const std::string& soundResult() {
+    static const std::string s_result = "a:600 b:6000 c:none s:none";
+    return s_result;
+}
+
+TEST(OleHazards, SixteenHostileFilesEndSoon) {
+    constexpr std::int64_t kMost = 0x7FFFFFFF;
+    const auto same = [](OleImage& image) {
+        return static_cast<long>(image.directoryStart);
+    };
+    const struct {
+        const char* what;
+        std::string result;
+        std::function<void(OleImage&)> damage;
+        OleLayout layout = {};
+    } cases[] = {
+        {"directory in a circle", refused(OleCheck::DirectoryLoop),
+         [&](OleImage& image) {
+             image.fat(image.directoryStart, same(image));
+         }},
+        {"stream in a circle", "a:600 b:1536 c:none s:none",
+         [](OleImage& image) {
+             image.fat(2, 0);
+         }},
+        {"mini stream's table in a circle", "a:192 b:6000 c:none s:none",
+         [](OleImage& image) {
+             image.miniFat(2, 0);
+         }},
+        {"siblings in circles", "a:600 b:6000 c:none s:none",
+         [](OleImage& image) {
+             image.entry(2, OleBuilder::kRight, 1).entry(2, OleBuilder::kLeft, 2);
+             image.entry(1, OleBuilder::kLeft, 1);
+         }},
+        {"storage in itself", "a:600 b:6000 c:none s:none",
+         [](OleImage& image) {
+             image.entry(3, OleBuilder::kChild, 3).entry(4, 72, 4);
+         }},
+        {"FAT of 2^31-1 blocks",
+         refused(OleCheck::IndirectFatRead),
+         [](OleImage& image) { image.header(44, kMost); },
+         {.fatBlocks = 110}},
+        {"FAT of 2^32-1 blocks, listed in a circle",
+         refused(OleCheck::IndirectFatLoop),
+         [](OleImage& image) {
+             image.header(44, -1).put(image.bytes.size() - 4, image.blocks - 1);
+         },
+         {.fatBlocks = 110}},
+        {"FAT of one block many times",
+         soundResult(),
+         [](OleImage& image) {
+             image.header(44, 236);
+             for (std::size_t i = 1; i < 109 + 127; ++i) {
+                 const std::size_t indirect = image.offsetOf(image.blocks - 1);
+                 image.put(i < 109 ? 76 + 4 * i : indirect + 4 * (i - 109), image.fatBlocks[0]);
+             }
+         },
+         {.fatBlocks = 110}},
+        {"MiniFAT of 2^31-1 blocks", refused(OleCheck::MiniFatLength),
+         [](OleImage& image) {
+             image.header(64, kMost);
+         }},
+        {"MiniFAT of 2^32-1 blocks in a circle", refused(OleCheck::MiniFatLength),
+         [](OleImage& image) {
+             image.header(64, -1).fat(image.miniFatStart, static_cast<long>(image.miniFatStart));
+         }},
+        {"size 2^31-1", "a:600 b:6144 c:none s:none",
+         [](OleImage& image) {
+             image.entry(2, OleBuilder::kSize, kMost);
+         }},
+        {"size -16", "a:0 b:0 c:none s:none",
+         [](OleImage& image) {
+             image.entry(1, OleBuilder::kSize, -16).entry(2, OleBuilder::kSize, -16);
+         }},
+        {"blocks of 2 GiB", refused(OleCheck::FatRead),
+         [](OleImage& image) {
+             image.header(30, 31, 2).header(76, 0);
+         }},
+        {"mini blocks of 2 GiB", "a:none b:6000 c:none s:none",
+         [](OleImage& image) {
+             image.header(32, 31, 2);
+         }},
+        {"a mini block of a high number in a mini stream in a circle", "a:64 b:6000 c:none s:none",
+         [](OleImage& image) {
+             image.entry(1, OleBuilder::kStart, kMost)
+                 .fat(image.miniStreamStart, static_cast<long>(image.miniStreamStart));
+         }},
+        {"chain to the last block there can be", "a:600 b:512 c:none s:none",
+         [](OleImage& image) {
+             image.fat(0, kMost);
+         }},
+    };
+    for (const auto& [what, result, damage, layout] : cases) {
+        OleImage image = sample(layout);
+        damage(image);
+        s_peak = s_held;
+        const std::size_t before = s_held;
+        const double start = cpuSeconds();
+        EXPECT_EQ(exercise(image.bytes), result) << what;
+        EXPECT_LE(s_peak - before, kMuchMemory) << what;
+        EXPECT_LE(cpuSeconds() - start, kMuchTime) << what;
+    }
+    EXPECT_EQ(exercise(sample().bytes), soundResult());
+}
+
+TEST(OleHazards, AnyPairOfShiftsEndsSoon) {
+    const OleImage image = sample();
+    s_peak = s_held;
+    const std::size_t before = s_held;
+    int open = 0;
+    for (int block = 0; block < 32; ++block) {
+        for (int mini = 0; mini < 32; ++mini) {
+            OleImage odd = image;
+            odd.header(30, block, 2).header(32, mini, 2).header(60, 0).header(64, 0);
+            const std::string result = exercise(odd.bytes);
+            open += result.starts_with("a:") ? 1 : 0;
+            EXPECT_TRUE(block == 9 || !result.starts_with("a:6")) << block << " and " << mini;
+        }
+    }
+    EXPECT_GE(open, 32);
+    EXPECT_LE(s_peak - before, kMuchMemory);
+}
+
+TEST(OleHazards, ACutFileGivesTheStartOfItsStreams) {
+    const OleImage image = sample();
+    for (std::size_t size = 0; size < image.bytes.size(); size += 128) {
+        OleImage cut = image;
+        cut.bytes.resize(size);
+        EXPECT_TRUE(exercise(cut.bytes).starts_with("refused")) << size;
+    }
+    OleBuilder builder;
+    OleImage tail = builder.stream(u"a", "").stream(u"b", oleData(6000)).build();
+    for (const long at : {0L, 100L, 512L, 2000L}) {  // of the stream's last block in the file
+        tail.entry(2, OleBuilder::kStart, static_cast<long>(tail.blocks) - 1);
+        tail.bytes.resize(tail.offsetOf(tail.blocks - 1) + 512);
+        OleFile file(tail.bytes);
+        const auto stream = file.open({"b"});
+        EXPECT_EQ(stream == nullptr ? -1 : stream->OLEseek(at, 0), at < 512 ? at : -1) << at;
+    }
+}
+
+TEST(OleHazards, LongListsOfSiblingsNeedNoStack) {
+    OleBuilder builder;
+    for (int i = 0; i < 20000; ++i) {
+        builder.stream(u"x", "");
+    }
+    OleImage image = builder.stream(u"a", "found").build();
+    OleFile file(image.bytes);
+    onSmallStack([&] { EXPECT_EQ(file.read({"a"}), "found"); });
+    OleDirPath path = olePath({"b"});
+    EXPECT_EQ(file->getDirIndex(&path), -1);
+}
+
+/// Bytes that throw from some offset on.
+class ThrowingBuf : public std::stringbuf {
+public:
+    ThrowingBuf(const std::string& bytes, std::streamoff at) : std::stringbuf(bytes), m_at(at) {}
+
+protected:
+    std::streamsize xsgetn(char* bytes, std::streamsize count) override {
+        if (gptr() - eback() + count > m_at) {
+            throw std::runtime_error("ThrowingBuf");
+        }
+        return std::stringbuf::xsgetn(bytes, count);
+    }
+
+private:
+    std::streamoff m_at;
+};
+
+TEST(OleHazards, AStreamMayThrowAnywhere) {
+    const std::string bytes = sample().bytes;
+    for (std::size_t at = 0; at < bytes.size(); at += 256) {
+        ThrowingBuf buffer(bytes, static_cast<std::streamoff>(at));
+        std::istream stream(&buffer);
+        stream.exceptions(std::ios_base::failbit | std::ios_base::badbit | std::ios_base::eofbit);
+        EXPECT_EQ(OleCompFile::detectOLEDocument(stream), OLEDOCUMENT_NONE) << at;
+        EXPECT_FALSE(OleCompFile::isOLEUri(stream)) << at;
+    }
+}
+
+/// A host's own source that answers with nonsense.
+class LyingIO : public JZIOobj {
+public:
+    explicit LyingIO(int answer) : m_answer(answer) {}
+    bool Open() override { return true; }
+    bool Seek(long /*offset*/, int /*origin*/) override { return true; }
+    int Read(char* /*buffer*/, int /*count*/) override { return m_answer; }
+    using JZIOobj::Read;
+
+private:
+    int m_answer;
+};
+
+TEST(OleHazards, ASourceMayAnswerAnything) {
+    for (const int answer : {-1, 0, 1, 512, 0x7FFFFFFF}) {
+        LyingIO io(answer);
+        OleCompFile file;
+        EXPECT_FALSE(file.OLEopen(&io)) << answer;
+    }
+    OleCompFile file;
+    EXPECT_FALSE(file.OLEopen(static_cast<JZIOobj*>(nullptr)));
+    EXPECT_FALSE(file.OLEopen(static_cast<const char*>(nullptr)));
+}
+
+}  // namespace
+}  // namespace ZroCommon::testing
