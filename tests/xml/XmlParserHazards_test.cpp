@@ -6,6 +6,7 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -150,7 +151,8 @@ TEST(XmlParserHazards, ManyAttributesWithOneNameAreStillFound) {
               "Duplicate attribute: c\nSTART_TAG, Line 1, Col 988903.");
 }
 
-ZRLimits limitsWith(std::uint32_t ZRLimits::*limit, std::uint32_t value) {
+template <class Value>
+ZRLimits limitsWith(Value ZRLimits::*limit, std::type_identity_t<Value> value) {
     ZRLimits limits;
     limits.*limit = value;
     return limits;
@@ -245,6 +247,7 @@ TEST(XmlParserHazards, NothingElseIsOpenedWhenThatIsDenied) {
                             "<!ENTITY % e SYSTEM 'http://h/e.ent'>%e;]><a/>"}) {
         EXPECT_EQ(readAll(subset + use, limits).error.substr(0, 32),
                   "Limit exceeded: external entity.");
+        EXPECT_EQ(readAll(subset + use, limitsWith(&ZRLimits::skipExternal, true)).events, 2U);
     }
     EXPECT_TRUE(web.asked().empty());
 }

@@ -28,13 +28,16 @@ struct ZRLimits {
     /// entity", and an external subset is skipped. The MathML entities, which need no opening,
     /// stay.
     bool denyExternal = false;
+    /// The same without a breach: external entities are empty.
+    bool skipExternal = false;
 
     /// Set to true, from any thread, to end the parse: "cancelled". Not owned, may be null; lives
     /// as long as the parser that has it.
     const std::atomic<bool>* cancelFlag = nullptr;
 
     /// What suits documents from strangers: depth 2048, expansion 100 times beyond 8 Mi units,
-    /// nesting 40. External inputs stay allowed; see `denyExternal`.
+    /// nesting 40. External inputs stay allowed; see `denyExternal`
+    /// and `skipExternal`.
     static constexpr ZRLimits strict() {
         ZRLimits limits;
         limits.elementDepth = 2048;

@@ -136,7 +136,7 @@ void DoctypeScanner::loadSubset(const UnicodeString& systemId) {
     if (uri.toString().startsWith(kMathMLDirectory)) {
         return m_state.entities.addMathML();
     }
-    if (m_state.reader.limits.denyExternal) {
+    if (m_state.reader.limits.denyExternal || m_state.reader.limits.skipExternal) {
         return;
     }
     const BusyScope busy(m_state);

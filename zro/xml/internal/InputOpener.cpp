@@ -198,6 +198,9 @@ void InputOpener::openEntity(const UnicodeString& systemId) {
     if (m_state.reader.limits.denyExternal) {
         throw LimitBreach{u"external entity"};
     }
+    if (m_state.reader.limits.skipExternal) {
+        return;
+    }
     const ZRUri base(m_state.reader.input().baseUri, URISTR_PATH_OR_URI_CSS);
     const ZRUri uri(base, systemId, URISTR_PATH_OR_URI_CSS);
     std::unique_ptr<std::istream> stream;
