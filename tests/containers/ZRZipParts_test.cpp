@@ -1,5 +1,4 @@
 // Media types, relationships and kinds of packages by the Open Packaging Conventions.
-#include <chrono>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -7,11 +6,10 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/OpcBuilder.h"
-#include "tests/support/Streams.h"
+#include "tests/support/Rows.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/Text.h"
 #include "zro/containers/zip/ZRZipFile.h"
-#include "zro/uri/ZRUri.h"
 
 namespace ZroCommon::testing {
 namespace {
@@ -45,11 +43,7 @@ TEST(ZRZipParts, MediaTypesComeFromOverridesAndDefaults) {
     const std::string xml = defaultType("xml", "X");
     const std::string part = overrideType("/a.xml", "A");
     const std::string all = "a.xml=X a.xml=X [Content_Types].xml=X";
-    const struct {
-        const char* what;
-        std::string markup;
-        std::string types;
-    } cases[] = {
+    const Rows<const char*, std::string, std::string> cases = {
         {"defaults", contentTypes(xml + defaultType(".png", "P")),
          "a.xml=X b/c.png=P a.xml=X [Content_Types].xml=X"},
         {"the first of an extension", contentTypes(xml + defaultType(".xml", "Y")), all},
@@ -116,11 +110,7 @@ std::string targetFrom(const char* part, const std::string& target, const char* 
 }
 
 TEST(ZRZipParts, TargetsOfPartsBecomeNamesOfEntries) {
-    const struct {
-        const char* part;
-        const char* target;
-        const char* name;
-    } cases[] = {
+    const Rows<const char*, const char*, const char*> cases = {
         {"word/document.xml", "media/x.png", "word/media/x.png"},
         {"word/document.xml", "../customXml/i.xml", "customXml/i.xml"},
         {"a/b/c.xml", "../../x", "x"},
@@ -157,11 +147,7 @@ TEST(ZRZipParts, TargetsBesideANameWithABlankAreEscaped) {
 
 TEST(ZRZipParts, RelationshipsAreReadByTheirRules) {
     const std::string first = relationship("1", "t", "one");
-    const struct {
-        const char* what;
-        std::string markup;
-        const char* targets;  // of "1", "2" and the type "t"
-    } cases[] = {
+    const Rows<const char*, std::string, const char*> cases = {
         {"the first of a key",
          relationships(first + relationship("1", "u", "x") + relationship("2", "t", "two")),
          "one two one"},
@@ -197,11 +183,7 @@ TEST(ZRZipParts, OfficeDocumentsAreKnownByTheMediaTypeOfTheirMainPart) {
     const std::string docx =
         "application/vnd.openxmlformats-officedocument.wordprocessingml.document.main+xml";
     const std::string thmx = "application/vnd.openxmlformats-officedocument.themeManager+xml";
-    const struct {
-        const char* what;
-        ZipBuilder builder;
-        OOXDOCUMENT_TYPE type;
-    } cases[] = {
+    const Rows<const char*, ZipBuilder, OOXDOCUMENT_TYPE> cases = {
         {"the first", officePackage("word/document.xml", docx), OOXDOCUMENT_DOCX},
         {"the ninth",
          officePackage("a.bin", "application/vnd.ms-excel.sheet.binary.macroEnabled.main"),

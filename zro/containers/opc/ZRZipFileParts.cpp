@@ -16,10 +16,10 @@ UnicodeString valueOf(const internal::Relationships::Map& map, const UnicodeStri
 }  // namespace
 
 const UnicodeString& ZRZipFile::getContentType(ZRZipFileEntry* entry) {
-    static const UnicodeString none;
+    static const UnicodeString s_none;
     const ZRZipFileEntry* const types = getFileEntry(u"[Content_Types].xml");
     if (entry == nullptr || types == nullptr) {
-        return none;
+        return s_none;
     }
     if (entry->getContentType().isEmpty() && !types->knownFacts().hasToldTypes) {
         setContentType();

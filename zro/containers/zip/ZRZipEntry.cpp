@@ -148,8 +148,8 @@ internal::PartFacts& ZRZipFileEntry::facts() {
 }
 
 const internal::PartFacts& ZRZipFileEntry::knownFacts() const {
-    static const internal::PartFacts none;
-    return m_facts == nullptr ? none : *m_facts;
+    static const internal::PartFacts s_none;
+    return m_facts == nullptr ? s_none : *m_facts;
 }
 
 const UnicodeString& ZRZipFileEntry::getContentType() const {

@@ -16,7 +16,7 @@ namespace {
 // As much as entities may bring in: 100 times the bytes, 8 Mi in any case.
 constexpr ZRLimits guards() {
     ZRLimits limits = ZRLimits::strict();
-    limits.denyExternal = true;
+    limits.skipExternal = true;
     limits.elementDepth = 0;  // the parser takes any depth, and what stands deep is passed over
     return limits;
 }

@@ -3,8 +3,8 @@
 namespace ZroCommon::internal {
 
 const Relationships& relationshipsOf(const SharedRelationships& known) {
-    static const Relationships none;
-    return known == nullptr ? none : *known;
+    static const Relationships s_none;
+    return known == nullptr ? s_none : *known;
 }
 
 }  // namespace ZroCommon::internal
