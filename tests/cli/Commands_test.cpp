@@ -223,7 +223,35 @@ TEST(Uri, ExplainTellsAllOfIt) {
               "exists         no\n"
               "base           jar:file:///p.zip!/d/\n"
               "file name      x.xml\n"
-              "extension      .xml\n");
+              "extension      .xml\n"
+              "step 1         resolver: asked for jar:file:///p.zip!/d/x.xml\n"
+              "step 2         resolver: asked for file:///p.zip\n"
+              "step 3         file: \\\\p.zip\n"
+              "step 4         jar: entry d/x.xml\n");
+}
+
+TEST(Uri, ExplainTellsTheStepsOfOpening) {
+    const Workplace place;
+    const struct {
+        const char* uri;
+        const char* steps;
+    } rows[] = {
+        {"a.xml", "resolver: asked for a.xml|file: a.xml|"},
+        {"HTTP://h/a", "resolver: asked for HTTP://h/a|http: GET HTTP://h/a|"},
+        {"mailto:x",
+         "resolver: asked for mailto:x|http: refused, as it is neither http nor https|"},
+        {"'data:a/b;base64,YQ=='",
+         "resolver: asked for data:a/b;base64,YQ==|data: 4 characters of base64, a/b|"},
+        {"'jar:jar:http://h/p!/q!/x'",
+         "resolver: asked for jar:jar:http://h/p!/q!/x|resolver: asked for jar:http://h/p|"
+         "resolver: asked for http://h/p|http: GET http://h/p|jar: entry q|jar: entry x|"},
+        {"jar:data:,x!/y", "resolver: asked for jar:data:,x!/y|resolver: asked for data:,x|"
+                           "http: refused, as it is neither http nor https|jar: entry y|"},
+    };
+    for (const auto& [uri, steps] : rows) {
+        const std::string command = " | sed -n 's/^step [0-9]* *//p' | tr '\\n' '|'";
+        EXPECT_EQ(place.run("zro uri explain " + std::string(uri) + command).out, steps) << uri;
+    }
 }
 
 }  // namespace

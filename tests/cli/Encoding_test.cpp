@@ -27,8 +27,7 @@ TEST(Encoding, IsDetected) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.err, "short.txt: error: the encoding is not recognised\n"
                            "  hint: in short or binary files it cannot be\n"
-                           "none.txt: error: cannot be opened\n"
-                           "  hint: no such file\n");
+                           "none.txt: error: no such file\n");
 }
 
 TEST(Encoding, ConvertsTexts) {
@@ -50,11 +49,10 @@ TEST(Encoding, ConvertsTexts) {
         {"convert j.txt --limit 7", "日本", "j.txt: note: cut at 7 bytes\n"},
         {"convert - --from EUC-JP < j.txt | zro encoding convert - --to EUC-JP | cmp - j.txt", "",
          ""},
-        {"convert j.txt --from klingon", "", "zro: error: unknown encoding: klingon\n"},
-        {"convert j.txt --to klingon", "", "zro: error: unknown encoding: klingon\n"},
-        {"convert j.txt j.txt", "",
-         "j.txt: error: cannot be written\n  hint: this is the file that is read\n"},
-        {"convert j.txt .", "", ".: error: cannot be written\n  hint: this is a directory\n"},
+        {"convert j.txt --from klingon", "", "zro: error: no converter for the encoding klingon\n"},
+        {"convert j.txt --to klingon", "", "zro: error: no converter for the encoding klingon\n"},
+        {"convert j.txt j.txt", "", "j.txt: error: cannot be written: is the file that is read\n"},
+        {"convert j.txt .", "", ".: error: cannot be written: is a directory\n"},
     };
     for (const auto& [command, out, err] : rows) {
         const Outcome outcome = place.run(std::string("zro encoding ") + command);

@@ -27,7 +27,7 @@ TEST(Process, HelpAndVersionAreResults) {
     const Workplace place;
     for (const char* command :
          {"--help", "load --help", "events --help", "tree --help", "format --help", "check --help",
-          "uri --help", "uri resolve --help", "--version"}) {
+          "uri --help", "uri resolve --help", "cat --help", "--version"}) {
         const Outcome outcome = place.run("zro " + std::string(command));
         EXPECT_EQ(outcome.status, 0) << "for: " << command;
         EXPECT_NE(outcome.out, "") << "for: " << command;
@@ -40,17 +40,19 @@ TEST(Process, WhatCannotBeReadIsAnErrorWithAReason) {
     place.write("empty.xml", "");
     const struct {
         const char* name;
-        const char* hint;
+        const char* reason;
     } rows[] = {
-        {"none.xml", "  hint: no such file\n"},
-        {".", "  hint: this is a directory\n"},
+        {"none.xml", ": no such file [0x1003]\n"},
+        {".", ": is a directory [0x1003]\n"},
+        {"jar:$PWD/empty.xml!/a", ": empty.xml: is no ZIP package [0x1003]\n"},
+        {"http://127.0.0.1:1/", ": Cannot open URL: 2EFD [0x1003]\n"},
         {"empty.xml", "  hint: the input is empty\n"},
     };
-    for (const auto& [name, hint] : rows) {
+    for (const auto& [name, reason] : rows) {
         for (const char* command : {"load", "events", "tree", "format", "check"}) {
             const Outcome outcome = place.run("zro " + std::string(command) + " " + name);
             EXPECT_EQ(outcome.status, 1) << command << " " << name;
-            EXPECT_NE(outcome.err.find(hint), std::string::npos) << command << "\n" << outcome;
+            EXPECT_NE(outcome.err.find(reason), std::string::npos) << command << "\n" << outcome;
         }
     }
 }
@@ -70,7 +72,7 @@ TEST(Process, UnwritableOutputIsAnErrorWithAReason) {
     place.write("a.xml", "<a/>");
     const Outcome missing = place.run("zro format a.xml no/such/b.xml");
     EXPECT_EQ(missing.status, 1);
-    EXPECT_NE(missing.err.find("hint: no such directory: "), std::string::npos) << missing;
+    EXPECT_NE(missing.err.find(": no such directory: "), std::string::npos) << missing;
     const Outcome full = place.run("zro format a.xml - >/dev/full");
     EXPECT_EQ(full.status, 1);
     EXPECT_EQ(full.err, "zro: error: cannot write to standard output: No space left on device\n");

@@ -42,7 +42,7 @@ TEST_F(Zip, WritesTheDataOfEntries) {
     EXPECT_EQ(m_place.run("zro zip cat --stored a.zip a").out, deflated(std::string(2000, 'a')));
     const Outcome missing = m_place.run("zro zip cat a.zip A a | wc -c");
     EXPECT_EQ(missing.out, "2000\n");
-    EXPECT_EQ(missing.err, "zro: error: \"A\" is no entry that the walk reaches\n");
+    EXPECT_EQ(missing.err, "a.zip: error: no such entry: A\n");
 }
 
 TEST_F(Zip, TellsWhyTheWalkEnds) {
@@ -101,7 +101,7 @@ TEST_F(Zip, NamesTheReasonOfAFailure) {
         {"missing", "missing: error: no such file\n"},
         {"/tmp", "/tmp: error: is a directory\n"},
         {"text", "text: error: is no ZIP package\n"},
-        {"jar:$PWD/outer.zip!/no", "there is no such package or entry\n"},
+        {"jar:$PWD/outer.zip!/no", "no such entry: no\n"},
     };
     for (const auto& [input, error] : cases) {
         const Outcome outcome = m_place.run("zro zip why " + std::string(input));

@@ -49,7 +49,7 @@ Json formsOf(const ZRColor& color) {
 void showColor(Session& session, const std::string& text) {
     const ZRColor color = colorOf(fromUtf8(text));
     if (color.isInvalid()) {
-        complainAbout(session, text, "is no colour");
+        session.fail("", quoted(text) + " is no colour");
         return;
     }
     Json rows = formsOf(color);

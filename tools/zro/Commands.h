@@ -15,6 +15,7 @@ void addEventsCommand(CLI::App& program, Task& task);
 void addTreeCommand(CLI::App& program, Task& task);
 void addFormatCommand(CLI::App& program, Task& task);
 void addCheckCommand(CLI::App& program, Task& task);
+void addCatCommand(CLI::App& program, Task& task);
 void addUriCommand(CLI::App& program, Task& task);
 void addEncodingCommand(CLI::App& program, Task& task);
 void addValueCommand(CLI::App& program, Task& task);

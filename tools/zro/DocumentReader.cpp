@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "tools/zro/Names.h"
+#include "tools/zro/Opening.h"
 #include "tools/zro/Text.h"
 
 namespace zro {
@@ -69,9 +70,9 @@ bool saveDocument(Session& session, ZRDocument& document, const std::string& out
         Diagnostic diagnostic;
         diagnostic.file = output;
         diagnostic.code = error.getErrorCode();
-        diagnostic.message = printable(error.getRawMessage());
+        diagnostic.message =
+            printable(error.getRawMessage()) + ": " + reasonNotWritten(localPath(name));
         diagnostic.source = toUtf8(error.getSource());
-        diagnostic.hint = adviceOnOutput(localPath(name));
         session.report(diagnostic);
         return false;
     }

@@ -2,11 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <optional>
 #include <string_view>
-#include <system_error>
-#include <unistd.h>
 
 #include "zro/xml/ZRXmlParser.h"
 
@@ -193,30 +190,6 @@ std::string adviceOn(const ZRError& error, const std::vector<OpenElement>& open,
     case 0x181E: return adviceOnEntity(argumentOf(error));
     default: return std::string(fixedAdvice(code));
     }
-}
-
-std::string adviceOnFile(const std::string& path) {
-    std::error_code error;
-    const auto status = std::filesystem::status(path, error);
-    if (!std::filesystem::exists(status)) {
-        return "no such file";
-    }
-    if (std::filesystem::is_directory(status)) {
-        return "this is a directory";
-    }
-    return access(path.c_str(), R_OK) == 0 ? "" : "permission denied";
-}
-
-std::string adviceOnOutput(const std::string& path) {
-    std::error_code error;
-    if (std::filesystem::is_directory(path, error)) {
-        return "this is a directory";
-    }
-    const auto folder = std::filesystem::path(path).parent_path();
-    if (!folder.empty() && !std::filesystem::is_directory(folder, error)) {
-        return "no such directory: " + printable(fromUtf8(folder.string()));
-    }
-    return access(path.c_str(), W_OK) == 0 ? "" : "permission denied";
 }
 
 }  // namespace zro

@@ -25,12 +25,6 @@ Excerpt placeOf(const ZroCommon::ZRError& error, const SourceText& source);
 std::string adviceOn(const ZroCommon::ZRError& error, const std::vector<OpenElement>& open,
                      const std::string& firstBytes);
 
-/// Advice on a file that cannot be opened.
-std::string adviceOnFile(const std::string& path);
-
-/// Advice on a file that cannot be written.
-std::string adviceOnOutput(const std::string& path);
-
 /// The code without its severity.
 int plainCode(const ZroCommon::ZRError& error);
 

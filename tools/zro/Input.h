@@ -22,6 +22,7 @@ public:
 
 protected:
     int_type underflow() override;
+    std::streamsize showmanyc() override { return m_source->rdbuf()->in_avail(); }
 
 private:
     std::streamsize readSome();

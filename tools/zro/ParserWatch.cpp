@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "tools/zro/Opening.h"
 #include "tools/zro/Text.h"
 
 namespace zro {
@@ -80,7 +81,7 @@ void ParserWatch::add(const ZRError& error, const Position& position) {
     ++m_errorCount;
     Diagnostic diagnostic;
     diagnostic.code = plainCode(error);
-    diagnostic.message = printable(error.getRawMessage());
+    diagnostic.message = printable(error.getRawMessage()) + reason(error);
     diagnostic.source = toUtf8(error.getSource());
     diagnostic.file = shownName(position.name);
     diagnostic.line = position.line;
@@ -126,12 +127,18 @@ std::unique_ptr<std::istream> ParserWatch::reopen(const UnicodeString& name) con
     return isDocument(name) ? m_session.reopen(m_input) : m_session.reopen(name);
 }
 
-std::string ParserWatch::advice(const ZRError& error, const std::string& firstBytes) const {
-    if (plainCode(error) == kCannotOpen) {
-        const UnicodeString& message = error.getRawMessage();
-        const std::string path = localPath(UnicodeString(message, message.indexOf(u": ") + 2));
-        return path.empty() ? std::string() : adviceOnFile(path);
+// What the message leaves open.
+std::string ParserWatch::reason(const ZRError& error) {
+    if (plainCode(error) != kCannotOpen) {
+        return {};
     }
+    const UnicodeString& message = error.getRawMessage();
+    const UnicodeString name(message, message.indexOf(u": ") + 2);
+    const UnicodeString fromLibrary = isDocument(name) ? m_session.failure() : UnicodeString();
+    return ": " + reasonNotOpened(m_session, name, fromLibrary);
+}
+
+std::string ParserWatch::advice(const ZRError& error, const std::string& firstBytes) const {
     const auto open = m_openElements ? m_openElements() : std::vector<OpenElement>();
     return adviceOn(error, open, firstBytes);
 }

@@ -41,7 +41,8 @@ void ResourceGate::expectDocument(std::function<void(std::uint64_t)> count) {
 
 std::unique_ptr<std::istream> ResourceGate::openFreely(const ZRUri& uri) {
     const bool before = std::exchange(m_open, true);
-    std::unique_ptr<std::istream> stream(uri.getStream(nullptr));
+    m_failure.remove();
+    std::unique_ptr<std::istream> stream(uri.getStream(nullptr, &m_failure));
     m_open = before;
     return stream;
 }

@@ -41,6 +41,9 @@ public:
     /// Opens a resource by the library's own ways, without count or denial. Null when it cannot be.
     std::unique_ptr<std::istream> openFreely(const ZroCommon::ZRUri& uri);
 
+    /// What the library said when it last opened nothing by `openFreely`, or for the document.
+    const UnicodeString& failure() const { return m_failure; }
+
     /// The URIs that were denied since the last call, without repetition.
     std::vector<UnicodeString> takeDenied();
 
@@ -55,6 +58,7 @@ private:
     bool m_open = false;  // everything passes
     std::function<void(std::uint64_t)> m_count;
     std::vector<UnicodeString> m_denied;
+    UnicodeString m_failure;
     ZRUriReferenceResolver* m_previous;
 };
 

@@ -3,6 +3,7 @@
 #include <iostream>
 #include <sstream>
 #include <unistd.h>
+#include <utility>
 
 #include "tools/zro/Text.h"
 
@@ -15,14 +16,43 @@ Session::Session(const Settings& settings)
       m_gate(settings.external),
       m_standardInput([this](std::uint64_t bytes) { countBytes(bytes); }) {}
 
-void Session::begin(const Input& input) {
+void Session::startCount(const Input& input, std::uint64_t size) {
     m_bytesRead = 0;
-    m_progress.start(input.shownName(), input.size());
+    m_progress.start(input.shownName(), size);
+}
+
+void Session::begin(const Input& input) {
+    startCount(input, input.size());
     if (input.isStandardInput()) {
         m_gate.expectNoDocument();
     } else {
         m_gate.expectDocument([this](std::uint64_t bytes) { countBytes(bytes); });
     }
+}
+
+std::unique_ptr<std::istream> Session::open(const Input& input) {
+    m_gate.expectNoDocument();
+    if (input.isStandardInput()) {
+        startCount(input, 0);
+        return std::make_unique<std::istream>(m_standardInput.rdbuf());
+    }
+    auto source = openFreely(input.uri());
+    if (source != nullptr) {
+        source = counted(input, std::move(source));
+        startCount(input, input.size());
+    }
+    return source;
+}
+
+std::unique_ptr<std::istream> Session::counted(const Input& input,
+                                               std::unique_ptr<std::istream> stream) {
+    startCount(input, 0);
+    return std::make_unique<OwningStream<CountingBuffer>>(
+        std::move(stream), [this](std::uint64_t bytes) { countBytes(bytes); });
+}
+
+std::unique_ptr<std::istream> Session::openFreely(const UnicodeString& uri) {
+    return m_gate.openFreely(ZroCommon::ZRUri(uri, ZroCommon::URISTR_PATH_OR_URI_CSS));
 }
 
 void Session::countBytes(std::uint64_t bytes) {
@@ -39,10 +69,7 @@ std::unique_ptr<std::istream> Session::reopen(const Input& input) {
 }
 
 std::unique_ptr<std::istream> Session::reopen(const UnicodeString& uri) {
-    if (!isReadableAgain(uri)) {
-        return nullptr;
-    }
-    return m_gate.openFreely(ZroCommon::ZRUri(uri, ZroCommon::URISTR_PATH_OR_URI_CSS));
+    return isReadableAgain(uri) ? openFreely(uri) : nullptr;
 }
 
 void Session::report(const Diagnostic& diagnostic) {
@@ -54,18 +81,31 @@ void Session::report(const Diagnostic& diagnostic) {
     }
 }
 
+void Session::fail(const std::string& file, const std::string& message, const std::string& hint) {
+    Diagnostic diagnostic;
+    diagnostic.file = file;
+    diagnostic.message = message;
+    diagnostic.hint = hint;
+    report(diagnostic);
+}
+
+void Session::note(const std::string& file, const std::string& message, const std::string& hint) {
+    Diagnostic diagnostic;
+    diagnostic.kind = Diagnostic::Kind::Note;
+    diagnostic.file = file;
+    diagnostic.message = message;
+    diagnostic.hint = hint;
+    report(diagnostic);
+}
+
 void Session::end(const Input& input) {
     m_progress.clear();
     m_gate.expectNoDocument();
     for (const UnicodeString& uri : m_gate.takeDenied()) {
-        Diagnostic note;
-        note.kind = Diagnostic::Kind::Note;
-        note.file = input.shownName();
-        note.message = "not fetched, reads as empty: " + printable(uri);
-        note.hint = m_settings.external == External::None
-                        ? "--no-external keeps documents from bringing in anything"
-                        : "--allow-remote lets documents fetch more than local files";
-        report(note);
+        note(input.shownName(), "not fetched, reads as empty: " + printable(uri),
+             m_settings.external == External::None
+                 ? "--no-external keeps documents from bringing in anything"
+                 : "--allow-remote lets documents fetch more than local files");
     }
 }
 

@@ -45,7 +45,16 @@ public:
     /// To be called before a parser or document opens the input: counts its bytes, moves the
     /// progress bar, and lets the document itself through whatever it may fetch.
     void begin(const Input& input);
-    /// Bytes of the input read since `begin`.
+    /// The bytes of the input as they come, counted as well; cannot seek. Null when there is none;
+    /// see `openInput`.
+    std::unique_ptr<std::istream> open(const Input& input);
+    /// Counts the bytes of a stream that was opened by other means, of unknown length.
+    std::unique_ptr<std::istream> counted(const Input& input, std::unique_ptr<std::istream> stream);
+    /// What the library said when it did not open the last input; mostly nothing.
+    const UnicodeString& failure() const { return m_gate.failure(); }
+    /// Anything that the library opens, whatever documents may fetch. Null when it does not.
+    std::unique_ptr<std::istream> openFreely(const UnicodeString& uri);
+    /// Bytes of the input read since `begin` or `open`.
     std::uint64_t bytesRead() const { return m_bytesRead; }
 
     std::istream& standardInput() { return m_standardInput; }
@@ -56,6 +65,13 @@ public:
 
     /// Prints a diagnostic on standard error. An error makes the exit status 1.
     void report(const Diagnostic& diagnostic);
+    /// The same for an error without a place in a text.
+    /// \param file  as the user knows it; empty when it is about no file
+    void fail(const std::string& file, const std::string& message, const std::string& hint = "");
+    void note(const std::string& file, const std::string& message, const std::string& hint = "");
+
+    /// Keeps the progress bar away, for results that go to the terminal while the input is read.
+    void hideProgress() { m_progress.hide(); }
 
     /// To be called when the input has been read: takes the progress bar away, and says which
     /// resources the document was kept from fetching.
@@ -70,6 +86,7 @@ public:
     int status() const { return m_status; }
 
 private:
+    void startCount(const Input& input, std::uint64_t size);
     void countBytes(std::uint64_t bytes);
 
     Settings m_settings;

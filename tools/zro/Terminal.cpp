@@ -55,7 +55,8 @@ void Progress::start(std::string label, std::uint64_t total) {
     clear();
     m_label = std::move(label);
     m_total = total;
-    m_nextDraw = std::chrono::steady_clock::now() + kFirstDraw;
+    m_start = std::chrono::steady_clock::now();
+    m_nextDraw = m_start + kFirstDraw;
 }
 
 void Progress::advanceTo(std::uint64_t done) {
@@ -67,6 +68,11 @@ void Progress::advanceTo(std::uint64_t done) {
         m_nextDraw = now + kRedraw;
         draw(done);
     }
+}
+
+void Progress::hide() {
+    clear();
+    m_onTerminal = false;
 }
 
 void Progress::clear() {
@@ -82,7 +88,9 @@ void Progress::draw(std::uint64_t done) {
         const std::uint64_t filled = std::min(kBarWidth, done * kBarWidth / m_total);
         line += "[" + std::string(filled, '#') + std::string(kBarWidth - filled, '.') + "]  ";
     }
-    std::cerr << line << asSize(done) << "\x1b[K" << std::flush;
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - m_start;
+    const auto speed = static_cast<std::uint64_t>(static_cast<double>(done) / elapsed.count());
+    std::cerr << line << asSize(done) << "  " << asSize(speed) << "/s\x1b[K" << std::flush;
     m_drawn = true;
 }
 

@@ -32,8 +32,8 @@ private:
     bool m_coloured = false;
 };
 
-/// A progress bar on standard error: only on a terminal, only when the work takes a while, and gone
-/// when it is over.
+/// A progress bar on standard error, with size and speed: only on a terminal, only when the work
+/// takes a while, and gone when it is over.
 class Progress {
 public:
     Progress();
@@ -44,6 +44,8 @@ public:
     /// \param total  bytes to come, 0 when unknown
     void start(std::string label, std::uint64_t total);
     void advanceTo(std::uint64_t done);
+    /// No bar is drawn any more.
+    void hide();
     /// Takes the bar off the screen, so that other output can follow.
     void clear();
 
@@ -54,6 +56,7 @@ private:
     bool m_drawn = false;
     std::string m_label;
     std::uint64_t m_total = 0;
+    std::chrono::steady_clock::time_point m_start;
     std::chrono::steady_clock::time_point m_nextDraw;
 };
 

@@ -76,6 +76,10 @@ std::string printable(const UnicodeString& text) {
     return escapedText(text, false);
 }
 
+std::string quoted(const std::string& typed) {
+    return "\"" + printable(fromUtf8(typed)) + "\"";
+}
+
 bool isUnsafe(char32_t character) {
     switch (u_charType(static_cast<UChar32>(character))) {
     case U_CONTROL_CHAR:

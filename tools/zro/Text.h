@@ -21,6 +21,9 @@ std::string escaped(const UnicodeString& text);
 /// The same character set for running text: quotation marks and backslashes stay as they are.
 std::string printable(const UnicodeString& text);
 
+/// What somebody typed, as running text between quotation marks.
+std::string quoted(const std::string& typed);
+
 /// Whether a terminal might act on the character instead of showing it: controls, and the marks
 /// that turn the direction of writing.
 bool isUnsafe(char32_t character);

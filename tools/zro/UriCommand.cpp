@@ -13,6 +13,8 @@
 #include "tools/zro/CommandLine.h"
 #include "tools/zro/Commands.h"
 #include "tools/zro/Text.h"
+#include "tools/zro/UriSteps.h"
+#include "tools/zro/Values.h"
 
 namespace zro {
 namespace {
@@ -85,11 +87,7 @@ void print(Session& session, const Operation& operation, const Arguments& argume
         session.out() << printable(result) << "\n";
         return;
     }
-    nlohmann::ordered_json object;
-    object["operation"] = operation.name;
-    object["result"] = toUtf8(result);
-    session.out() << object.dump(-1, ' ', false, decltype(object)::error_handler_t::replace)
-                  << "\n";
+    printLine(session, {{"operation", operation.name}, {"result", toUtf8(result)}});
 }
 
 using Rows = std::vector<std::pair<std::string, nlohmann::ordered_json>>;
@@ -116,20 +114,36 @@ std::string shown(const nlohmann::ordered_json& value) {
     return text.empty() ? "-" : printable(fromUtf8(text));
 }
 
+void printJson(Session& session, const ZRUri& uri) {
+    nlohmann::ordered_json object;
+    for (const auto& [label, value] : explanation(uri)) {
+        object[label] = value;
+    }
+    object["steps"] = nlohmann::ordered_json::array();
+    for (const auto& [means, what] : openingSteps(uri)) {
+        object["steps"].push_back({{"means", means}, {"what", what}});
+    }
+    printLine(session, object);
+}
+
 void explain(Session& session, const Arguments& arguments) {
-    const Rows rows = explanation(arguments.uri());
+    const ZRUri uri = arguments.uri();
     if (session.settings().json) {
-        nlohmann::ordered_json object;
-        for (const auto& [label, value] : rows) {
-            object[label] = value;
-        }
-        session.out() << object.dump(-1, ' ', false, decltype(object)::error_handler_t::replace)
-                      << "\n";
+        printJson(session, uri);
         return;
     }
-    for (const auto& [label, value] : rows) {
-        session.out() << session.outStyle().faint(label + std::string(15 - label.size(), ' '))
-                      << shown(value) << "\n";
+    const Style& style = session.outStyle();
+    const auto printRow = [&](std::string label, const std::string& text) {
+        label.resize(15, ' ');
+        session.out() << style.faint(label) << text << "\n";
+    };
+    for (const auto& [label, value] : explanation(uri)) {
+        printRow(label, shown(value));
+    }
+    int number = 0;
+    for (const auto& [means, what] : openingSteps(uri)) {
+        printRow("step " + std::to_string(++number),
+                 std::string(means) + ": " + printable(fromUtf8(what)));
     }
 }
 
@@ -156,8 +170,8 @@ void addTextOperation(CLI::App& command, Task& task, const Operation& operation)
 
 void addExplain(CLI::App& command, Task& task) {
     const auto arguments = std::make_shared<Arguments>();
-    CLI::App& app =
-        addOperation(command, "explain", "All that the library reads out of a text", arguments);
+    CLI::App& app = addOperation(
+        command, "explain", "What the library reads out of a text, and how it opens it", arguments);
     addOption(app, "TEXT", arguments->first, " ", "A path or URI")->required();
     setTask(app, task, arguments, explain);
 }

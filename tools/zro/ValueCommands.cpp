@@ -81,7 +81,7 @@ void convert(Session& session, const LengthOptions& options) {
     for (const std::string& unit : units) {
         const float number = value.getRealValue(unitOf(unit));
         if (std::isnan(number)) {
-            complainAbout(session, options.text, "has no conversion to " + unit);
+            session.fail("", quoted(options.text) + " has no conversion to " + unit);
             return;
         }
         object[unit] = toUtf8(ZRValue(number, unitOf(unit)).toString());

@@ -119,10 +119,4 @@ void printRows(Session& session, const Json& object, std::size_t indent) {
     }
 }
 
-void complainAbout(Session& session, const std::string& text, const std::string& message) {
-    Diagnostic diagnostic;
-    diagnostic.message = "\"" + printable(fromUtf8(text)) + "\" " + message;
-    session.report(diagnostic);
-}
-
 }  // namespace zro

@@ -29,7 +29,4 @@ void printLine(Session& session, const nlohmann::ordered_json& object);
 /// The members of an object one below the other, each behind its name; objects within it indented.
 void printRows(Session& session, const nlohmann::ordered_json& object, std::size_t indent = 0);
 
-/// Says on standard error that a text is not what it has to be; the exit status becomes 1.
-void complainAbout(Session& session, const std::string& text, const std::string& message);
-
 }  // namespace zro

@@ -80,7 +80,7 @@ void cat(Session& session, const Options& options) {
         }
         ZRZipFileEntry* const entry = input->package.getFileEntry(fromUtf8(name));
         if (entry == nullptr) {
-            complainAbout(session, name, "is no entry that the walk reaches");
+            session.fail(options.package, "no such entry: " + printable(fromUtf8(name)));
             continue;
         }
         std::istream& data = options.stored ? *entry->getCompressedStream(false)
@@ -210,8 +210,8 @@ private:
 void why(Session& session, const Options& options) {
     auto input = openPackage(session, options.package);
     if (input && !WalkReport(session, *input).tell()) {
-        complainAbout(session, options.package,
-                      "has no directory where its walk ends: entries may be out of reach");
+        session.fail(options.package,
+                     "has no directory where its walk ends: entries may be out of reach");
     }
 }
 

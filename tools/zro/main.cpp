@@ -156,6 +156,7 @@ int main(int argc, char** argv) {
     zro::addTreeCommand(program, task);
     zro::addFormatCommand(program, task);
     zro::addCheckCommand(program, task);
+    zro::addCatCommand(program, task);
     zro::addUriCommand(program, task);
     zro::addEncodingCommand(program, task);
     zro::addValueCommand(program, task);
