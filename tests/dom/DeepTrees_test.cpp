@@ -1,9 +1,6 @@
 // Trees of great depth or width, on a small stack and in linear time.
 #include <cstdint>
 #include <sstream>
-#include <string>
-
-#include <gtest/gtest.h>
 
 #include "tests/dom/Trees.h"
 #include "tests/support/SmallStack.h"

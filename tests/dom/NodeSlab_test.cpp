@@ -8,11 +8,8 @@
 #include <istream>
 #include <random>
 #include <streambuf>
-#include <string>
 #include <thread>
 #include <vector>
-
-#include <gtest/gtest.h>
 
 #include "tests/dom/Trees.h"
 #include "tests/support/Threads.h"

@@ -1,11 +1,7 @@
 // Documents that lie in packages, with what they bring in from there.
-#include <string>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Errors.h"
 #include "tests/support/TempFolder.h"
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 #include "tests/support/ZipBuilder.h"
 #include "zro/dom/ZRDocument.h"
 #include "zro/dom/ZRElement.h"

@@ -2,13 +2,9 @@
 #include <filesystem>
 #include <iostream>
 #include <random>
-#include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "tests/dom/Trees.h"
-#include "tests/support/Errors.h"
 #include "tests/support/Skips.h"
 
 namespace ZroCommon::testing {

@@ -2,10 +2,7 @@
 #include <algorithm>
 #include <list>
 #include <random>
-#include <string>
 #include <vector>
-
-#include <gtest/gtest.h>
 
 #include "tests/dom/Trees.h"
 

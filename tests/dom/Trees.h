@@ -2,9 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
 
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 #include "zro/dom/ZRDocument.h"
 #include "zro/dom/ZRDocumentFragment.h"
 #include "zro/dom/ZRNodeIterator.h"
@@ -89,6 +88,15 @@ inline ZRElement* addElement(const Document& document, ZRNode* parent, const cha
 inline ZRNode* addText(const Document& document, ZRNode* parent, const char16_t* data) {
     return parent->appendChild(document->createTextNode(data));
 }
+
+/// r(a(b 't')), for tests to add to.
+struct SmallTree {
+    Document document = newDocument();
+    ZRNode* r = addElement(document, document, u"r");
+    ZRNode* a = addElement(document, r, u"a");
+    ZRNode* b = addElement(document, a, u"b");
+    ZRNode* t = addText(document, a, u"t");
+};
 
 /// A chain of elements, each the only child of the one above. \return the lowest
 inline ZRNode* addChain(const Document& document, ZRNode* parent, int depth) {

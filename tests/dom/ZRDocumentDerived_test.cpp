@@ -3,10 +3,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include <gtest/gtest.h>
-
 #include "tests/dom/Trees.h"
-#include "tests/support/Errors.h"
 #include "tests/support/Values.h"
 
 namespace ZroCommon::testing {

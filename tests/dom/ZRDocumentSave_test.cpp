@@ -1,10 +1,7 @@
 #include <functional>
 #include <sstream>
 
-#include <gtest/gtest.h>
-
 #include "tests/dom/Trees.h"
-#include "tests/support/Errors.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/Values.h"
 #include "zro/values/ZRColor.h"

@@ -6,11 +6,7 @@
 #include <streambuf>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "tests/dom/Trees.h"
-#include "tests/support/Errors.h"
-#include "tests/support/Rows.h"
 #include "tests/support/Streams.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/Values.h"

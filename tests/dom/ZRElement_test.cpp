@@ -3,11 +3,7 @@
 #include <functional>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "tests/dom/Trees.h"
-#include "tests/support/Errors.h"
-#include "tests/support/Rows.h"
 #include "tests/support/Values.h"
 
 namespace ZroCommon::testing {

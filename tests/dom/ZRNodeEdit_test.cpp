@@ -1,10 +1,6 @@
 #include <functional>
 
-#include <gtest/gtest.h>
-
 #include "tests/dom/Trees.h"
-#include "tests/support/Errors.h"
-#include "tests/support/Rows.h"
 
 namespace ZroCommon::testing {
 namespace {

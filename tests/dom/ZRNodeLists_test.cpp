@@ -1,18 +1,10 @@
-#include <gtest/gtest.h>
-
 #include "tests/dom/Trees.h"
-#include "tests/support/Rows.h"
 
 namespace ZroCommon::testing {
 namespace {
 
 /// r(a(b 't') p:b(b)) with p:b in "urn:u".
-struct Tree {
-    Document document = newDocument();
-    ZRNode* r = addElement(document, document, u"r");
-    ZRNode* a = addElement(document, r, u"a");
-    ZRNode* b = addElement(document, a, u"b");
-    ZRNode* t = addText(document, a, u"t");
+struct Tree : SmallTree {
     ZRNode* qualified =
         r->appendChild(document->createElementNS(u"urn:u"_name, u"p"_name, u"b"_name));
     ZRNode* last = addElement(document, qualified, u"b");

@@ -1,10 +1,7 @@
 #include <random>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "tests/dom/Trees.h"
-#include "tests/support/Rows.h"
 #include "zro/dom/internal/NamespaceTrail.h"
 
 namespace ZroCommon::testing {
@@ -31,16 +28,11 @@ constexpr const char16_t* kScopes =
 
 TEST(ZRNode, PrefixesStandForWhatIsInScope) {
     const Document document = loaded(kScopes);
-    for (const auto& [name, prefix, namespaceUri] : Rows<const char16_t*, ZRName, const char*>{
-             {u"a", ZRName(), "urn:d"},
-             {u"a", u"p"_name, "urn:p"},
-             {u"b", ZRName(), "urn:e"},
-             {u"b", u"p"_name, "urn:p"},
-             {u"c", ZRName(), ""},
-             {u"c", u"p"_name, "urn:other"},
-             {u"c", u"q"_name, "urn:q"},
-             {u"c", u"none"_name, ""},
-         }) {
+    const Rows<const char16_t*, ZRName, const char*> cases = {
+        {u"a", ZRName(), "urn:d"},  {u"a", u"p"_name, "urn:p"}, {u"b", ZRName(), "urn:e"},
+        {u"b", u"p"_name, "urn:p"}, {u"c", ZRName(), ""},       {u"c", u"p"_name, "urn:other"},
+        {u"c", u"q"_name, "urn:q"}, {u"c", u"none"_name, ""}};
+    for (const auto& [name, prefix, namespaceUri] : cases) {
         EXPECT_EQ(uri(find(document, name)->lookupNamespaceUri(prefix)), namespaceUri)
             << utf8(name) << ", prefix " << uri(prefix);
     }
@@ -51,15 +43,11 @@ TEST(ZRNode, PrefixesStandForWhatIsInScope) {
 
 TEST(ZRNode, NamespacesAreFoundUnderAPrefixThatStillStandsForThem) {
     const Document document = loaded(kScopes);
-    for (const auto& [name, namespaceUri, prefix] : Rows<const char16_t*, ZRName, const char*>{
-             {u"a", u"urn:p"_name, "p"},
-             {u"b", u"urn:p"_name, "p"},
-             {u"c", u"urn:q"_name, "q"},
-             {u"c", u"urn:other"_name, "p"},
-             {u"c", u"urn:d"_name, ""},
-             {u"c", ZRName(), ""},
-             {u"b", u"urn:none"_name, ""},
-         }) {
+    const Rows<const char16_t*, ZRName, const char*> cases = {
+        {u"a", u"urn:p"_name, "p"},     {u"b", u"urn:p"_name, "p"}, {u"c", u"urn:q"_name, "q"},
+        {u"c", u"urn:other"_name, "p"}, {u"c", u"urn:d"_name, ""},  {u"c", ZRName(), ""},
+        {u"b", u"urn:none"_name, ""}};
+    for (const auto& [name, namespaceUri, prefix] : cases) {
         EXPECT_EQ(uri(find(document, name)->lookupPrefix(namespaceUri)), prefix)
             << utf8(name) << ", " << uri(namespaceUri);
     }

@@ -1,20 +1,12 @@
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "tests/dom/Trees.h"
-#include "tests/support/Rows.h"
 
 namespace ZroCommon::testing {
 namespace {
 
 /// r(a(b 't') c(d(e))), and a loose node f.
-struct Tree {
-    Document document = newDocument();
-    ZRNode* r = addElement(document, document, u"r");
-    ZRNode* a = addElement(document, r, u"a");
-    ZRNode* b = addElement(document, a, u"b");
-    ZRNode* t = addText(document, a, u"t");
+struct Tree : SmallTree {
     ZRNode* c = addElement(document, r, u"c");
     ZRNode* d = addElement(document, c, u"d");
     ZRNode* e = addElement(document, d, u"e");
@@ -55,16 +47,12 @@ TEST(ZRNode, DocumentOrderAgreesWithTheWalkUpwards) {
 
 TEST(ZRNode, CommonAncestorsAndDescendants) {
     const Tree tree;
-    for (const auto& [self, node, orSelf, proper] : Rows<ZRNode*, ZRNode*, ZRNode*, ZRNode*>{
-             {tree.b, tree.t, tree.a, tree.a},
-             {tree.b, tree.e, tree.r, tree.r},
-             {tree.e, tree.c, tree.c, tree.r},
-             {tree.c, tree.e, tree.c, tree.r},
-             {tree.b, tree.b, tree.b, tree.a},
-             {tree.b, tree.f, nullptr, nullptr},
-             {tree.b, nullptr, nullptr, nullptr},
-             {tree.r, tree.document, tree.document, nullptr},
-         }) {
+    const Rows<ZRNode*, ZRNode*, ZRNode*, ZRNode*> cases = {
+        {tree.b, tree.t, tree.a, tree.a},    {tree.b, tree.e, tree.r, tree.r},
+        {tree.e, tree.c, tree.c, tree.r},    {tree.c, tree.e, tree.c, tree.r},
+        {tree.b, tree.b, tree.b, tree.a},    {tree.b, tree.f, nullptr, nullptr},
+        {tree.b, nullptr, nullptr, nullptr}, {tree.r, tree.document, tree.document, nullptr}};
+    for (const auto& [self, node, orSelf, proper] : cases) {
         EXPECT_EQ(self->getCommonAncestorOrSelf(node), orSelf)
             << label(self) << ", " << label(node);
         EXPECT_EQ(self->getCommonAncestor(node), proper) << label(self) << ", " << label(node);

@@ -1,10 +1,6 @@
 #include "zro/foundation/internal/Raise.h"
 
-#include <string>
-
-#include <gtest/gtest.h>
-
-#include "tests/support/Errors.h"
+#include "tests/support/Test.h"
 
 namespace ZroCommon::internal {
 namespace {
@@ -24,38 +20,33 @@ std::string ioError(unsigned code, unsigned site, const UnicodeString& name = u"
 }
 
 TEST(Raise, ComposesTheTextsOfTheLibrary) {
-    const struct {
-        unsigned code;
-        const char* named;
-        const char* unnamed;
-    } cases[] = {
-        {0x0803, "a is null.", "arg is null."},
-        {0x0804, "ZRErrorCodeZROLIB", "ZRErrorCodeZROLIB"},
-        {0x0805, "ZRErrorCodeZROLIB", "ZRErrorCodeZROLIB"},
-        {0x0806, "aarg is created from a different document.",
-         "argarg is created from a different document."},
-        {0x0807, "a is not an ZRAttr object.", "arg is not an ZRAttr object."},
-        {0x0808, "a is an ZRAttr that is already an attribute of another ZRElement object.",
-         "arg is an ZRAttr that is already an attribute of another ZRElement object."},
-        {0x0809, "a is not a child of this node.", "arg is not a child of this node."},
-        {0x080A, "ZRErrorCodeZROLIB", "ZRErrorCodeZROLIB"},
-        {0x080B, "Cannot set a value on node type: a", "Cannot set a value on node type."},
-        {0x080C, "startDocument() must be called just after setOutput().",
-         "startDocument() must be called just after setOutput()."},
-        {0x080D, "attribute() must be called just after startTag().",
-         "attribute() must be called just after startTag()."},
-        {0x080E, "Unexpected endTag().", "Unexpected endTag()."},
-        {0x080F, "End tag 'a' does not match the start tag 'b'.",
-         "End tag '' does not match the start tag ''."},
-        {0x0810, "Unexpected docdecl().", "Unexpected docdecl()."},
-        {0x0811, "ZRErrorCodeZROLIB", "ZRErrorCodeZROLIB"},
-        {0x0812, "Unsupported node type.", "Unsupported node type."},
-        {0x0801, "ZRErrorCodeZROLIB", "ZRErrorCodeZROLIB"},
-        {0x0813, "ZRErrorCodeZROLIB", "ZRErrorCodeZROLIB"},
-        {0x1003, "ZRErrorCodeZROLIB", "ZRErrorCodeZROLIB"},
-    };
     const std::string digits = "0123456789ABCDEF";
-    for (const auto& [code, named, unnamed] : cases) {
+    for (const auto& [code, named, unnamed] : testing::Rows<unsigned, const char*, const char*>{
+             {0x0803, "a is null.", "arg is null."},
+             {0x0804, "ZRErrorCodeZROLIB", "ZRErrorCodeZROLIB"},
+             {0x0805, "ZRErrorCodeZROLIB", "ZRErrorCodeZROLIB"},
+             {0x0806, "aarg is created from a different document.",
+              "argarg is created from a different document."},
+             {0x0807, "a is not an ZRAttr object.", "arg is not an ZRAttr object."},
+             {0x0808, "a is an ZRAttr that is already an attribute of another ZRElement object.",
+              "arg is an ZRAttr that is already an attribute of another ZRElement object."},
+             {0x0809, "a is not a child of this node.", "arg is not a child of this node."},
+             {0x080A, "ZRErrorCodeZROLIB", "ZRErrorCodeZROLIB"},
+             {0x080B, "Cannot set a value on node type: a", "Cannot set a value on node type."},
+             {0x080C, "startDocument() must be called just after setOutput().",
+              "startDocument() must be called just after setOutput()."},
+             {0x080D, "attribute() must be called just after startTag().",
+              "attribute() must be called just after startTag()."},
+             {0x080E, "Unexpected endTag().", "Unexpected endTag()."},
+             {0x080F, "End tag 'a' does not match the start tag 'b'.",
+              "End tag '' does not match the start tag ''."},
+             {0x0810, "Unexpected docdecl().", "Unexpected docdecl()."},
+             {0x0811, "ZRErrorCodeZROLIB", "ZRErrorCodeZROLIB"},
+             {0x0812, "Unsupported node type.", "Unsupported node type."},
+             {0x0801, "ZRErrorCodeZROLIB", "ZRErrorCodeZROLIB"},
+             {0x0813, "ZRErrorCodeZROLIB", "ZRErrorCodeZROLIB"},
+             {0x1003, "ZRErrorCodeZROLIB", "ZRErrorCodeZROLIB"},
+         }) {
         std::string start = "0x";
         for (const unsigned shift : {12U, 8U, 4U, 0U}) {
             start += digits[code >> shift & 15U];

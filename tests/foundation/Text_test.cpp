@@ -1,10 +1,6 @@
-#include "tests/support/Text.h"
-
 #include <limits>
-#include <string>
 
-#include <gtest/gtest.h>
-
+#include "tests/support/Test.h"
 #include "zro/foundation/ZRCStr.h"
 #include "zro/foundation/ZREmptyString.h"
 #include "zro/foundation/ZRMessage.h"

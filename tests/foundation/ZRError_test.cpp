@@ -4,10 +4,7 @@
 #include <new>
 #include <stdexcept>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Errors.h"
-#include "tests/support/Rows.h"
+#include "tests/support/Test.h"
 
 namespace ZroCommon::testing {
 namespace {

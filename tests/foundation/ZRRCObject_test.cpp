@@ -3,9 +3,7 @@
 #include <type_traits>
 #include <utility>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 #include "tests/support/Threads.h"
 #include "zro/foundation/ZRPtr.h"
 

@@ -2,13 +2,10 @@
 
 #include <filesystem>
 #include <fstream>
-#include <string>
 #include <unistd.h>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/Test.h"
 
 namespace ZroCommon::internal {
 namespace {

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <string>
-
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 #include "zro/values/ZRNamedValueMap.h"
 
 namespace ZroCommon::testing {

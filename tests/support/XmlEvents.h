@@ -5,14 +5,10 @@
 #include <memory>
 #include <regex>
 #include <sstream>
-#include <string>
 #include <string_view>
 #include <vector>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 #include "zro/foundation/ZRError.h"
 #include "zro/foundation/ZRPtr.h"
 #include "zro/uri/ZRUri.h"
@@ -80,6 +76,32 @@ inline std::string xmlEvent(const ZRXmlParser& parser) {
     }
     return "?";
 }
+
+/// A parser at the start of a document of its own.
+class OwnParser {
+public:
+    explicit OwnParser(const std::string& document, const char16_t* baseUri = u"")
+        : m_stream(document) {
+        m_parser->setInput(m_stream, u"", baseUri);
+    }
+
+    ZRXmlParser* operator->() const { return m_parser.get(); }
+    ZRXmlParser& operator*() const { return *m_parser; }
+
+    /// From now on errors are counted and else passed over.
+    void countErrors(int& count) const {
+        m_parser->setCallbackError([](const ZRError&, void* data) { ++*static_cast<int*>(data); },
+                                   &count);
+    }
+    void readToEnd() const {
+        while (m_parser->next() != ZRXmlParser::END_DOCUMENT) {
+        }
+    }
+
+private:
+    std::istringstream m_stream;
+    ZRPtr<ZRXmlParser> m_parser = ZRXmlUtil::createXmlParser();
+};
 
 /// Collects events and errors in one line, two blanks between them.
 class XmlEventLog {

@@ -2,12 +2,8 @@
 
 #include <cstdio>
 #include <limits>
-#include <string>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 
 namespace ZroCommon::testing {
 namespace {

@@ -1,11 +1,6 @@
 #include "zro/text/ZRLang.h"
 
-#include <string>
-
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 #include "zro/text/ZRScript.h"
 
 namespace ZroCommon::testing {

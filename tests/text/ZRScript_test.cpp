@@ -1,12 +1,8 @@
 #include "zro/text/ZRScript.h"
 
-#include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 
 namespace ZroCommon::testing {
 namespace {
@@ -25,36 +21,21 @@ std::string codesWhere(Question holds) {
 
 TEST(ZRScript, ReadsNamesAndTexts) {
     for (const auto& [name, byName, byText] : Rows<const char*, int, int>{
-             {"", -1, -2},  // an empty property is automatic, no name is no script
-             {"auto", -2, -2},
-             {"none", -3, -3},
-             {"Math", -11, -11},
-             {"Latn", 25, 25},
-             {"Latf", 25, USCRIPT_LATIN_FRAKTUR},
-             {"Latg", 25, USCRIPT_LATIN_GAELIC},
-             {"Arab", 2, 2},
-             {"Hang", 18, 18},
-             {"Hani", 17, 17},
-             {"Hrkt", 54, 54},
-             {"Qaai", 1, 1},
-             {"Zyyy", 0, 0},
-             {"Armn", USCRIPT_ARMENIAN, USCRIPT_ARMENIAN},
-             {"ja", -8, -8},
-             {"jpn", -8, -8},
-             {"ja-JP", -8, -8},
-             {"kor", -4, -4},
-             {"zh", 73, 73},
-             {"zh-MO", 73, 73},
-             {"zh-TW", 74, 74},
-             {"zho-TWN", 74, 74},
-             {"chi-HK", 74, 74},
-             {"de", 25, 25},
-             {"Latin", 25, 25},
-             {"nonsense", -1, -1},
-         }) {
+             {"auto", -2, -2},  {"none", -3, -3},    {"Math", -11, -11}, {"Latn", 25, 25},
+             {"Arab", 2, 2},    {"Hang", 18, 18},    {"Hani", 17, 17},   {"Hrkt", 54, 54},
+             {"Qaai", 1, 1},    {"Zyyy", 0, 0},      {"ja", -8, -8},     {"jpn", -8, -8},
+             {"ja-JP", -8, -8}, {"kor", -4, -4},     {"zh", 73, 73},     {"zh-MO", 73, 73},
+             {"zh-TW", 74, 74}, {"zho-TWN", 74, 74}, {"chi-HK", 74, 74}, {"de", 25, 25},
+             {"Latin", 25, 25}, {"nonsense", -1, -1}}) {
         EXPECT_EQ(ZRScript(ZRName(text(name))), byName) << name;
         EXPECT_EQ(ZRScript(text(name)), byText) << name;
     }
+    EXPECT_EQ(ZRScript(ZRName()), -1) << "no name is no script";
+    EXPECT_EQ(ZRScript(UnicodeString()), -2) << "an empty property is automatic";
+    EXPECT_EQ(ZRScript(ZRN_Latf), 25);
+    EXPECT_EQ(ZRScript(text("Latf")), USCRIPT_LATIN_FRAKTUR);
+    EXPECT_EQ(ZRScript(text("Latg")), USCRIPT_LATIN_GAELIC);
+    EXPECT_EQ(ZRScript(text("Armn")), USCRIPT_ARMENIAN);
     EXPECT_EQ(ZRScript(), USCRIPT_COMMON);
     EXPECT_EQ(ZRScript(ZRN_Thai).getUScriptCode(), ZRUScriptThai);
     EXPECT_EQ(ZRScript(USCRIPT_THAI).getUScriptCode(), ZRUScriptThai);
@@ -148,17 +129,11 @@ TEST(ZRScript, TellsTheScriptOfAText) {
 }
 
 TEST(ZRScript, WidensAmbiguousCharactersInCjk) {
-    for (const auto& [script, c, isWide] : Rows<int, int, bool>{
-             {25, 0x3042, true},
-             {-8, 'a', false},
-             {25, 0x00A7, false},
-             {-8, 0x00A7, true},
-             {-8, 0x0416, true},
-             {-8, 0x00AA, false},
-             {25, 0x0416, false},
-             {-2, 0x0416, false},
-             {-8, 0xFF71, false},
-         }) {
+    const Rows<int, int, bool> cases = {
+        {25, 0x3042, true},  {-8, 'a', false},    {25, 0x00A7, false},
+        {-8, 0x00A7, true},  {-8, 0x0416, true},  {-8, 0x00AA, false},
+        {25, 0x0416, false}, {-2, 0x0416, false}, {-8, 0xFF71, false}};
+    for (const auto& [script, c, isWide] : cases) {
         EXPECT_EQ(ZRScript(script).isZenkakuScript(c), isWide) << script << " " << std::hex << c;
     }
 }

@@ -1,12 +1,9 @@
 #include "zro/text/ZRUtil.h"
 
 #include <limits>
-#include <string>
+#include <vector>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 #include "zro/text/ZRLang.h"
 #include "zro/text/internal/Alphabets.h"
 #include "zro/vocabulary/ZRName.h"
@@ -20,57 +17,59 @@ std::string label(int number, const UnicodeString& format, const char* language 
 }
 
 struct Row {
-    int number;
     const char16_t* format;
-    const char* expected;
+    std::vector<int> numbers;
+    const char* labels;  // with bars between
     const char* language = "";
 };
 
-template <std::size_t Count>
-void expectLabels(const Row (&rows)[Count]) {
-    for (const auto& [number, format, expected, language] : rows) {
-        EXPECT_EQ(label(number, format, language), expected)
-            << number << " as " << utf8(format) << ' ' << language;
+void expectLabels(std::initializer_list<Row> rows) {
+    for (const auto& [format, numbers, labels, language] : rows) {
+        std::string all;
+        for (const int number : numbers) {
+            all += label(number, format, language) + " | ";
+        }
+        EXPECT_EQ(all, labels + std::string(" | ")) << utf8(format) << ' ' << language;
     }
 }
 
 constexpr int kMin = std::numeric_limits<int>::min();
 
 TEST(ZRUtilLabel, AFormatIsATokenWithTextAroundIt) {
-    expectLabels({{5, u"", "5"},
-                  {-7, u"1", "-7"},
-                  {5, u"1.", "5."},
-                  {3, u"(a)", "(c)"},
-                  {3, u"[ Ⅰ ]", "[ Ⅲ ]"},
-                  {3, u"a.b", "c.b"},
-                  {3, u"-1-1-", "-3-1-"},
-                  {3, u"...", "..."},
-                  {3, u".-", ".-3"},
-                  {5, u"*", "*5"},
-                  {5, u"z", "5"},
-                  {5, u"ab", "5"},
-                  {5, u"(\U0001F600)", "(\U0001F600)5"},
-                  {2, u"\U00010400",
-                   "\U00010400"
-                   "2"}});
+    expectLabels({
+        {u"", {5}, "5"},
+        {u"1", {-7}, "-7"},
+        {u"1.", {5}, "5."},
+        {u"(a)", {3}, "(c)"},
+        {u"[ Ⅰ ]", {3}, "[ Ⅲ ]"},
+        {u"a.b", {3}, "c.b"},
+        {u"-1-1-", {3}, "-3-1-"},
+        {u"...", {3}, "..."},
+        {u".-", {3}, ".-3"},
+        {u"*", {5}, "*5"},
+        {u"z", {5}, "5"},
+        {u"ab", {5}, "5"},
+        {u"(\U0001F600)", {5}, "(\U0001F600)5"},
+        {u"\U00010400", {2}, "\U000104002"},
+    });
 }
 
 TEST(ZRUtilLabel, DigitsFillUpWithZeros) {
-    expectLabels({{7, u"001", "007"},
-                  {12345, u"001", "12345"},
-                  {-5, u"001", "-05"},
-                  {kMin, u"01", "-2147483648"},
-                  {12, u"٠١", "١٢"},
-                  {9, u"०००१", "०००९"},
-                  {-12, u"０１", "－１２"},
-                  {10, u"๑", "๑๐"},
-                  {3, u"௧", "3"},      // Tamil is no digit set
-                  {3, u"0x1", "003"},  // the first and the last character count
-                  {3, u"02", "3"},
-                  {305, u"一", "三〇五"},
-                  {5, u"〇一", "〇五"},  // 〇 is no letter, so it is text
-                  {5, u"영일", "영오"},
-                  {-5, u"일", "-오"}});
+    expectLabels({
+        {u"001", {7, 12345, -5}, "007 | 12345 | -05"},
+        {u"01", {kMin}, "-2147483648"},
+        {u"٠١", {12}, "١٢"},
+        {u"०००१", {9}, "०००९"},
+        {u"０１", {-12}, "－１２"},
+        {u"๑", {10}, "๑๐"},
+        {u"௧", {3}, "3"},      // Tamil is no digit set
+        {u"0x1", {3}, "003"},  // the first and the last character count
+        {u"02", {3}, "3"},
+        {u"一", {305}, "三〇五"},
+        {u"〇一", {5}, "〇五"},  // 〇 is no letter, so it is text
+        {u"영일", {5}, "영오"},
+        {u"일", {-5}, "-오"},
+    });
     const std::string zeros = label(1, UnicodeString(100000, u'0', 100000) + u"1");
     EXPECT_EQ(zeros, std::string(100000, '0') + "1");
 }
@@ -97,78 +96,71 @@ TEST(ZRUtilLabel, GroupsCountTheSign) {
 }
 
 TEST(ZRUtilLabel, LettersCountWithoutAZero) {
-    expectLabels({{27, u"a", "aa"},          {52, u"a", "az"},
-                  {53, u"A", "BA"},          {std::numeric_limits<int>::max(), u"a", "fxshrxw"},
-                  {27, u"a", "ß", "de"},     {27, u"a", "aa", "de-DE"},
-                  {27, u"A", "AA", "de"},    {21, u"a", "ö", "fi"},
-                  {21, u"A", "AA", "fi"},    {5, u"A", "Ε", "el"},
-                  {29, u"a", "я", "ru"},     {29, u"а", "я", "be"},
-                  {29, u"А", "АВ", "be"},    {25, u"α", "αα", "ru"},
-                  {29, u"а", "я", "de"},     {27, u"a", "ß", "ger"},
-                  {27, u"ａ", "ａａ", "de"}, {29, u"أ", "أأ"},
-                  {47, u"ア", "アア"},       {47, u"イ", "ス"},
-                  {46, u"ｲ", "ｲｲ"},          {15, u"ㄱ", "ㄱㄱ"},
-                  {11, u"子", "\u620D"},     {11, u"甲", "甲甲"},
-                  {1, u"甲子", "甲子"},      {60, u"甲子", "癸亥"},
-                  {61, u"甲子", "甲子"},     {5, u"(春夏秋冬)", "(春春)"},
-                  {3, u"イロ", "イイ"}});
+    expectLabels({{u"a", {27, 52, std::numeric_limits<int>::max()}, "aa | az | fxshrxw"},
+                  {u"甲子", {1, 60, 61}, "甲子 | 癸亥 | 甲子"}});
+    for (const auto& [number, format, letter, language] :
+         Rows<int, const char16_t*, const char*, const char*>{
+             {27, u"a", "ß", "de"},     {27, u"a", "ß", "ger"},    {27, u"A", "AA", "de"},
+             {21, u"a", "ö", "fi"},     {21, u"A", "AA", "fi"},    {5, u"A", "Ε", "el"},
+             {29, u"a", "я", "ru"},     {29, u"а", "я", "be"},     {29, u"А", "АВ", "be"},
+             {29, u"а", "я", "de"},     {27, u"a", "aa", "de-DE"}, {25, u"α", "αα", "ru"},
+             {27, u"ａ", "ａａ", "de"}, {53, u"A", "BA", ""},      {29, u"أ", "أأ", ""},
+             {47, u"ア", "アア", ""},   {47, u"イ", "ス", ""},     {46, u"ｲ", "ｲｲ", ""},
+             {15, u"ㄱ", "ㄱㄱ", ""},   {11, u"子", "戍", ""},     {11, u"甲", "甲甲", ""},
+             {3, u"イロ", "イイ", ""}}) {
+        EXPECT_EQ(label(number, format, language), letter) << number << utf8(format) << language;
+    }
+    EXPECT_EQ(label(5, u"(春夏秋冬)"), "(春春)");
 }
 
 TEST(ZRUtilLabel, RomanNumerals) {
-    expectLabels({{3999, u"i", "mmmcmxcix"},
-                  {4000, u"i", "4000"},
-                  {444, u"I.", "CDXLIV."},
-                  {888, u"Ｉ", "ＤＣＣＣＬＸＸＸＶＩＩＩ"},
-                  {4000, u"ｉ", "４０００"},
-                  {4, u"Ⅰ", "Ⅳ"},
-                  {12, u"ⅰ", "ⅻ"},
-                  {13, u"Ⅰ", "ⅩⅢ"},
-                  {1012, u"Ⅰ", "\u2180Ⅻ"},
-                  {1013, u"ⅰ", "ⅿⅹⅲ"},
-                  {9000, u"ⅰ", "ⅿ\u2182"},
-                  {39999, u"Ⅰ", "\u2182\u2182\u2182\u2180\u2182Ⅽ\u2180ⅩⅭⅨ"},
-                  {40000, u"Ⅰ", "40000"}});
+    expectLabels({
+        {u"i", {3999, 4000}, "mmmcmxcix | 4000"},
+        {u"I.", {444}, "CDXLIV."},
+        {u"Ｉ", {888}, "ＤＣＣＣＬＸＸＸＶＩＩＩ"},
+        {u"ｉ", {4000}, "４０００"},
+        {u"Ⅰ", {4, 13, 1012, 40000}, "Ⅳ | ⅩⅢ | \u2180Ⅻ | 40000"},
+        {u"ⅰ", {12, 1013, 9000}, "ⅻ | ⅿⅹⅲ | ⅿ\u2182"},
+        {u"Ⅰ", {39999}, "\u2182\u2182\u2182\u2180\u2182Ⅽ\u2180ⅩⅭⅨ"},
+    });
 }
 
 TEST(ZRUtilLabel, OneLetterForEachDigit) {
-    expectLabels({{15, u"א", "טו"},
-                  {116, u"א", "קטז"},
-                  {500, u"א", "ך"},
-                  {999, u"א", "ץצט"},
-                  {15000, u"א", "טו"},
-                  {1111, u"Ա", "ՌՃԺԱ"},
-                  {9999, u"ա", "քջղթ"},
-                  {10000, u"Ա", ""},
-                  {10001, u"(Ա)", "(Ա)"},
-                  {11111, u"ა", "ჵჩრია"},
-                  {20000, u"ა", ""},
-                  {20009, u"ა", "თ"}});
+    expectLabels({
+        {u"א", {15, 116, 500, 999, 15000}, "טו | קטז | ך | ץצט | טו"},
+        {u"Ա", {1111, 10000}, "ՌՃԺԱ | "},
+        {u"ա", {9999}, "քջղթ"},
+        {u"(Ա)", {10001}, "(Ա)"},
+        {u"ა", {11111, 20000, 20009}, "ჵჩრია |  | თ"},
+    });
 }
 
 TEST(ZRUtilLabel, BelowOneLettersHaveAZero) {
-    for (const int number : {0, -1, kMin}) {
-        expectLabels({{number, u"a", "0"},
-                      {number, u"I", "0"},
-                      {number, u"א", "0"},
-                      {number, u"أ", "٠"},
-                      {number, u"い", "〇"},
-                      {number, u"가", "영"},
-                      {number, u"Ａ", "０"},
-                      {number, u"甲子", "〇"},
-                      {number, u"春夏", "〇"}});
+    for (const auto& [format, zero] : Rows<const char16_t*, const char*>{{u"a", "0"},
+                                                                         {u"I", "0"},
+                                                                         {u"א", "0"},
+                                                                         {u"أ", "٠"},
+                                                                         {u"い", "〇"},
+                                                                         {u"가", "영"},
+                                                                         {u"Ａ", "０"},
+                                                                         {u"甲子", "〇"},
+                                                                         {u"春夏", "〇"}}) {
+        for (const int number : {0, -1, kMin}) {
+            EXPECT_EQ(label(number, format), zero) << number << utf8(format);
+        }
     }
 }
 
 TEST(ZRUtilLabel, LettersAndDigitsRepeatedAreMarksToo) {
-    expectLabels({{2, u"***", "**"},
-                  {4, u"***", "*4"},
-                  {0, u"***", "*0"},
-                  {-1, u"††", "†-1"},
-                  {2, u"ii", "ii"},
-                  {3, u"11", "13"},
-                  {1, u"一一", "一"},
-                  {3, u"(ii)", "(3)"},
-                  {3, u"(11)", "(3)"}});
+    expectLabels({
+        {u"***", {2, 4, 0}, "** | *4 | *0"},
+        {u"††", {-1}, "†-1"},
+        {u"ii", {2}, "ii"},
+        {u"11", {3}, "13"},
+        {u"一一", {1}, "一"},
+        {u"(ii)", {3}, "(3)"},
+        {u"(11)", {3}, "(3)"},
+    });
 }
 
 TEST(ZRUtilLabel, SixtySevenAlphabets) {

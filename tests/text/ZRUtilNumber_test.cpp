@@ -7,12 +7,8 @@
 #include <cstdlib>
 #include <limits>
 #include <random>
-#include <string>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 
 namespace ZroCommon::testing {
 namespace {
@@ -38,36 +34,23 @@ UnicodeString digits(int count, char16_t digit = u'1') {
 }
 
 TEST(ZRUtil, ParsesNumbers) {
-    for (const auto& [text, expected] : Rows<const char16_t*, const char*>{
-             {u"12", "12|"},
-             {u"  -.5x", "-0.5|x"},
-             {u" \t\r\n+7 ", "7| "},
-             {u"-0", "-0|"},
-             {u"5.", "5|"},
-             {u"5..5", "5|.5"},
-             {u"1e3", "1|e3"},
-             {u"1,5", "1|,5"},
-             {u"0x10", "0|x10"},
-             {u"00012.500pt", "12.5|pt"},
-             {u"9007199254740993", "9007199254740992|"},
-             {u"1.7976931348623157", "1.7976931348623157|"},
-             {u"0.1000000000000000055511151231257827", "0.10000000000000001|"},
-             {u"18446744073709551617.5", "1.8446744073709552e+19|"},
-             // Without a number nothing is taken, not even white space.
-             {u"", "0|"},
-             {u" ", "0| "},
-             {u"-x", "0|-x"},
-             {u"-.x", "0|-.x"},
-             {u" .", "0| ."},
-             {u"+-1", "0|+-1"},
-             {u"- 1", "0|- 1"},
-             {u"\f1", "0|\f1"},
-             {u"\u0661", "0|\u0661"},
-             {u"\uFF11", "0|\uFF11"},
-             {u"inf", "0|inf"},
-         }) {
+    const Rows<const char16_t*, const char*> cases = {
+        {u"12", "12|"},   {u"  -.5x", "-0.5|x"}, {u" \t\r\n+7 ", "7| "},
+        {u"-0", "-0|"},   {u"5.", "5|"},         {u"5..5", "5|.5"},
+        {u"1e3", "1|e3"}, {u"1,5", "1|,5"},      {u"0x10", "0|x10"}};
+    for (const auto& [text, expected] : cases) {
         EXPECT_EQ(parsed(text), expected) << "for: " << utf8(text);
     }
+    // Without a number nothing is taken, not even white space.
+    for (const char16_t* text :
+         {u"", u" ", u"-x", u"-.x", u" .", u"+-1", u"- 1", u"\f1", u"\u0661", u"\uFF11", u"inf"}) {
+        EXPECT_EQ(parsed(text), "0|" + utf8(text));
+    }
+    EXPECT_EQ(parsed(u"00012.500pt"), "12.5|pt");
+    EXPECT_EQ(parsed(u"9007199254740993"), "9007199254740992|");
+    EXPECT_EQ(parsed(u"1.7976931348623157"), "1.7976931348623157|");
+    EXPECT_EQ(parsed(u"0.1000000000000000055511151231257827"), "0.10000000000000001|");
+    EXPECT_EQ(parsed(u"18446744073709551617.5"), "1.8446744073709552e+19|");
     EXPECT_EQ(ZRUtil::parseNumber(u"2.5", nullptr), 2.5);
 }
 

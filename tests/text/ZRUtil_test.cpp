@@ -2,12 +2,8 @@
 
 #include <limits>
 #include <sstream>
-#include <string>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 #include "zro/text/ZRUUID.h"
 
 namespace ZroCommon::testing {

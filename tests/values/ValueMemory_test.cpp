@@ -1,10 +1,8 @@
 // Values that are numbers, names or plain colours take no memory of their own, from the text to
 // the text.
 
-#include <gtest/gtest.h>
-
 #include "tests/support/Memory.h"
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 #include "zro/values/ZRValue.h"
 
 namespace ZroCommon::testing {

@@ -3,11 +3,7 @@
 #include <bit>
 #include <cstdio>
 #include <limits>
-#include <string>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
 #include "tests/support/Values.h"
 
 namespace ZroCommon::testing {
@@ -109,17 +105,11 @@ TEST(ZRColor, KeywordsAreReadInAnyCase) {
 }
 
 TEST(ZRColor, OneKeywordNamesAValue) {
-    for (const auto& [rgb, name] : Rows<unsigned int, ZRNameEnum>{
-             {0x00FFFF, ZRN_cyan},
-             {0xFF00FF, ZRN_magenta},
-             {0x808080, ZRN_gray},
-             {0x2F4F4F, ZRN_darkslategray},
-             {0xD3D3D3, ZRN_lightgray},
-             {0xFFFFFFFF, ZRN_transparent},
-             {0xFE000000, ZRN_currentColor},
-             {0x123456, ZRN_EMPTY},
-             {0xFF000000, ZRN_EMPTY},
-         }) {
+    const Rows<unsigned int, ZRNameEnum> cases = {
+        {0x00FFFF, ZRN_cyan},           {0xFF00FF, ZRN_magenta},   {0x808080, ZRN_gray},
+        {0x2F4F4F, ZRN_darkslategray},  {0xD3D3D3, ZRN_lightgray}, {0xFFFFFFFF, ZRN_transparent},
+        {0xFE000000, ZRN_currentColor}, {0x123456, ZRN_EMPTY},     {0xFF000000, ZRN_EMPTY}};
+    for (const auto& [rgb, name] : cases) {
         EXPECT_EQ(ZRColor(rgb).getColorName(), name) << hex(rgb);
     }
 }

@@ -3,9 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
+#include "tests/support/Test.h"
 #include "zro/values/ZRValue.h"
 
 namespace ZroCommon {

@@ -1,9 +1,6 @@
 #include "zro/values/ZRNamedValueMap.h"
 
 #include <memory>
-#include <string>
-
-#include <gtest/gtest.h>
 
 #include "tests/support/SmallStack.h"
 #include "tests/support/Values.h"

@@ -1,11 +1,6 @@
 #include "zro/values/ZRSide.h"
 
-#include <string>
-
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 
 namespace ZroCommon::testing {
 namespace {

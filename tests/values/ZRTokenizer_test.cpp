@@ -4,11 +4,7 @@
 #include <iomanip>
 #include <locale>
 #include <sstream>
-#include <string>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
 #include "tests/support/SmallStack.h"
 #include "tests/support/Values.h"
 

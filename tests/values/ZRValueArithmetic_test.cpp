@@ -12,15 +12,9 @@ const ZRValueUnitType kPt = ZRValueUnitPt;
 const ZRValueUnitType kNumber = ZRValueUnitNumber;
 const ZRValueUnitType kPercent = ZRValueUnitPercent;
 
-struct Case {
-    ZRValue result;
-    const char* expected;
-};
-
-template <std::size_t N>
-void expectAll(const Case (&cases)[N]) {
-    for (std::size_t row = 0; row < N; ++row) {
-        EXPECT_EQ(dump(cases[row].result), cases[row].expected) << "row " << row;
+void expectAll(Rows<ZRValue, const char*> rows) {
+    for (const auto& [result, expected] : rows) {
+        EXPECT_EQ(dump(result), expected);
     }
 }
 

@@ -1,9 +1,5 @@
 #include <limits>
-#include <string>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
 #include "tests/support/Values.h"
 
 namespace ZroCommon::testing {

@@ -1,6 +1,3 @@
-#include <string>
-
-#include <gtest/gtest.h>
 
 #include "tests/support/SmallStack.h"
 #include "tests/support/Values.h"
@@ -9,10 +6,7 @@
 namespace ZroCommon::testing {
 namespace {
 
-struct ParseCase {
-    const char16_t* text;
-    const char* value;  // "unknown" for the unknown string of the whole text
-};
+using ParseCases = Rows<const char16_t*, const char*>;
 
 std::string shown(const ZRValue& value, const UnicodeString& text) {
     if (value.isUnknownString()) {
@@ -35,16 +29,15 @@ void expectValues(const UnicodeString& whole) {
 }
 
 TEST(ZRValueParse, TypesAWholeText) {
-    const ParseCase cases[] = {
-        {u"12pt", "real 12pt"},     {u" 1in\n", "real 1in"},  {u"-3", "integer -3"},
-        {u"auto", "name auto"},     {u"'a b'", "string a b"}, {u"#ff0000", "integer #FF0000"},
-        {u"50%", "real 50%"},       {u"+.5em", "real 0.5em"}, {u"-0.0", "integer 0"},
-        {u"", "unknown"},           {u" ", "unknown"},        {u"%", "unknown"},
-        {u"a b", "unknown"},        {u"12 pt", "unknown"},    {u"1e5", "unknown"},
-        {u"10foo", "unknown"},      {u"- 5", "unknown"},      {u"'a", "unknown"},
-        {u"rgb(1,2,3)", "unknown"}, {u"a, b", "unknown"},     {u"\xD800", "unknown"},
-    };
-    for (const auto& [source, value] : cases) {
+    for (const auto& [source, value] : ParseCases{
+             {u"12pt", "real 12pt"},     {u" 1in\n", "real 1in"},  {u"-3", "integer -3"},
+             {u"auto", "name auto"},     {u"'a b'", "string a b"}, {u"#ff0000", "integer #FF0000"},
+             {u"50%", "real 50%"},       {u"+.5em", "real 0.5em"}, {u"-0.0", "integer 0"},
+             {u"", "unknown"},           {u" ", "unknown"},        {u"%", "unknown"},
+             {u"a b", "unknown"},        {u"12 pt", "unknown"},    {u"1e5", "unknown"},
+             {u"10foo", "unknown"},      {u"- 5", "unknown"},      {u"'a", "unknown"},
+             {u"rgb(1,2,3)", "unknown"}, {u"a, b", "unknown"},     {u"\xD800", "unknown"},
+         }) {
         EXPECT_EQ(shown(ZRValue::parse(source), source), value) << utf8(source);
         expectValues(source);
     }
@@ -79,43 +72,10 @@ TEST(ZRValueParse, TypesLongTexts) {
 }
 
 TEST(ZRValueParse, TypesNamesAndQuotedStringsAlone) {
-    const ParseCase cases[] = {
-        {u"auto", "name auto"},  {u"'12pt'", "string 12pt"}, {u"12pt", "unknown"},
-        {u"#ff0000", "unknown"}, {u"a b", "unknown"},        {u"", "unknown"},
-    };
-    for (const auto& [source, value] : cases) {
-        EXPECT_EQ(shown(ZRValue::parseNonNumeric(source), source), value) << utf8(source);
-    }
-}
-
-TEST(ZRValueParse, ReadsColours) {
-    const ParseCase cases[] = {
-        {u"#f00", "integer #FF0000"},
-        {u"red", "name red"},
-        {u"nonsense", "name nonsense"},
-        {u"rgb(255,0,0)", "integer #FF0000"},
-        {u"rgb ( 100% 0%, 50% ) ", "integer #FF0080"},
-        {u"rgb(1 2 3,)", "integer #010203"},
-        {u"rgb(300,-5,1.5)", "integer #FF0002"},
-        {u"rgb(3000000000,0,0)", "integer #FF0000"},
-        {u"rgb(1pt 2foo,3)", "unknown"},
-        {u" #123456789 ", "integer #FFFFFFFF"},
-        {u"rgb(1,,2)", "unknown"},
-        {u"rgb(1,2)", "unknown"},
-        {u"rgb(1,2,3", "unknown"},
-        {u"rgb(1,2,3) x", "unknown"},
-        {u"rgb(#1,2,3)", "unknown"},
-        {u"RGB(1,2,3)", "unknown"},
-        {u"nonsense()", "unknown"},
-        {u"red blue", "unknown"},
-        {u"12pt", "unknown"},
-        {u"'red'", "unknown"},
-        {u"", "unknown"},
-    };
-    for (const auto& [source, value] : cases) {
-        EXPECT_EQ(shown(ZRValue::parseColor(source, false), source), value) << utf8(source);
-        EXPECT_EQ(shown(ZRValue::parseColor(source, true), source), value) << utf8(source);
-        expectValues(source);
+    EXPECT_EQ(dump(ZRValue::parseNonNumeric(u"auto")), "name auto");
+    EXPECT_EQ(dump(ZRValue::parseNonNumeric(u"'12pt'")), "string 12pt");
+    for (const char16_t* source : {u"12pt", u"#ff0000", u"a b", u""}) {
+        EXPECT_EQ(shown(ZRValue::parseNonNumeric(source), source), "unknown") << utf8(source);
     }
 }
 
@@ -129,49 +89,69 @@ void expectColor(const char16_t* source, bool extended, const std::string& print
     }
 }
 
+TEST(ZRValueParse, ReadsColours) {
+    for (const auto& [source, value] : ParseCases{
+             {u"#f00", "integer #FF0000"},
+             {u"red", "name red"},
+             {u"nonsense", "name nonsense"},
+             {u"rgb(255,0,0)", "integer #FF0000"},
+             {u"rgb ( 100% 0%, 50% ) ", "integer #FF0080"},
+             {u"rgb(1 2 3,)", "integer #010203"},
+             {u"rgb(300,-5,1.5)", "integer #FF0002"},
+             {u"rgb(3000000000,0,0)", "integer #FF0000"},
+             {u" #123456789 ", "integer #FFFFFFFF"},
+         }) {
+        EXPECT_EQ(shown(ZRValue::parseColor(source, false), source), value) << utf8(source);
+        EXPECT_EQ(shown(ZRValue::parseColor(source, true), source), value) << utf8(source);
+        expectValues(source);
+    }
+    for (const char16_t* source :
+         {u"rgb(1pt 2foo,3)", u"rgb(1,,2)", u"rgb(1,2)", u"rgb(1,2,3", u"rgb(1,2,3) x",
+          u"rgb(#1,2,3)", u"RGB(1,2,3)", u"nonsense()", u"red blue", u"12pt", u"'red'", u""}) {
+        expectColor(source, false, "unknown");
+        expectColor(source, true, "unknown");
+    }
+}
+
 TEST(ZRValueParse, ReadsTheOtherFormsOfColours) {
-    const ParseCase cases[] = {
-        {u"rgb-icc(1,2,3,#CMYK,1,0,.5,0)", "map #010203 icc-color(#CMYK,1,0,0.5,0)"},
-        {u"rgb-icc(1 2 3 #GRAYSCALE 50%)", "map #010203 icc-color(#GRAYSCALE,0.5)"},
-        {u"rgb-icc(#CMYK,1,0,0,0)", "map #00FFFF icc-color(#CMYK,1,0,0,0)"},
-        {u"rgb-icc(#GRAYSCALE,0.5)", "map #808080 icc-color(#GRAYSCALE,0.5)"},
-        {u"rgb-icc(1,2,3,sRGB,1,2)", "map #010203 icc-color(sRGB,1,2,0,0)"},
-        {u"rgb-icc(1,2,3,#SEPARATION,'A b')", "map #010203 icc-color(#SEPARATION,\"A b\",1)"},
-        {u"rgb-icc(#SPOTCOLOR,Gold,.5)", "map rgb-icc(#SEPARATION,\"Gold\",0.5)"},
-        {u"rgb-icc(#REGISTRATION,.5)", "map rgb-icc(#SEPARATION,\"All\",0.5)"},
-        {u"rgb-icc(#SEPARATION,Gold,1,0,0,1,0)", "map rgb-icc(#SEPARATION,\"Gold\",1,0,0,1,0)"},
-        {u"rgb-icc(1,2,3,#CMYK,1,0,0)", "unknown"},
-        {u"rgb-icc(1,2,3,#CMYK,1,0,0,0,0)", "unknown"},
-        {u"rgb-icc(1,2,3,#GRAYSCALE)", "unknown"},
-        {u"rgb-icc(1,2,3,#OTHER,1)", "unknown"},
-        {u"rgb-icc(1,2,3,)", "unknown"},
-        {u"rgb-icc(1,2,3,p,-1)", "unknown"},
-        {u"rgb-icc(1,2,3,p,1,2,3,4,5)", "unknown"},
-        {u"rgb-icc(1,2,3,#SEPARATION,'A')x", "unknown"},
-        {u"rgb-icc(1,2,p)", "unknown"},
-    };
-    for (const auto& [source, printed] : cases) {
+    for (const auto& [source, printed] : ParseCases{
+             {u"rgb-icc(1,2,3,#CMYK,1,0,.5,0)", "map #010203 icc-color(#CMYK,1,0,0.5,0)"},
+             {u"rgb-icc(1 2 3 #GRAYSCALE 50%)", "map #010203 icc-color(#GRAYSCALE,0.5)"},
+             {u"rgb-icc(#CMYK,1,0,0,0)", "map #00FFFF icc-color(#CMYK,1,0,0,0)"},
+             {u"rgb-icc(#GRAYSCALE,0.5)", "map #808080 icc-color(#GRAYSCALE,0.5)"},
+             {u"rgb-icc(1,2,3,sRGB,1,2)", "map #010203 icc-color(sRGB,1,2,0,0)"},
+             {u"rgb-icc(1,2,3,#SEPARATION,'A b')", "map #010203 icc-color(#SEPARATION,\"A b\",1)"},
+             {u"rgb-icc(#SPOTCOLOR,Gold,.5)", "map rgb-icc(#SEPARATION,\"Gold\",0.5)"},
+             {u"rgb-icc(#REGISTRATION,.5)", "map rgb-icc(#SEPARATION,\"All\",0.5)"},
+             {u"rgb-icc(#SEPARATION,Gold,1,0,0,1,0)",
+              "map rgb-icc(#SEPARATION,\"Gold\",1,0,0,1,0)"},
+         }) {
         expectColor(source, false, printed);
+    }
+    for (const char16_t* source :
+         {u"rgb-icc(1,2,3,#CMYK,1,0,0)", u"rgb-icc(1,2,3,#CMYK,1,0,0,0,0)",
+          u"rgb-icc(1,2,3,#GRAYSCALE)", u"rgb-icc(1,2,3,#OTHER,1)", u"rgb-icc(1,2,3,)",
+          u"rgb-icc(1,2,3,p,-1)", u"rgb-icc(1,2,3,p,1,2,3,4,5)", u"rgb-icc(1,2,3,#SEPARATION,'A')x",
+          u"rgb-icc(1,2,p)"}) {
+        expectColor(source, false, "unknown");
     }
 }
 
 TEST(ZRValueParse, AFormBehindAColourIsAnExtension) {
-    const ParseCase cases[] = {
-        {u"#F00 icc-color(#CMYK,0,1,1,0)", "map #FF0000 icc-color(#CMYK,0,1,1,0)"},
-        {u"rgb(255,0,0) icc-color( p , 1 )", "map #FF0000 icc-color(p,1,0,0,0)"},
-        {u"Red icc-color(#GRAYSCALE,0)", "map #FF0000 icc-color(#GRAYSCALE,0)"},
-        {u"icc-color(#CMYK,1,0,0,0)", "map #00FFFF icc-color(#CMYK,1,0,0,0)"},
-        {u"icc-color(p,1,0,0)", "map #FF0000 icc-color(p,1,0,0,0)"},
-        {u"nonsense icc-color(p,1)", "unknown"},
-        {u"#F00 icc-color(p,1", "unknown"},
-        {u"#F00 icc-color", "unknown"},
-        {u"#F00 other(p,1)", "unknown"},
-        {u"icc-color(#CMYK)", "unknown"},
-        {u"transparent icc-color(#OTHER,1)", "unknown"},
-    };
-    for (const auto& [source, printed] : cases) {
+    for (const auto& [source, printed] : ParseCases{
+             {u"#F00 icc-color(#CMYK,0,1,1,0)", "map #FF0000 icc-color(#CMYK,0,1,1,0)"},
+             {u"rgb(255,0,0) icc-color( p , 1 )", "map #FF0000 icc-color(p,1,0,0,0)"},
+             {u"Red icc-color(#GRAYSCALE,0)", "map #FF0000 icc-color(#GRAYSCALE,0)"},
+             {u"icc-color(#CMYK,1,0,0,0)", "map #00FFFF icc-color(#CMYK,1,0,0,0)"},
+             {u"icc-color(p,1,0,0)", "map #FF0000 icc-color(p,1,0,0,0)"},
+         }) {
         expectColor(source, true, printed);
         EXPECT_TRUE(ZRValue::parseColor(source, false).isUnknownString()) << utf8(source);
+    }
+    for (const char16_t* source :
+         {u"nonsense icc-color(p,1)", u"#F00 icc-color(p,1", u"#F00 icc-color", u"#F00 other(p,1)",
+          u"icc-color(#CMYK)", u"transparent icc-color(#OTHER,1)"}) {
+        expectColor(source, true, "unknown");
     }
 }
 

@@ -4,11 +4,7 @@
 #include <cstdio>
 #include <limits>
 #include <random>
-#include <string>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
 #include "tests/support/Values.h"
 #include "zro/foundation/internal/PrintReal.h"
 

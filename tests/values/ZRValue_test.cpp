@@ -2,12 +2,8 @@
 
 #include <cmath>
 #include <limits>
-#include <string>
 #include <type_traits>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
 #include "tests/support/Values.h"
 
 namespace ZroCommon::testing {

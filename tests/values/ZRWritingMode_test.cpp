@@ -1,11 +1,8 @@
 #include "zro/values/ZRWritingMode.h"
 
 #include <limits>
-#include <string>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 
 namespace ZroCommon::testing {
 namespace {

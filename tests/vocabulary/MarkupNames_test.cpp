@@ -1,6 +1,4 @@
-#include <gtest/gtest.h>
-
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 #include "zro/values/ZRValue.h"
 #include "zro/vocabulary/MathMLName.h"
 #include "zro/vocabulary/SVGName.h"

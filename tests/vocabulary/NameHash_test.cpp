@@ -3,12 +3,9 @@
 #include <algorithm>
 #include <cstdint>
 #include <set>
-#include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
+#include "tests/support/Test.h"
 
 namespace ZroCommon::internal {
 namespace {

@@ -1,12 +1,10 @@
 // Names from many threads at once; of most use under the thread sanitizer.
 
 #include <atomic>
-#include <string>
 #include <utility>
 #include <vector>
 
-#include <gtest/gtest.h>
-
+#include "tests/support/Test.h"
 #include "tests/support/Threads.h"
 #include "zro/foundation/internal/AppendNumber.h"
 #include "zro/vocabulary/ZRNameTable.h"

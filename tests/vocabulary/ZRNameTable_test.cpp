@@ -2,13 +2,10 @@
 
 #include <cstdlib>
 #include <fstream>
-#include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "tests/support/Skips.h"
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 #include "zro/foundation/ZRPtr.h"
 #include "zro/foundation/internal/AppendNumber.h"
 

@@ -2,14 +2,10 @@
 
 #include <memory>
 #include <sstream>
-#include <string>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
 #include "tests/support/SmallStack.h"
 #include "tests/support/Streams.h"
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 
 namespace ZroCommon::internal {
 namespace {
@@ -21,6 +17,7 @@ std::unique_ptr<DecodedInput> inputOf(const std::string& bytes) {
     return input;
 }
 
+// A reader that logs what it gives: texts in quotes, "line:column", and whether it has failed.
 class Reader : public CharReader {
 public:
     explicit Reader(const std::string& bytes) : m_stream(bytes) {
@@ -29,172 +26,124 @@ public:
         startCounting();
     }
 
-    std::string take(int count) {
-        UnicodeString text;
+    Reader& take(int count) {
+        std::string text;
         for (char32_t c = 0; count > 0 && (c = get()) != kEnd; --count) {
-            text.append(static_cast<UChar32>(c));
+            const bool isSurrogate = (c & 0xFFFFF800U) == 0xD800U;
+            text +=
+                isSurrogate ? "<surrogate>" : testing::utf8(UnicodeString(static_cast<UChar32>(c)));
         }
-        return testing::utf8(text);
+        return add("'" + text + "'");
     }
-    std::string rest() { return take(1'000'000); }
-    std::string position() const { return std::to_string(line()) + ":" + std::to_string(column()); }
+    Reader& rest() { return take(1'000'000); }
+    Reader& at() { return add(std::to_string(line()) + ":" + std::to_string(column())); }
+    Reader& state() { return add(hasFailed() ? "failed" : "fine"); }
+
+    Reader& putBack(char32_t c) { return pushBack(c), *this; }
+    Reader& put(std::u16string_view text) {
+        pushText(UnicodeString(text.data(), static_cast<int32_t>(text.size())));
+        return *this;
+    }
+    Reader& enter(const std::string& bytes) { return push(inputOf(bytes)), *this; }
+
+    const std::string& log() const { return m_log; }
 
 private:
+    Reader& add(const std::string& entry) {
+        m_log += (m_log.empty() ? "" : " ") + entry;
+        return *this;
+    }
+
     std::istringstream m_stream;
+    std::string m_log;
 };
 
 TEST(CharReader, CountsLinesAndCodePoints) {
     Reader reader("ab\r\nc\xF0\x9F\x98\x80"
                   "d\ne");
-    EXPECT_EQ(reader.position(), "1:0");
-    reader.take(2);
-    EXPECT_EQ(reader.position(), "1:2");
-    reader.take(1);
-    EXPECT_EQ(reader.position(), "2:0");
-    reader.take(3);
-    EXPECT_EQ(reader.position(), "2:3");
-    EXPECT_EQ(reader.rest(), "\ne");
-    EXPECT_EQ(reader.position(), "3:1");
-    EXPECT_TRUE(reader.hasFailed());
+    reader.at().take(2).at().take(1).at().take(3).at().rest().at().state();
+    EXPECT_EQ(reader.log(), "1:0 'ab' 1:2 '\n' 2:0 'c\xF0\x9F\x98\x80"
+                            "d' 2:3 '\ne' 3:1 failed");
 }
 
 TEST(CharReader, PushedBackCharactersComeAgainAndDoNotCountAgain) {
     Reader reader("a]]x");
-    EXPECT_EQ(reader.take(4), "a]]x");
-    reader.pushBack(u'x');
-    reader.pushBack(u']');
-    EXPECT_EQ(reader.position(), "1:4");
-    reader.take(1);
-    EXPECT_EQ(reader.position(), "1:4");
-    EXPECT_EQ(reader.rest(), "x");
+    reader.take(4).putBack(u'x').putBack(u']').at().take(1).at().rest();
+    EXPECT_EQ(reader.log(), "'a]]x' 1:4 ']' 1:4 'x'");
+    Reader wide("a\xED\xA0\x80z");  // what no window holds
+    wide.take(2).at().putBack(0xD800).putBack(u'a').take(2).at().rest();
+    EXPECT_EQ(wide.log(), "'a<surrogate>' 1:2 'a<surrogate>' 1:2 'z'");
 }
 
 TEST(CharReader, TextsAreReadBeforeWhatWasPutBack) {
     Reader reader("ab");
-    reader.take(1);
-    reader.pushBack(u'a');
-    reader.pushText(u"12");
-    reader.pushText(u"0");
-    EXPECT_EQ(reader.position(), "1:1");
-    EXPECT_EQ(reader.take(3), "012");
-    reader.pushBack(u'2');
-    EXPECT_EQ(reader.rest(), "2ab");
-}
-
-TEST(CharReader, CharactersThatNoWindowHoldsAreReadAndPutBackToo) {
-    Reader reader("a\xED\xA0\x80z");
-    reader.take(1);
-    EXPECT_EQ(reader.get(), 0xD800U);
-    EXPECT_EQ(reader.position(), "1:2");
-    reader.pushBack(0xD800);
-    reader.pushBack(u'a');
-    EXPECT_EQ(reader.get(), U'a');
-    EXPECT_EQ(reader.get(), 0xD800U);
-    EXPECT_EQ(reader.position(), "1:2");
-    EXPECT_EQ(reader.rest(), "z");
+    reader.take(1).putBack(u'a').put(u"12").put(u"0").at().take(3).putBack(u'2').rest();
+    EXPECT_EQ(reader.log(), "'a' 1:1 '012' '2ab'");
 }
 
 // The document's own U+FFFF is told from its end by the state alone.
 TEST(CharReader, AnFfffOfTheDocumentIsNotItsEnd) {
     Reader reader("a\xEF\xBF\xBFz");
-    reader.take(1);
-    EXPECT_EQ(reader.get(), CharReader::kEnd);
-    EXPECT_FALSE(reader.hasFailed());
-    EXPECT_EQ(reader.position(), "1:1");
-    EXPECT_EQ(reader.rest(), "z");
-    EXPECT_TRUE(reader.hasFailed());
+    reader.take(1).take(1).state().at().rest().state();
+    EXPECT_EQ(reader.log(), "'a' '' fine 1:1 'z' failed");
 }
 
 TEST(CharReader, InnerInputsEndIntoTheOuterOne) {
     Reader reader("ad");
-    reader.take(1);
-    reader.push(inputOf("b\nc"));
-    reader.startCounting();
-    EXPECT_EQ(reader.take(3), "b\nc");
-    EXPECT_EQ(reader.position(), "2:1");
-    EXPECT_EQ(reader.rest(), "d");
-    EXPECT_EQ(reader.position(), "1:3");
+    reader.take(1).enter("b\nc").startCounting();
+    reader.take(3).at().rest().at();
+    EXPECT_EQ(reader.log(), "'a' 'b\nc' 2:1 'd' 1:3");
 }
 
 // On purpose: it is read as one of the outer input, and then once more for each input.
 TEST(CharReader, TheFirstCharacterBehindInnerInputsCountsOnceMoreForEach) {
-    for (const auto& [outer, putBack, rest, position] :
-         testing::Rows<const char*, std::u16string_view, const char*, const char*>{
-             {"ab", u"", "b", "1:4"},
-             {"a\n", u"", "\n", "4:0"},
-             {"a\xED\xA0\x80", u"", "\xEF\xBF\xBD", "1:4"},
-             {"a", u"12", "12", "1:3"},
-             {"a", u"\x85z", "\nz", "3:0"},
-             {"ab", u"\r", "\nb", "3:1"},
-             {"a\nb", u"\r2", "\n2b", "3:1"},
-             {"a\rb", u"\r", "\n\nb", "4:1"},
-             {"a", u"", "", "1:1"},
+    for (const auto& [outer, putBack, rest] :
+         testing::Rows<const char*, std::u16string_view, const char*>{
+             {"ab", u"", "'xb' 1:4"},
+             {"a\n", u"", "'x\n' 4:0"},
+             {"a\xED\xA0\x80", u"", "'x<surrogate>' 1:4"},
+             {"a", u"12", "'x12' 1:3"},
+             {"a", u"\x85z", "'x\nz' 3:0"},
+             {"ab", u"\r", "'x\nb' 3:1"},
+             {"a\nb", u"\r2", "'x\n2b' 3:1"},
+             {"a\rb", u"\r", "'x\n\nb' 4:1"},
+             {"a", u"", "'x' 1:1"},
          }) {
         Reader reader(outer);
-        reader.take(1);
-        reader.pushText(UnicodeString(putBack.data(), static_cast<int32_t>(putBack.size())));
-        reader.push(inputOf(""));
-        reader.push(inputOf("x"));
-        EXPECT_EQ(reader.rest(), "x" + std::string(rest)) << outer;
-        EXPECT_EQ(reader.position(), position) << outer;
+        reader.take(1).put(putBack).enter("").enter("x").rest().at();
+        EXPECT_EQ(reader.log().substr(4), rest) << outer;
     }
-}
-
-TEST(CharReader, ACarriageReturnAtTheEndOfAnInnerInputTakesALineFeedBehindIt) {
-    Reader reader("a\nb");
-    reader.take(1);
-    reader.push(inputOf("x\r"));
-    EXPECT_EQ(reader.rest(), "x\nb");
 }
 
 // On purpose: what follows is read ahead, so that it comes behind text put back before.
 TEST(CharReader, ACarriageReturnAtTheEndOfAnInnerInputDisplacesWhatFollows) {
-    Reader reader("ab");
-    reader.take(1);
-    reader.pushText(u"12");
-    reader.push(inputOf("x\r"));
-    EXPECT_EQ(reader.rest(), "x\n21b");
+    EXPECT_EQ(Reader("a\nb").take(1).enter("x\r").rest().log(), "'a' 'x\nb'") << "a line feed";
+    EXPECT_EQ(Reader("ab").take(1).put(u"12").enter("x\r").rest().log(), "'a' 'x\n21b'");
 }
 
 // On purpose: it lies with the reader, not with the input that it came from.
 TEST(CharReader, ACharacterReadAheadIsTheFirstOfAnInputThatBegins) {
     Reader reader("ab");
-    reader.take(1);
-    reader.pushText(u"12");
-    reader.push(inputOf("x\r"));
-    EXPECT_EQ(reader.take(2), "x\n");
-    reader.push(inputOf("y"));
-    EXPECT_EQ(reader.rest(), "1y2b");
+    reader.take(1).put(u"12").enter("x\r").take(2).enter("y").rest();
+    EXPECT_EQ(reader.log(), "'a' 'x\n' '1y2b'");
     Reader other("ab");
-    other.take(1);
-    other.pushText(u"\r12");
-    other.push(inputOf(""));
-    EXPECT_EQ(other.take(1), "\n");
-    other.push(inputOf("y"));
-    EXPECT_EQ(other.rest(), "by12");
+    other.take(1).put(u"\r12").enter("").take(1).enter("y").rest();
+    EXPECT_EQ(other.log(), "'a' '\n' 'by12'");
 }
 
 TEST(CharReader, ALiteralEndsOnItsOwnAndCountsFromItsPlace) {
     Reader reader("ab");
-    reader.take(1);
-    reader.pushLiteral(u"x\ny", 7, 3);
-    EXPECT_EQ(reader.take(1), "x");
-    EXPECT_EQ(reader.position(), "7:4");
-    EXPECT_EQ(reader.rest(), "\ny");
-    EXPECT_EQ(reader.position(), "8:1");
-    EXPECT_EQ(reader.get(), CharReader::kEnd);
-    reader.popLiteral();
-    EXPECT_EQ(reader.position(), "1:1");
-    EXPECT_EQ(reader.rest(), "b");
+    reader.take(1).pushLiteral(u"x\ny", 7, 3);
+    reader.take(1).at().rest().at().take(1).popLiteral();
+    reader.at().rest();
+    EXPECT_EQ(reader.log(), "'a' 'x' 7:4 '\ny' 8:1 '' 1:1 'b'");
 }
 
 TEST(CharReader, SettlingGoesOnWithTheBytesBehindTheLastCharacter) {
     Reader reader("a\r\n\xC3\xA9\xC3\xA9");
-    EXPECT_EQ(reader.take(3), "a\n\xC3\xA9");
-    reader.pushBack(0xE9);
-    reader.settle().encoding.mode = EncodingMode::Latin1;
-    EXPECT_EQ(reader.rest(), "\xC3\xA9\xC3\x83\xC2\xA9");
-    EXPECT_EQ(reader.position(), "2:3");
+    reader.take(3).putBack(0xE9).settle().encoding.mode = EncodingMode::Latin1;
+    reader.rest().at();
+    EXPECT_EQ(reader.log(), "'a\n\xC3\xA9' '\xC3\xA9\xC3\x83\xC2\xA9' 2:3");
 }
 
 TEST(CharReader, TakesOneRefillAtATime) {
@@ -226,7 +175,7 @@ TEST(CharReader, ManyInputsThatEndTogetherNeedNoStack) {
         for (int i = 0; i < 20'000; ++i) {
             reader.push(inputOf(i % 2 == 0 ? "" : "\r"));
         }
-        EXPECT_EQ(reader.rest(), "\nz");
+        EXPECT_EQ(reader.rest().log(), "'\nz'");
     });
 }
 

@@ -2,11 +2,10 @@
 
 #include <array>
 #include <random>
-#include <string>
 #include <string_view>
 #include <vector>
 
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 namespace ZroCommon::internal {
 namespace {
@@ -50,16 +49,9 @@ Result decodeAll(Mode mode, std::string_view bytes, InputTail tail = InputTail::
     }
 }
 
-struct Row {
-    Mode mode;
-    std::string_view bytes;
-    std::u32string_view characters;
-};
-
-void expectRows(const std::vector<Row>& rows) {
+void expectRows(testing::Rows<Mode, std::string_view, std::u32string_view> rows) {
     for (const auto& [mode, bytes, characters] : rows) {
         EXPECT_EQ(decodeAll(mode, bytes).characters, characters)
-            << "row " << &bytes - &rows.front().bytes << " of "
             << ::testing::PrintToString(std::string(bytes));
     }
 }
@@ -86,24 +78,22 @@ TEST(Decoder, Utf8IsDecodedByShapeAlone) {
 }
 
 TEST(Decoder, WhatUtf16CannotCarryLeavesTheWindow) {
-    static const std::u32string s_lead(1, static_cast<char32_t>(0xD800));
-    static const std::u32string s_trail(1, static_cast<char32_t>(0xDC00));
-    static const std::u32string s_none(1, static_cast<char32_t>(0xFFFF));
-    static const std::u32string s_above(1, static_cast<char32_t>(0x110000));
-    static const std::u32string s_far(1, static_cast<char32_t>(0xFFFFFFFF));
-    expectRows({
-        {Mode::Utf8, "\xED\xA0\x80"sv, s_lead},
-        {Mode::Utf8, "\xED\xB0\x80"sv, s_trail},
-        {Mode::Utf8, "\xEF\xBF\xBF"sv, s_none},
-        {Mode::Utf8, "\xF4\x90\x80\x80"sv, s_above},
-        {Mode::Utf16LE, "\x00\xDC"sv, s_trail},
-        {Mode::Utf16BE, "\xFF\xFF"sv, s_none},
-        {Mode::Utf32LE, "\x00\x00\x11\x00"sv, s_above},
-        {Mode::Utf32BE, "\xFF\xFF\xFF\xFF"sv, s_far},
-        {Mode::Utf32BE, "\x00\x00\xD8\x00"sv, s_lead},
-    });
-    // Two of them never join to one character.
-    EXPECT_EQ(decodeAll(Mode::Utf8, "\xED\xA0\x80\xED\xB0\x80").characters, s_lead + s_trail);
+    for (const auto& [mode, bytes, character] : testing::Rows<Mode, std::string_view, unsigned>{
+             {Mode::Utf8, "\xED\xA0\x80"sv, 0xD800},
+             {Mode::Utf8, "\xED\xB0\x80"sv, 0xDC00},
+             {Mode::Utf8, "\xEF\xBF\xBF"sv, 0xFFFF},
+             {Mode::Utf8, "\xF4\x90\x80\x80"sv, 0x110000},
+             {Mode::Utf16LE, "\x00\xDC"sv, 0xDC00},
+             {Mode::Utf16BE, "\xFF\xFF"sv, 0xFFFF},
+             {Mode::Utf32LE, "\x00\x00\x11\x00"sv, 0x110000},
+             {Mode::Utf32BE, "\xFF\xFF\xFF\xFF"sv, 0xFFFFFFFF},
+             {Mode::Utf32BE, "\x00\x00\xD8\x00"sv, 0xD800},
+         }) {
+        const std::u32string found = decodeAll(mode, bytes).characters;
+        EXPECT_TRUE(found.size() == 1 && found[0] == character) << std::hex << character;
+    }
+    EXPECT_EQ(decodeAll(Mode::Utf8, "\xED\xA0\x80\xED\xB0\x80").characters.size(), 2U)
+        << "two of them never join to one character";
 }
 
 TEST(Decoder, WideEncodings) {

@@ -2,13 +2,9 @@
 
 #include <locale>
 #include <sstream>
-#include <string>
 #include <string_view>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 
 namespace ZroCommon::internal {
 namespace {

@@ -4,10 +4,7 @@
 #include <array>
 #include <cstddef>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 #include "tests/support/Threads.h"
 #include "zro/foundation/ZREmptyString.h"
 #include "zro/vocabulary/ZRNameTable.h"
@@ -21,17 +18,11 @@ UnicodeString entity(const char16_t* name) {
 }
 
 TEST(MathMLEntities, KnowsThePublishedSet) {
-    for (const auto& [name, value] : testing::Rows<const char16_t*, const char16_t*>{
-             {u"block", u"\u2588"},
-             {u"alpha", u"\u03B1"},
-             {u"ThickSpace", u"\u2009\u200A\u200A"},
-             {u"NewLine", u"\n"},
-             {u"zigrarr", u"\u21DD"},
-             {u"plus", u"+"},
-             {u"amp", u"&"},
-             {u"lt", u"<"},
-             {u"quot", u"\""},
-         }) {
+    const testing::Rows<const char16_t*, const char16_t*> cases = {
+        {u"block", u"\u2588"}, {u"alpha", u"\u03B1"},   {u"ThickSpace", u"\u2009\u200A\u200A"},
+        {u"NewLine", u"\n"},   {u"zigrarr", u"\u21DD"}, {u"plus", u"+"},
+        {u"amp", u"&"},        {u"lt", u"<"},           {u"quot", u"\""}};
+    for (const auto& [name, value] : cases) {
         EXPECT_EQ(entity(name), UnicodeString(value)) << "for: " << testing::utf8(name);
     }
     EXPECT_EQ(mathMLEntities().size(), 2086U);

@@ -1,8 +1,5 @@
 #include <sstream>
-#include <string>
 #include <thread>
-
-#include <gtest/gtest.h>
 
 #include "tests/support/Streams.h"
 #include "tests/support/XmlEvents.h"

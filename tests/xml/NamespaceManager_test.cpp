@@ -3,12 +3,9 @@
 #include <array>
 #include <map>
 #include <random>
-#include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 #include "zro/foundation/ZRPtr.h"
 #include "zro/vocabulary/ZRNameTable.h"
 

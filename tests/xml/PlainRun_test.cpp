@@ -1,10 +1,8 @@
 #include "zro/xml/internal/PlainRun.h"
 
 #include <random>
-#include <string>
 
-#include <gtest/gtest.h>
-
+#include "tests/support/Test.h"
 #include "zro/foundation/Text.h"
 
 namespace ZroCommon::internal {

@@ -1,9 +1,8 @@
 #include "zro/xml/internal/Scan.h"
 
 #include <random>
-#include <string>
 
-#include <gtest/gtest.h>
+#include "tests/support/Test.h"
 
 namespace ZroCommon::internal {
 namespace {

@@ -2,9 +2,8 @@
 
 #include <functional>
 #include <sstream>
-#include <string>
 
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 #include "zro/foundation/ZRPtr.h"
 #include "zro/xml/internal/XmlSerializerImpl.h"
 

@@ -1,12 +1,8 @@
 #include <algorithm>
 #include <memory>
 #include <sstream>
-#include <string>
 #include <string_view>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
 #include "tests/support/XmlEvents.h"
 #include "zro/streams/transcoding/ZRTCVStream.h"
 #include "zro/xml/internal/Transcoder.h"
@@ -171,9 +167,7 @@ TEST_F(WithTranscoder, APresetOnlySetsTheModeOfItsOutput) {
 }
 
 TEST_F(WithTranscoder, RewindingKeepsTheModeOfItsOutput) {
-    std::istringstream stream(declared("x-shifted") + "<a/>");
-    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
-    parser->setInput(stream, u"", u"");
+    const OwnParser parser(declared("x-shifted") + "<a/>");
     parser->next();
     parser->rewind();
     EXPECT_EQ(utf8(parser->getInputEncoding()), "x-shifted");

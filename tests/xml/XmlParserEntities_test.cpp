@@ -1,12 +1,8 @@
 #include <algorithm>
 #include <array>
 #include <sstream>
-#include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Errors.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/Threads.h"
 #include "tests/support/XmlEvents.h"
@@ -176,10 +172,9 @@ TEST(XmlParserEntities, BehindAReferenceAndAReturnAtAnEntitysStartWhatFollowsCom
 TEST(XmlParserEntities, PositionAndBaseAreThoseOfTheEntity) {
     const FakeWeb web(
         {{"http://h/d/sub/e.ent", "<bbbbb>\n</bbbbb>&f;"}, {"http://h/d/sub/f.ent", "<cccccc/>"}});
-    std::istringstream stream(
-        "<!DOCTYPE a [<!ENTITY e SYSTEM 'sub/e.ent'><!ENTITY f SYSTEM 'f.ent'>]><a>&e;</a>");
-    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
-    parser->setInput(stream, u"", u"http://h/d/");
+    const OwnParser parser(
+        "<!DOCTYPE a [<!ENTITY e SYSTEM 'sub/e.ent'><!ENTITY f SYSTEM 'f.ent'>]><a>&e;</a>",
+        u"http://h/d/");
     std::string positions;
     while (parser->next() != ZRXmlParser::END_DOCUMENT) {
         positions +=
@@ -204,9 +199,7 @@ TEST(XmlParserEntities, WhatCannotBeOpened) {
 
 // The error is no error of the text, so parsing may go on behind it.
 TEST(XmlParserEntities, AFailedOpeningCanBePassedOver) {
-    std::istringstream stream("<!DOCTYPE a [<!ENTITY e SYSTEM '/no.ent'>]><a>&e;<b/></a>");
-    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
-    parser->setInput(stream, u"", u"");
+    const OwnParser parser("<!DOCTYPE a [<!ENTITY e SYSTEM '/no.ent'>]><a>&e;<b/></a>");
     parser->next();
     EXPECT_EQ(errorOf([&parser] { parser->next(); }),
               "0x1003 Cannot open file: /no.ent [ZroCommon::XmlParserImpl::pushStream]");
@@ -271,12 +264,9 @@ TEST(XmlParserEntities, AMissingExternalSubset) {
 // The error is thrown though there is a callback, and parsing may go on.
 TEST(XmlParserEntities, ErrorsOfAnExternalSubsetDoNotGoToTheCallback) {
     const FakeWeb web(FakeWeb::Resources{{"http://h/faulty.dtd", "<!ENTITY e>"}});
-    std::istringstream stream("<!DOCTYPE a SYSTEM 'http://h/faulty.dtd'><a/>");
-    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    const OwnParser parser("<!DOCTYPE a SYSTEM 'http://h/faulty.dtd'><a/>");
     int reported = 0;
-    parser->setCallbackError([](const ZRError&, void* data) { ++*static_cast<int*>(data); },
-                             &reported);
-    parser->setInput(stream, u"", u"");
+    parser.countErrors(reported);
     EXPECT_THROW(parser->next(), ZRError);
     EXPECT_EQ(reported, 0);
     EXPECT_EQ(parser->next(), ZRXmlParser::START_TAG);

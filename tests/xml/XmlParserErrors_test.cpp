@@ -1,10 +1,5 @@
-#include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Errors.h"
-#include "tests/support/Rows.h"
 #include "tests/support/XmlEvents.h"
 
 namespace ZroCommon::testing {
@@ -244,11 +239,8 @@ TEST(XmlParserErrors, ParsingGoesOnBehindAReportedError) {
 // The end is reported each time it is asked for, as long as elements are open.
 TEST(XmlParserErrors, AMissingEndTagIsReportedAtEachCall) {
     int count = 0;
-    std::istringstream stream("<a>");
-    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
-    parser->setCallbackError([](const ZRError&, void* data) { ++*static_cast<int*>(data); },
-                             &count);
-    parser->setInput(stream, u"", u"");
+    const OwnParser parser("<a>");
+    parser.countErrors(count);
     parser->next();
     for (int i = 1; i < 4; ++i) {
         EXPECT_EQ(parser->next(), ZRXmlParser::END_DOCUMENT);
@@ -258,15 +250,8 @@ TEST(XmlParserErrors, AMissingEndTagIsReportedAtEachCall) {
 
 TEST(XmlParserErrors, BehindAThrownErrorOnlyTheEndFollows) {
     const auto second = [](const char* document) {
-        std::istringstream stream(document);
-        const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
-        parser->setInput(stream, u"", u"");
-        EXPECT_THROW(
-            {
-                while (parser->next() != ZRXmlParser::END_DOCUMENT) {
-                }
-            },
-            ZRError);
+        const OwnParser parser(document);
+        EXPECT_THROW(parser.readToEnd(), ZRError);
         return errorOf([&parser] { parser->next(); });
     };
     EXPECT_EQ(second("<a>&b;<c/></a>"), "0x1801 Missing end tag.\nENTITY_REF, Line 1, Col 5. "

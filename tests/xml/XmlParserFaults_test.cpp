@@ -2,9 +2,6 @@
 
 #include <new>
 #include <sstream>
-#include <string>
-
-#include <gtest/gtest.h>
 
 #include "tests/support/Memory.h"
 #include "tests/support/NamesStay.h"

@@ -1,11 +1,7 @@
 #include <memory>
 #include <sstream>
-#include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Errors.h"
 #include "tests/support/Streams.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/XmlEvents.h"
@@ -14,18 +10,9 @@ namespace ZroCommon::testing {
 namespace {
 
 // A parser at the first event of a document.
-class ParserAt {
+class ParserAt : public OwnParser {
 public:
-    explicit ParserAt(const std::string& document)
-        : m_stream(document), m_parser(ZRXmlUtil::createXmlParser()) {
-        m_parser->setInput(m_stream, u"", u"");
-        m_parser->nextToken();
-    }
-    ZRXmlParser* operator->() const { return m_parser.get(); }
-
-private:
-    std::istringstream m_stream;
-    ZRPtr<ZRXmlParser> m_parser;
+    explicit ParserAt(const std::string& document) : OwnParser(document) { (*this)->nextToken(); }
 };
 
 constexpr const char* kWrongState =
@@ -161,9 +148,7 @@ TEST(XmlParserInterface, TheEndSetsTheStateThatReadingWould) {
 }
 
 TEST(XmlParserInterface, RewindsAtAnyTime) {
-    std::istringstream stream("<a>x</a>");
-    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
-    parser->setInput(stream, u"", u"http://h/");
+    const OwnParser parser("<a>x</a>", u"http://h/");
     for (int events = 1; events < 6; ++events) {
         for (int i = 0; i < events; ++i) {
             parser->next();
@@ -198,14 +183,11 @@ TEST(XmlParserInterface, AttributesByIndexAndByName) {
               outOfRange + "Value]");
 }
 
-// On purpose: an attribute without prefix is looked for in the default namespace.
 TEST(XmlParserInterface, AttributesOutliveTheStream) {
     const FakeWeb web(FakeWeb::Resources{{"http://h/e", "<!----><b c='plain' d='&#50;'/>"}});
     for (const char* document :
          {"<b c='plain' d='&#50;'/>", "<!DOCTYPE a [<!ENTITY e SYSTEM 'http://h/e'>]><a>&e;</a>"}) {
-        std::istringstream stream(document);
-        const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
-        parser->setInput(stream, u"", u"");
+        const OwnParser parser(document);
         do {
             parser->next();
         } while (parser->getAttributeCount() != 2);
@@ -215,6 +197,7 @@ TEST(XmlParserInterface, AttributesOutliveTheStream) {
     }
 }
 
+// On purpose: an attribute without prefix is looked for in the default namespace.
 TEST(XmlParserInterface, AttributesByNameFollowTheDefaultNamespace) {
     const ParserAt parser("<a xmlns='u' b='1'/>");
     EXPECT_EQ(utf8(parser->getAttributeValue(ZRName(u"u"), ZRName(u"b"))), "1");
@@ -285,13 +268,10 @@ struct Intruder {
 };
 
 TEST(XmlParserInterface, ACallbackCannotMoveTheParser) {
-    std::istringstream stream("<a>]]></a>");
-    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
-    Intruder intruder{parser.get(), {}, {}};
+    const OwnParser parser("<a>]]></a>");
+    Intruder intruder{&*parser, {}, {}};
     parser->setCallbackError(&Intruder::callback, &intruder);
-    parser->setInput(stream, u"", u"");
-    while (parser->next() != ZRXmlParser::END_DOCUMENT) {
-    }
+    parser.readToEnd();
     EXPECT_EQ(intruder.errors,
               std::vector<std::string>(6, std::string(kWrongState) + "checkStream]"));
 }

@@ -4,16 +4,10 @@
 #include <sstream>
 #include <stdexcept>
 #include <streambuf>
-#include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Errors.h"
 #include "tests/support/NamesStay.h"
-#include "tests/support/Rows.h"
 #include "tests/support/Skips.h"
-#include "tests/support/Text.h"
 #include "tests/xml/SerializerCalls.h"
 
 namespace ZroCommon::testing {

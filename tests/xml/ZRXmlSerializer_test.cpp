@@ -1,12 +1,8 @@
 #include "zro/xml/ZRXmlSerializer.h"
 
 #include <sstream>
-#include <string>
-
-#include <gtest/gtest.h>
 
 #include "tests/support/NamesStay.h"
-#include "tests/support/Rows.h"
 #include "tests/support/TempFolder.h"
 #include "tests/xml/SerializerCalls.h"
 

@@ -1,15 +1,10 @@
 #include "zro/xml/ZRXmlUtil.h"
 
 #include <sstream>
-#include <string>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Errors.h"
 #include "tests/support/NamesStay.h"
-#include "tests/support/Rows.h"
 #include "tests/support/TempFolder.h"
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 
 namespace ZroCommon::testing {
 namespace {

@@ -1,11 +1,8 @@
 #pragma once
 
 #include <initializer_list>
-#include <string>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 #include "zro/text/xls/XlsFormatString.h"
 
 namespace ZroCommon::testing {

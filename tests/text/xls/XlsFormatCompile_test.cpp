@@ -2,10 +2,8 @@
 #include <sstream>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include "tests/support/Rows.h"
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 #include "zro/text/xls/XlsFormatString.h"
 
 namespace ZroCommon::testing {
@@ -108,49 +106,22 @@ TEST(XlsFormatCompile, NormalisesTokens) {
 
 TEST(XlsFormatCompile, RefusesWhatHasNoMeaning) {
     for (const auto& [format, position] : Rows<const char16_t*, int>{
-             {u"m/d/yy h:mm", 6},
-             {u"0.00;-0.00", 5},
-             {u"#,##0_);(#,##0)", 8},
-             {u"$0", 0},
-             {u"0 ", 1},
-             {u"0+0", 1},
-             {u"\u20AC0", 0},
-             {u"0z", 1},
-             {u"0\x7F", 1},
-             {u"\t0", 0},
-             {u"\"abc", 0},
-             {u"0;0;0;0;0", 7},
-             {u"y", 0},
-             {u"yyy", 2},
-             {u"yyyyy", 4},
-             {u"Am/Pm", 0},
-             {u"aa", 0},
-             {u"1", 0},
-
-             {u"0/8#", 3},
-             {u"[red]0", 0},
-             {u"[H]", 0},
-             {u"[hhh]", 0},
-             {u"[h", 0},
-             {u"[Color0]", 0},
-             {u"[Color57]", 0},
-             {u"[Color]", 0},
-             {u"[Color9", 0},
-             {u"[Color99999999999]", 0},
-             {u"[DBNum4]0", 0},
-             {u"[$x", 0},
-             {u"0;0;[>1]0", 4},
-             {u"@[>1]", 1},
-             {u"[>1.2.3]0", 0},
-             {u"[>1-2]0", 0},
-             {u"[> 1]0", 0},
-             {u"[", 0},
-             {u"Gen", 2},
-
-             {u"Dezember", 2},
-         }) {
+             {u"$0", 0},      {u"\u20AC0", 0}, {u"\t0", 0},   {u"\"abc", 0}, {u"y", 0},
+             {u"yyy", 2},     {u"yyyyy", 4},   {u"Am/Pm", 0}, {u"aa", 0},    {u"1", 0},
+             {u"0 ", 1},      {u"0+0", 1},     {u"0z", 1},    {u"0\x7F", 1}, {u"0/8#", 3},
+             {u"[red]0", 0},  {u"[H]", 0},     {u"[hhh]", 0}, {u"[h", 0},    {u"[Color0]", 0},
+             {u"[Color]", 0}, {u"[Color9", 0}, {u"@[>1]", 1}, {u"[$x", 0},   {u"[>1-2]0", 0},
+             {u"[> 1]0", 0},  {u"[", 0},       {u"Gen", 2}}) {
         EXPECT_EQ(sections(format), "invalid at " + std::to_string(position)) << utf8(format);
     }
+    const Rows<const char16_t*, int> cases = {
+        {u"m/d/yy h:mm", 6}, {u"0.00;-0.00", 5}, {u"0;0;0;0;0", 7}, {u"0;0;[>1]0", 4},
+        {u"[Color57]", 0},   {u"[DBNum4]0", 0},  {u"[>1.2.3]0", 0}, {u"Dezember", 2}};
+    for (const auto& [format, position] : cases) {
+        EXPECT_EQ(sections(format), "invalid at " + std::to_string(position)) << utf8(format);
+    }
+    EXPECT_EQ(sections(u"#,##0_);(#,##0)"), "invalid at 8");
+    EXPECT_EQ(sections(u"[Color99999999999]"), "invalid at 0");
 }
 
 // On purpose: the comma and the character behind it become one comma, a section mark too.

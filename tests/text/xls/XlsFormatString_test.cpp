@@ -2,9 +2,6 @@
 
 #include <limits>
 
-#include <gtest/gtest.h>
-
-#include "tests/support/Rows.h"
 #include "tests/support/Threads.h"
 #include "tests/text/xls/Cells.h"
 
