@@ -11,13 +11,13 @@
 #include <random>
 #include <streambuf>
 #include <string>
+#include <utility>
 
 #include "zro/text/ZRLang.h"
 #include "zro/text/ZRUtil.h"
 #include "zro/vocabulary/ZRName.h"
 
-#include "bench/support/Options.h"
-#include "bench/support/Record.h"
+#include "bench/support/Jobs.h"
 #include "bench/support/Timing.h"
 
 #ifdef ZRO_BENCH_FAST_FLOAT
@@ -86,12 +86,6 @@ void decodePlainly(const std::string& base64, std::string& bytes) {
         }
     }
 }
-
-struct Job {
-    std::string what;
-    std::string contender;
-    std::function<double()> run;  // nanoseconds for all bytes, or for one number
-};
 
 template <class Action>
 Job job(const char* what, const char* contender, double count, int passes, Action action) {
@@ -239,16 +233,7 @@ void run(const Options& options) {
     addBase64(jobs);
     addNumbers(jobs, "number of a document", false);
     addNumbers(jobs, "number of 17 digits", true);
-    std::erase_if(jobs, [&](const Job& job) { return !options.wantsContender(job.contender); });
-    std::vector<std::function<double()>> actions;
-    for (const Job& job : jobs) {
-        actions.push_back(job.run);
-    }
-    const std::vector<Spread> times = interleave(actions, options.rounds);
-    for (std::size_t index = 0; index < jobs.size(); ++index) {
-        Record record("text", jobs[index].what, jobs[index].contender);
-        record.setSpread(times[index]);
-    }
+    runJobs(options, "text", std::move(jobs));
 }
 
 }  // namespace

@@ -8,8 +8,7 @@
 #include "zro/values/ZRColor.h"
 #include "zro/values/ZRValue.h"
 
-#include "bench/support/Options.h"
-#include "bench/support/Record.h"
+#include "bench/support/Jobs.h"
 #include "bench/support/Timing.h"
 
 #ifdef ZRO_BENCH_QT
@@ -24,12 +23,6 @@ namespace ZroCommon::bench {
 namespace {
 
 constexpr int kCalls = 200'000;  // for one sample
-
-struct Job {
-    std::string what;
-    std::string contender;
-    std::function<double()> run;  // nanoseconds a call
-};
 
 /// A job that calls `action` many times.
 template <class Action>
@@ -132,16 +125,7 @@ std::vector<Job> allJobs() {
 }
 
 void run(const Options& options) {
-    std::vector<Job> jobs = allJobs();
-    std::erase_if(jobs, [&](const Job& job) { return !options.wantsContender(job.contender); });
-    std::vector<std::function<double()>> actions;
-    for (const Job& job : jobs) {
-        actions.push_back(job.run);
-    }
-    const std::vector<Spread> times = interleave(actions, options.rounds);
-    for (std::size_t index = 0; index < jobs.size(); ++index) {
-        Record("values", jobs[index].what, jobs[index].contender).setSpread(times[index]);
-    }
+    runJobs(options, "values", allJobs());
 }
 
 }  // namespace
