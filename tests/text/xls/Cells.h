@@ -22,19 +22,28 @@ inline std::string cellText(const char16_t* format, double number, int width = 1
     return cellText(XlsFormatString(), format, number, width);
 }
 
+/// One number or several.
+struct Numbers : std::vector<double> {
+    Numbers(double number) : vector{number} {}  // NOLINT(google-explicit-constructor)
+    using vector::vector;
+};
+
 struct CellCase {
     const char16_t* format;
-    double number;
-    const char* text;
+    Numbers numbers;
+    const char* texts;  // with bars between
     int width = 100;
 };
 
 inline void expectTexts(std::initializer_list<CellCase> cases, bool isSystem1904 = false) {
     XlsFormatString formats;
     formats.setDate1904(isSystem1904 ? 1 : 0);
-    for (const auto& [format, number, text, width] : cases) {
-        EXPECT_EQ(cellText(formats, format, number, width), text)
-            << utf8(format) << " of " << number;
+    for (const auto& [format, numbers, texts, width] : cases) {
+        std::string all;
+        for (const double number : numbers) {
+            all += cellText(formats, format, number, width) + " | ";
+        }
+        EXPECT_EQ(all, texts + std::string(" | ")) << utf8(format);
     }
 }
 
