@@ -3,56 +3,14 @@
 #include <cstdlib>
 #include <ctime>
 #include <functional>
-#include <malloc.h>
-#include <new>
 #include <stdexcept>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "tests/containers/OleFile.h"
+#include "tests/support/Memory.h"
 #include "tests/support/SmallStack.h"
-
-namespace {
-
-std::size_t s_held = 0;
-std::size_t s_peak = 0;
-
-void* watchedNew(std::size_t size) {
-    void* const memory = std::malloc(size == 0 ? 1 : size);
-    if (memory == nullptr) {
-        throw std::bad_alloc();
-    }
-    s_held += malloc_usable_size(memory);
-    s_peak = std::max(s_peak, s_held);
-    return memory;
-}
-
-void watchedDelete(void* memory) {
-    s_held -= malloc_usable_size(memory);
-    std::free(memory);
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    return watchedNew(size);
-}
-void* operator new[](std::size_t size) {
-    return watchedNew(size);
-}
-void operator delete(void* memory) noexcept {
-    watchedDelete(memory);
-}
-void operator delete[](void* memory) noexcept {
-    watchedDelete(memory);
-}
-void operator delete(void* memory, std::size_t /*size*/) noexcept {
-    watchedDelete(memory);
-}
-void operator delete[](void* memory, std::size_t /*size*/) noexcept {
-    watchedDelete(memory);
-}
 
 namespace ZroCommon::testing {
 namespace {
@@ -196,11 +154,10 @@ TEST(OleHazards, SixteenHostileFilesEndSoon) {
     for (const auto& [what, result, damage, layout] : cases) {
         OleImage image = sample(layout);
         damage(image);
-        s_peak = s_held;
-        const std::size_t before = s_held;
+        const PeakMemory peak;
         const double start = cpuSeconds();
         EXPECT_EQ(exercise(image.bytes), result) << what;
-        EXPECT_LE(s_peak - before, kMuchMemory) << what;
+        EXPECT_LE(peak.bytes(), kMuchMemory) << what;
         EXPECT_LE(cpuSeconds() - start, kMuchTime) << what;
     }
     EXPECT_EQ(exercise(sample().bytes), soundResult());
@@ -208,8 +165,7 @@ TEST(OleHazards, SixteenHostileFilesEndSoon) {
 
 TEST(OleHazards, AnyPairOfShiftsEndsSoon) {
     const OleImage image = sample();
-    s_peak = s_held;
-    const std::size_t before = s_held;
+    const PeakMemory peak;
     int open = 0;
     for (int block = 0; block < 32; ++block) {
         for (int mini = 0; mini < 32; ++mini) {
@@ -221,7 +177,7 @@ TEST(OleHazards, AnyPairOfShiftsEndsSoon) {
         }
     }
     EXPECT_GE(open, 32);
-    EXPECT_LE(s_peak - before, kMuchMemory);
+    EXPECT_LE(peak.bytes(), kMuchMemory);
 }
 
 TEST(OleHazards, ACutFileGivesTheStartOfItsStreams) {

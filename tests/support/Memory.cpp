@@ -1,6 +1,8 @@
 #include "tests/support/Memory.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <malloc.h>
 #include <new>
 
 #include <unicode/uclean.h>
@@ -11,6 +13,8 @@ long s_allocations = 0;
 long s_newsToSucceed = -1;
 bool s_failsForGood = true;
 std::size_t s_largestOfTexts = 0;
+std::size_t s_held = 0;
+std::size_t s_peak = 0;
 
 void* allocate(std::size_t size) noexcept {
     ++s_allocations;
@@ -19,7 +23,15 @@ void* allocate(std::size_t size) noexcept {
         return nullptr;
     }
     s_newsToSucceed -= s_newsToSucceed > 0 ? 1 : 0;
-    return std::malloc(size == 0 ? 1 : size);
+    void* const memory = std::malloc(size == 0 ? 1 : size);
+    s_held += malloc_usable_size(memory);
+    s_peak = std::max(s_peak, s_held);
+    return memory;
+}
+
+void release(void* memory) noexcept {
+    s_held -= malloc_usable_size(memory);
+    std::free(memory);
 }
 
 void* allocateOrThrow(std::size_t size) {
@@ -54,16 +66,16 @@ void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
     return allocate(size);
 }
 void operator delete(void* memory) noexcept {
-    std::free(memory);
+    release(memory);
 }
 void operator delete[](void* memory) noexcept {
-    std::free(memory);
+    release(memory);
 }
 void operator delete(void* memory, std::size_t /*size*/) noexcept {
-    std::free(memory);
+    release(memory);
 }
 void operator delete[](void* memory, std::size_t /*size*/) noexcept {
-    std::free(memory);
+    release(memory);
 }
 
 namespace ZroCommon::testing {
@@ -75,6 +87,14 @@ long allocations() {
 void letNewsSucceed(long count, bool failsForGood) {
     s_newsToSucceed = count;
     s_failsForGood = failsForGood;
+}
+
+PeakMemory::PeakMemory() : m_before(s_held) {
+    s_peak = s_held;
+}
+
+std::size_t PeakMemory::bytes() const {
+    return s_peak - m_before;
 }
 
 void lendTextsMemory(std::size_t largest) {

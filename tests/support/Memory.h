@@ -13,6 +13,17 @@ long allocations();
 /// fails.
 void letNewsSucceed(long count, bool failsForGood = true);
 
+/// The most that `new` has given out since this was made and that was held at once, in bytes; there
+/// may be one of them at a time.
+class PeakMemory {
+public:
+    PeakMemory();
+    std::size_t bytes() const;
+
+private:
+    std::size_t m_before;
+};
+
 /// Texts, which do without `new`, ask here from now on, and get no piece larger than this.
 void lendTextsMemory(std::size_t largest = static_cast<std::size_t>(-1));
 
