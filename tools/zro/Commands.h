@@ -26,5 +26,6 @@ void addNumberCommand(CLI::App& program, Task& task);
 void addKansujiCommand(CLI::App& program, Task& task);
 void addCellCommand(CLI::App& program, Task& task);
 void addZipCommand(CLI::App& program, Task& task);
+void addOoxmlCommand(CLI::App& program, Task& task);
 
 }  // namespace zro

@@ -167,6 +167,7 @@ int main(int argc, char** argv) {
     zro::addKansujiCommand(program, task);
     zro::addCellCommand(program, task);
     zro::addZipCommand(program, task);
+    zro::addOoxmlCommand(program, task);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
