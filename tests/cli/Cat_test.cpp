@@ -5,6 +5,7 @@
 
 #include "tests/cli/Workplace.h"
 #include "tests/support/HttpServer.h"
+#include "tests/support/Skips.h"
 #include "tests/support/ZipBuilder.h"
 
 namespace ZroCommon::testing {
@@ -101,7 +102,7 @@ TEST_F(Cat, PassesOnWhatHasComeBeforeItWaits) {
 
 TEST_F(Cat, ShowsSizeAndSpeedOnATerminalAlone) {
     if (m_place.run("script --version").status != 0) {
-        GTEST_SKIP() << "no program script";
+        GTEST_SKIP() << missing("the program script", "the Debian package bsdutils has it");
     }
     const std::string slow = "(head -c 5000000 /dev/zero; sleep 0.6; printf x)";
     const Outcome shown = m_place.run("cat > c <<'E'\n" + slow

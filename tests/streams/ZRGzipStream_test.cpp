@@ -165,20 +165,6 @@ void survivesAtEveryByte(const std::string& file, const std::string& bytes) {
     }
 }
 
-// Seeks nowhere but to its start.
-template <class Base>
-class Rewinding : public Base {
-public:
-    using Base::Base;
-
-protected:
-    std::streampos seekpos(std::streampos position, std::ios_base::openmode /*which*/) override {
-        this->rewind();
-        this->setg(nullptr, nullptr, nullptr);
-        return position;
-    }
-};
-
 TEST(ZRGzipStream, SurvivesBrokenStreams) {
     const std::string bytes = noise(300);
     const std::string file = packed(bytes);

@@ -122,6 +122,20 @@ protected:
     std::streamsize showmanyc() override { return 0; }
 };
 
+/// Seeks nowhere but to its start.
+template <class Base>
+class Rewinding : public Base {
+public:
+    using Base::Base;
+
+protected:
+    std::streampos seekpos(std::streampos position, std::ios_base::openmode /*which*/) override {
+        this->rewind();
+        this->setg(nullptr, nullptr, nullptr);
+        return position;
+    }
+};
+
 /// A stream that tells when it dies.
 class WatchedStream : public std::istringstream {
 public:

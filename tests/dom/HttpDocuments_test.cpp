@@ -1,0 +1,109 @@
+// One document, whatever it is named by: the same tree comes from a file, out of a package, over
+// HTTP and out of a package over HTTP, with all that it brings in.
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/dom/Trees.h"
+#include "tests/support/HttpServer.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/Text.h"
+#include "tests/support/ZipBuilder.h"
+
+namespace ZroCommon::testing {
+namespace {
+
+using Files = std::map<std::string, std::string>;
+
+/// Some files in a folder, in a package and on a server, which has the package too.
+class EveryWay {
+public:
+    explicit EveryWay(const Files& files) : m_files(files) {
+        ZipBuilder builder;
+        for (const auto& [name, bytes] : m_files) {
+            const auto path = std::filesystem::path(m_folder.path()) / name;
+            std::filesystem::create_directories(path.parent_path());
+            std::ofstream(path, std::ios::binary) << bytes;
+            builder.deflated(name, bytes);
+        }
+        m_files["p.zip"] = builder.package();
+        m_folder.write("p.zip", m_files["p.zip"]);
+        m_server.emplace([this](HttpConnection& connection, const std::string& path) {
+            answer(connection, path);
+        });
+    }
+
+    std::vector<std::string> namesOf(const std::string& file) const {
+        const std::string path = m_folder.path() + "/";
+        return {path + file, "file://" + path + file, "jar:file://" + path + "p.zip!/" + file,
+                m_server->url("/" + file), "jar:" + m_server->url("/p.zip") + "!/" + file};
+    }
+
+    std::size_t requests() const { return m_server->requests().size(); }
+
+private:
+    void answer(HttpConnection& connection, const std::string& path) const {
+        const auto found = m_files.find(path.substr(1));
+        connection.send(found == m_files.end()
+                            ? "HTTP/1.1 404 Gone\r\nConnection: close\r\n\r\n"
+                            : "HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n" + found->second);
+    }
+
+    TempFolder m_folder;
+    Files m_files;
+    std::optional<HttpServer> m_server;
+};
+
+std::string treeOf(const std::string& uri) {
+    const Document document = newDocument();
+    document->load(text(uri));
+    return dump(document);
+}
+
+// Names in a DTD are looked for beside the text that refers to them.
+TEST(HttpDocuments, BringInSubsetsAndEntitiesAsFilesAndPackagesDo) {
+    const EveryWay ways({
+        {"docs/a.xml", "<!DOCTYPE a SYSTEM '../dtd/a.dtd' [<!ENTITY b SYSTEM 'parts/b.xml'>]>"
+                       "<a>&b; &far;</a>"},
+        {"docs/parts/b.xml", "<?xml version='1.0' encoding='ISO-8859-1'?><b>\xE9 &c;</b>"},
+        {"dtd/a.dtd", "<!ENTITY % more SYSTEM 'more/m.mod'> %more;"
+                      "<!ENTITY c SYSTEM 'c.xml'>"
+                      "<!ATTLIST b d CDATA 'by default'>"},
+        {"dtd/more/m.mod", "<!ENTITY far SYSTEM 'far.xml'>"},
+        {"docs/far.xml", "<f/>"},
+        {"docs/parts/c.xml", "deep"},
+    });
+    const std::string tree = treeOf(ways.namesOf("docs/a.xml").front());
+    for (const char* part : {"deep", "f", "\xC3\xA9"}) {
+        EXPECT_NE(tree.find(part), std::string::npos) << tree;
+    }
+    for (const std::string& name : ways.namesOf("docs/a.xml")) {
+        EXPECT_EQ(treeOf(name), tree) << "for: " << name;
+    }
+    EXPECT_GE(ways.requests(), 7U) << "six resources, and the package";
+}
+
+TEST(HttpDocuments, ExamplesLoadOverEveryWay) {
+    Files files;
+    for (const char* name : {"letter.fo", "report.fo", "tategaki.fo"}) {
+        std::ifstream stream(std::string(ZRO_EXAMPLES_DIR "/") + name, std::ios::binary);
+        files[name].assign(std::istreambuf_iterator<char>(stream), {});
+    }
+    const EveryWay ways(files);
+    for (const auto& [file, bytes] : files) {
+        const std::string tree = treeOf(ZRO_EXAMPLES_DIR "/" + file);
+        EXPECT_GT(tree.size(), 1000U) << file;
+        for (const std::string& name : ways.namesOf(file)) {
+            EXPECT_EQ(treeOf(name), tree) << "for: " << name;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace ZroCommon::testing
