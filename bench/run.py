@@ -19,7 +19,7 @@ HERE = pathlib.Path(__file__).resolve().parent
 PROGRAMS = ("xml_pull_bench", "xml_tree_bench", "xml_write_bench", "first_element_bench",
             "names_bench", "text_bench", "values_bench", "load_bench", "endless_bench",
             "growth_bench", "xls_format_bench", "gzip_bench", "zip_bench",
-            "transcode_bench")
+            "transcode_bench", "fetch_bench")
 BINDING = ("fo-10m", "docbook", "japanese", "small")
 CORPUS_TITLES = {
     "fo-10m": "FO of 10 MB", "docbook": "DocBook-made FO", "japanese": "Japanese FO",
@@ -102,6 +102,16 @@ def transcoding_goals(figures):
         yield Goal(f"{encoding} to UTF-16: times ICU by blocks", 0.8, ratio(theirs, ours), "x", False)
 
 
+def opening_goals(figures):
+    """Resources by URI, next to the program curl and to the standard library."""
+    ours, theirs = (figures.value("http", "100 MB", name) for name in ("zro", "curl"))
+    yield Goal("100 MB over HTTP: times the program curl", 0.9, ratio(theirs, ours), "x", False)
+    yield Goal("100 MB over HTTP: memory it takes", 4,
+               scaled(figures.value("http", "100 MB", "zro", "grown"), 1 / 2**20), "MiB", True)
+    ours, theirs = (figures.value("open", "file", name) for name in ("zro", "ifstream"))
+    yield Goal("A file opened by its URI: times std::ifstream", 1.5, ratio(ours, theirs), "x", True)
+
+
 def ratio(left, right):
     return None if left is None or right is None else left / right
 
@@ -139,6 +149,7 @@ def goals(figures):
                        1, ratio(min(loops), figures.value("gzip", corpus, f"zro {road}")), "x",
                        False)
     yield from transcoding_goals(figures)
+    yield from opening_goals(figures)
     load = [figures.value("load", "library", name) for name in ("zro", "empty")]
     yield Goal("Load of the library over an empty one", 60, scaled(difference(*load), 1e-3), "us",
                True)
@@ -207,6 +218,7 @@ def sections(figures):
     for job, title in (("pull", "Pull parse"), ("tree", "Tree: load, walk, free"),
                        ("write", "Write (MB of the document read)"),
                        ("zip", "ZIP packages: list and expand (MB expanded)"),
+                       ("http", "HTTP from this machine (MB by the clock on the wall)"),
                        ("decode", "Legacy encodings to UTF-16 (MB of bytes)"),
                        ("encode", "UTF-16 to legacy encodings (MB of bytes)")):
         if job in jobs:
