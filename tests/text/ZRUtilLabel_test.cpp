@@ -17,9 +17,9 @@ std::string label(int number, const UnicodeString& format, const char* language 
 }
 
 struct Row {
-    const char16_t* format;
+    const char16_t* format = u"";
     std::vector<int> numbers;
-    const char* labels;  // with bars between
+    const char* labels = "";  // with bars between
     const char* language = "";
 };
 

@@ -26,7 +26,7 @@ public:
 
     ZRXmlSerializer* operator->() const { return m_serializer.get(); }
     ZRXmlSerializer& operator*() const { return *m_serializer; }
-    operator std::string() const { return m_stream.str(); }  // NOLINT(google-explicit-constructor)
+    operator std::string() const { return m_stream.str(); }
 
     template <class Operation, class... Arguments>
     Writing& call(Operation operation, const Arguments&... arguments) {

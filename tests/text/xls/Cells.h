@@ -24,14 +24,14 @@ inline std::string cellText(const char16_t* format, double number, int width = 1
 
 /// One number or several.
 struct Numbers : std::vector<double> {
-    Numbers(double number) : vector{number} {}  // NOLINT(google-explicit-constructor)
+    Numbers(double number) : vector{number} {}
     using vector::vector;
 };
 
 struct CellCase {
-    const char16_t* format;
+    const char16_t* format = u"";
     Numbers numbers;
-    const char* texts;  // with bars between
+    const char* texts = "";  // with bars between
     int width = 100;
 };
 
