@@ -34,6 +34,7 @@
 #include "zro/foundation/ZRObjectBase.h"
 #include "zro/foundation/ZRPtr.h"
 #include "zro/foundation/ZRRCObject.h"
+#include "zro/foundation/ZRResourceLimits.h"
 #include "zro/streams/ZRCustomStream.h"
 #include "zro/streams/ZRMemStream.h"
 #include "zro/streams/ZRStrStream.h"

@@ -1,5 +1,6 @@
 // The program `zro`: the library's work on documents and URIs, from the command line.
 
+#include <algorithm>
 #include <csignal>
 #include <cstdint>
 #include <iostream>
@@ -7,6 +8,8 @@
 #include <new>
 #include <string>
 #include <vector>
+
+#include "zro/foundation/ZRResourceLimits.h"
 
 #include "tools/zro/CommandLine.h"
 #include "tools/zro/Commands.h"
@@ -19,6 +22,7 @@ using zro::Session;
 using zro::Settings;
 using zro::When;
 using ZroCommon::ZRLimits;
+using ZroCommon::ZRResourceLimits;
 
 struct CommonOptions {
     Settings settings;
@@ -106,6 +110,13 @@ Settings settingsOf(const CommonOptions& options) {
     return settings;
 }
 
+// Whatever is opened goes by these, be it a document or what it brings in.
+void limitResources(const CommonOptions& options) {
+    if (std::find(options.limits.begin(), options.limits.end(), "strict") != options.limits.end()) {
+        ZRResourceLimits::setCurrent(ZRResourceLimits::strict());
+    }
+}
+
 void complain(const std::string& message) {
     std::cerr << "zro: error: " << message << "\n";
 }
@@ -173,5 +184,6 @@ int main(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return usageStatus(program, error);
     }
+    limitResources(options);
     return run(settingsOf(options), task);
 }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "zro/containers/zip/internal/PackageReader.h"
+#include "zro/foundation/ZRResourceLimits.h"
 #include "zro/platform/internal/NativeFile.h"
 
 namespace ZroCommon {
@@ -96,7 +97,8 @@ void ZRZipFile::init() {
         return;
     }
     std::istream& stream = *m_package->stream;
-    for (;;) {
+    const std::uint32_t most = ZRResourceLimits::getCurrent().packageEntries;
+    while (most == 0 || m_entries.size() < most) {
         const std::uint32_t signature = ZRZipEntry::getSignature(stream);
         if (signature == ZRZipEntry::kLocalHeaderSignature) {
             m_entries.push_back(ZRPtr<ZRZipFileEntry>(new ZRZipFileEntry(stream)));

@@ -6,6 +6,7 @@
 #include "zro/containers/zip/ZRZipEntry.h"
 #include "zro/containers/zip/internal/LocalHeader.h"
 #include "zro/containers/zip/internal/PackageReader.h"
+#include "zro/foundation/ZRResourceLimits.h"
 #include "zro/streams/ZRStrStream.h"
 #include "zro/streams/compression/ZRInflaterStream.h"
 
@@ -34,10 +35,15 @@ std::unique_ptr<std::istream> openData(PackageReader& reader, const LocalHeader&
 
 std::unique_ptr<std::istream> openFirstEntry(std::istream& package, const UnicodeString& name) {
     PackageReader reader(package);
+    const std::uint32_t most = ZRResourceLimits::getCurrent().packageEntries;
+    std::uint32_t entries = 0;
     for (bool isFirst = true;; isFirst = false) {
         const std::uint32_t signature = readSignature(reader);
         std::uint64_t ahead = kDescriptorFields;
         if (signature == ZRZipEntry::kLocalHeaderSignature) {
+            if (most != 0 && entries++ == most) {
+                return nullptr;
+            }
             const LocalHeader header = LocalHeader::read(reader);
             if (header.fileName == name) {
                 return openData(reader, header);

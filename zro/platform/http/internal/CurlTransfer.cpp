@@ -22,6 +22,7 @@ constexpr long kBlock = 256L * 1024;
 constexpr std::size_t kMostPending = 256UL * 1024;
 constexpr std::size_t kMostContentType = 255;
 constexpr int kPollMilliseconds = 1000;
+constexpr int kCancelMilliseconds = 100;  // how late a cancellation may be met
 
 char asciiLower(char byte) {
     return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte | 0x20) : byte;
@@ -88,7 +89,7 @@ bool CurlTransfer::start(const std::string& url, const std::string& certificates
     m_easy = m_curl.easyInit();
     m_multi = m_curl.multiInit();
     return m_easy != nullptr && m_multi != nullptr && setHeaders() && setTransfer(url, certificates)
-           && setCallbacks() && m_curl.multiAddHandle(m_multi, m_easy) == CURLM_OK;
+           && setCallbacks() && setLimits() && m_curl.multiAddHandle(m_multi, m_easy) == CURLM_OK;
 }
 
 bool CurlTransfer::setHeaders() {
@@ -117,8 +118,25 @@ bool CurlTransfer::setCallbacks() {
            && set(CURLOPT_WRITEFUNCTION, &CurlTransfer::onBody) && set(CURLOPT_WRITEDATA, this);
 }
 
+bool CurlTransfer::setLimits() {
+    constexpr long kOneByte = 1;
+    return set(CURLOPT_TIMEOUT, static_cast<long>(m_limits.fetchSeconds))
+           && (m_limits.idleSeconds == 0
+               || (set(CURLOPT_LOW_SPEED_LIMIT, kOneByte)
+                   && set(CURLOPT_LOW_SPEED_TIME, static_cast<long>(m_limits.idleSeconds))));
+}
+
+bool CurlTransfer::isCancelled() const {
+    return m_limits.cancelFlag != nullptr && *m_limits.cancelFlag;
+}
+
 void CurlTransfer::waitForBody() {
     while (!hasPending() && !m_isDone) {
+        if (isCancelled()) {
+            m_result = CURLE_ABORTED_BY_CALLBACK;
+            m_isDone = true;
+            break;
+        }
         runOnce();
     }
     if (m_isOutOfMemory) {
@@ -139,7 +157,9 @@ void CurlTransfer::runOnce() {
     } else if (running == 0) {
         takeResult();
     } else if (!hasPending()) {
-        m_curl.multiPoll(m_multi, nullptr, 0, kPollMilliseconds, nullptr);
+        m_curl.multiPoll(m_multi, nullptr, 0,
+                         m_limits.cancelFlag == nullptr ? kPollMilliseconds : kCancelMilliseconds,
+                         nullptr);
     }
 }
 
@@ -217,6 +237,10 @@ std::size_t CurlTransfer::noteBody(const char* data, std::size_t size) {
     if (m_pending.size() >= kMostPending) {
         m_isPaused = true;
         return CURL_WRITEFUNC_PAUSE;
+    }
+    m_received += size;
+    if (m_limits.fetchedBytes != 0 && m_received > m_limits.fetchedBytes) {
+        return 0;  // ends the transfer
     }
     try {
         m_pending.insert(m_pending.end(), data, data + size);

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "zro/foundation/ZRResourceLimits.h"
 #include "zro/platform/http/internal/CurlLibrary.h"
 #include "zro/platform/http/internal/Http.h"
 
@@ -38,6 +39,8 @@ private:
     bool setHeaders();
     bool setTransfer(const std::string& url, const std::string& certificates);
     bool setCallbacks();
+    bool setLimits();
+    bool isCancelled() const;
     bool hasPending() const { return m_at < m_pending.size(); }
     void runOnce();
     void takeResult();
@@ -48,6 +51,8 @@ private:
     static std::size_t onBody(char* data, std::size_t unit, std::size_t count, void* self);
 
     const CurlLibrary& m_curl;
+    const ZRResourceLimits m_limits = ZRResourceLimits::getCurrent();
+    std::uint64_t m_received = 0;
     CURL* m_easy = nullptr;
     CURLM* m_multi = nullptr;
     curl_slist* m_headers = nullptr;

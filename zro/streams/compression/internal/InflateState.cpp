@@ -31,6 +31,7 @@ void InflateState::restart() {
         inflateReset(&m_stream);
     }
     setInput({}, false);
+    m_made = 0;
     m_status = Status::Running;
 }
 
@@ -67,10 +68,32 @@ void InflateState::judge(int code) {
     }
 }
 
+// How much of `size` may still be made.
+std::size_t InflateState::allowed(std::size_t size) const {
+    const ZRResourceLimits& limits = m_limits;
+    if (limits.expansionFactor != 0 && m_made > limits.expansionGrace
+        && m_made / limits.expansionFactor > m_stream.total_in) {
+        return 0;
+    }
+    return limits.expandedBytes == 0 ? size
+                                     : static_cast<std::size_t>(std::min<std::uint64_t>(
+                                         size, limits.expandedBytes - m_made));
+}
+
 std::size_t InflateState::expand(std::span<char> room) {
     if (!isReady()) {
         throw std::bad_alloc();
     }
+    const std::size_t size = allowed(room.size());
+    if (size == 0 && !room.empty() && m_status == Status::Running) {
+        m_status = Status::Broken;
+    }
+    const std::size_t made = expandFreely(room.first(size));
+    m_made += made;
+    return made;
+}
+
+std::size_t InflateState::expandFreely(std::span<char> room) {
     std::size_t made = 0;
     while (made < room.size() && m_status == Status::Running) {
         feed();

@@ -6,9 +6,12 @@
 
 #include <zlib.h>
 
+#include "zro/foundation/ZRResourceLimits.h"
+
 namespace ZroCommon::internal {
 
-/// Expands raw deflate data (RFC 1951) that comes in pieces of any size, to room of any size.
+/// Expands raw deflate data (RFC 1951) that comes in pieces of any size, to room of any size. Data
+/// that goes beyond the limits on resources, as they are at the start, counts as damaged.
 class InflateState {
 public:
     InflateState();
@@ -47,11 +50,15 @@ private:
 
     void feed();
     void judge(int code);
+    std::size_t expandFreely(std::span<char> room);
+    std::size_t allowed(std::size_t size) const;
 
     z_stream m_stream{};
     std::span<const char> m_input;  // what does not fit in the 32-bit count of zlib
     bool m_isLast = false;
     Status m_status = Status::Running;
+    ZRResourceLimits m_limits = ZRResourceLimits::getCurrent();
+    std::uint64_t m_made = 0;  // since the last start
     int m_setUp;
 };
 
