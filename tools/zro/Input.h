@@ -52,7 +52,7 @@ private:
 /// be read again and lines in error be shown.
 class StandardInput : public std::streambuf {
 public:
-    static constexpr std::size_t kKept = 16U * 1024U * 1024U;
+    static constexpr std::size_t kKept = std::size_t{16} * 1024 * 1024;
 
     explicit StandardInput(std::function<void(std::uint64_t)> count);
 
