@@ -19,7 +19,7 @@ HERE = pathlib.Path(__file__).resolve().parent
 PROGRAMS = ("xml_pull_bench", "xml_tree_bench", "xml_write_bench", "first_element_bench",
             "names_bench", "text_bench", "values_bench", "load_bench", "endless_bench",
             "growth_bench", "xls_format_bench", "gzip_bench", "zip_bench",
-            "transcode_bench", "fetch_bench")
+            "ole_bench", "transcode_bench", "fetch_bench")
 BINDING = ("fo-10m", "docbook", "japanese", "small")
 CORPUS_TITLES = {
     "fo-10m": "FO of 10 MB", "docbook": "DocBook-made FO", "japanese": "Japanese FO",
@@ -156,6 +156,15 @@ def goals(figures):
     for corpus, times in (("5000 small", 1.1), ("40 large", 1)):
         ours, theirs = (figures.value("zip", corpus, name) for name in ("zro", "libzip"))
         yield Goal(f"ZIP, {corpus} entries: times libzip", times, ratio(theirs, ours), "x", False)
+    for job, title, times in (("ole open", "opened and listed", 1),
+                              ("ole read", "all streams in pieces of 4 KB", 0.5)):
+        for corpus in figures.names("corpus", job):
+            ours, theirs = (figures.value(job, corpus, name) for name in ("zro", "libgsf"))
+            yield Goal(f"Compound file, {corpus}, {title}: times libgsf", times,
+                       ratio(theirs, ours), "x", False)
+    yield Goal("Compound file, a stream of 1 GB: time at ten times the size", LINEAR,
+               ratio(figures.value("ole long", "whole", "zro"),
+                     figures.value("ole long", "a tenth", "zro")), "x", True)
     growth = [r["ratio"] for r in figures.records
               if r["job"] == "growth" and r["ns"] >= SHORTEST]
     yield Goal("Growth: worst time at ten times the size", LINEAR, max(growth, default=None), "x",
@@ -219,6 +228,9 @@ def sections(figures):
                        ("write", "Write (MB of the document read)"),
                        ("zip", "ZIP packages: list and expand (MB expanded)"),
                        ("http", "HTTP from this machine (MB by the clock on the wall)"),
+                       ("ole open", "Compound files: open and list (MB of the file)"),
+                       ("ole read", "Compound files: all streams in pieces of 4 KB (MB of streams)"),
+                       ("ole long", "Compound files: a stream whose blocks lie backward"),
                        ("decode", "Legacy encodings to UTF-16 (MB of bytes)"),
                        ("encode", "UTF-16 to legacy encodings (MB of bytes)")):
         if job in jobs:

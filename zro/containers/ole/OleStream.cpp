@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "zro/containers/ole/OleCompFile.h"
-#include "zro/containers/ole/internal/BlockSet.h"
+#include "zro/containers/ole/internal/BlockChain.h"
 #include "zro/containers/ole/internal/CompoundTables.h"
 
 namespace ZroCommon {
@@ -30,7 +30,8 @@ struct OleStream::Place {
     std::int64_t offset;  // in the file; -1 for the start of a stream without blocks
 };
 
-OleStream::OleStream(OleCompFile* file) : m_file(file) {}
+OleStream::OleStream(OleCompFile* file)
+    : m_file(file), m_chain(std::make_unique<internal::BlockChain>()) {}
 
 OleStream::~OleStream() = default;
 
@@ -45,14 +46,13 @@ bool OleStream::GetStreamChain(long dirID) {
     if (m_isMini && m_file->getMiniStartSect() == -1) {
         return false;
     }
-    m_chain.clear();
-    m_inChain.reset();
+    m_chain->clear();
     m_nextBlock = static_cast<std::int32_t>(entry->getStartSect());
     return true;
 }
 
 bool OleStream::GetStreamChainIndex(long index) {
-    if (index < static_cast<long>(m_chain.size()) || m_nextBlock == kEndOfChain) {
+    if (index < static_cast<long>(m_chain->size()) || m_nextBlock == kEndOfChain) {
         return true;
     }
     try {
@@ -63,36 +63,24 @@ bool OleStream::GetStreamChainIndex(long index) {
 }
 
 bool OleStream::extendChain(std::int64_t index) {
+    const CompoundTables& tables = m_file->tables();
+    const auto& table = m_isMini ? tables.miniFat : tables.fat;
     while (m_nextBlock >= 0) {
-        if (!push(m_nextBlock)) {
+        // Nothing follows a block beyond the table, so it cannot come again.
+        if (!m_chain->push(m_nextBlock, table.has(m_nextBlock))) {
             return false;
         }
-        m_nextBlock = static_cast<std::int32_t>(m_file->getNextBlock(m_nextBlock, m_isMini));
-        if (index < static_cast<std::int64_t>(m_chain.size())) {
+        m_nextBlock = table.next(m_nextBlock);
+        if (index < static_cast<std::int64_t>(m_chain->size())) {
             return true;
         }
     }
     return endsChain(m_nextBlock);
 }
 
-// False when the chain has the block already.
-bool OleStream::push(std::int32_t block) {
-    if (!m_inChain) {
-        m_inChain = std::make_unique<internal::BlockSet>();
-    }
-    const CompoundTables& tables = m_file->tables();
-    const auto& table = m_isMini ? tables.miniFat : tables.fat;
-    // Nothing follows a block beyond the table, so it cannot come again.
-    if (table.has(block) && !m_inChain->insert(block)) {
-        return false;
-    }
-    m_chain.push_back(block);
-    return true;
-}
-
 std::int32_t OleStream::chainAt(std::int64_t index) const {
-    const auto count = static_cast<std::int64_t>(m_chain.size());
-    return index < count ? m_chain[static_cast<std::size_t>(index)] : kEndOfChain;
+    const auto count = static_cast<std::int64_t>(m_chain->size());
+    return index < count ? (*m_chain)[static_cast<std::size_t>(index)] : kEndOfChain;
 }
 
 // Where a block of the stream starts in the file, -1 for a mini block that has no place.

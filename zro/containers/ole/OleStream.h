@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <vector>
 
 #include "zro/foundation/Export.h"
 
@@ -11,7 +10,7 @@ namespace ZroCommon {
 class OleCompFile;
 
 namespace internal {
-class BlockSet;
+class BlockChain;
 }  // namespace internal
 
 // NOLINTBEGIN(readability-identifier-naming): the names of this family are given
@@ -71,11 +70,9 @@ private:
     std::int32_t chainAt(std::int64_t index) const;
     std::int64_t fileOffset(std::int64_t block) const;
     bool extendChain(std::int64_t index);
-    bool push(std::int32_t block);
 
     OleCompFile* m_file;
-    std::vector<std::int32_t> m_chain;  // blocks or mini blocks, as far as they were needed
-    std::unique_ptr<internal::BlockSet> m_inChain;
+    std::unique_ptr<internal::BlockChain> m_chain;  // as far as it was needed
     std::int32_t m_nextBlock = -2;
     std::int32_t m_size = 0;
     bool m_isMini = false;

@@ -4,7 +4,7 @@
 #include <array>
 #include <unordered_set>
 
-#include "zro/containers/ole/internal/BlockSet.h"
+#include "zro/containers/ole/internal/BlockChain.h"
 #include "zro/containers/ole/internal/FileNumbers.h"
 
 namespace ZroCommon::internal {
@@ -115,10 +115,10 @@ OleRefusal CompoundReader::buildDirectory() {
     if (m_header.bytesPerBlock < OleDirInfo::kSize) {
         return {OleCheck::DirectoryCapacity, m_header.blockShift};
     }
-    BlockSet seen;
+    BlockChain chain;
     std::int32_t block = m_header.dirStartBlock;
     while (block != CompoundHeader::kEndOfChain) {
-        if (m_tables.fat.has(block) && !seen.insert(block)) {
+        if (block >= 0 && !chain.push(block, m_tables.fat.has(block))) {
             return {OleCheck::DirectoryLoop, block};
         }
         if (!readBlock(block)) {

@@ -2,21 +2,17 @@
 
 #include <algorithm>
 
-#include "zro/containers/ole/internal/BlockSet.h"
-
 namespace ZroCommon::internal {
 
 void MiniStreamChain::follow(std::int32_t firstBlock, const BlockTable& fat) {
     m_isFollowed = true;
-    BlockSet seen;
     std::int32_t block = firstBlock;
     while (block >= 0) {
-        // Nothing follows a block beyond the table, so it cannot come again.
-        if (fat.has(block) && !seen.insert(block)) {
-            m_circleStart = std::find(m_blocks.begin(), m_blocks.end(), block) - m_blocks.begin();
+        if (!m_blocks.push(block, fat.has(block))) {
+            const auto& blocks = m_blocks.blocks();
+            m_circleStart = std::find(blocks.begin(), blocks.end(), block) - blocks.begin();
             return;
         }
-        m_blocks.push_back(block);
         block = fat.next(block);
     }
 }

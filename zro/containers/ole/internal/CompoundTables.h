@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
+#include "zro/containers/ole/internal/BlockChain.h"
 #include "zro/containers/ole/internal/BlockTable.h"
 #include "zro/containers/ole/internal/CompoundHeader.h"
 
@@ -20,8 +20,8 @@ private:
     void follow(std::int32_t firstBlock, const BlockTable& fat);
 
     bool m_isFollowed = false;
-    std::vector<std::int32_t> m_blocks;  // up to the end, or to where the circle closes
-    std::int64_t m_circleStart = -1;     // index of the block that follows the last; -1 for none
+    BlockChain m_blocks;              // up to the end, or to where the circle closes
+    std::int64_t m_circleStart = -1;  // index of the block that follows the last; -1 for none
 };
 
 /// What is known of an open compound file but for its directory.
