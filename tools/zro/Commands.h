@@ -27,5 +27,6 @@ void addKansujiCommand(CLI::App& program, Task& task);
 void addCellCommand(CLI::App& program, Task& task);
 void addZipCommand(CLI::App& program, Task& task);
 void addOoxmlCommand(CLI::App& program, Task& task);
+void addOleCommand(CLI::App& program, Task& task);
 
 }  // namespace zro
