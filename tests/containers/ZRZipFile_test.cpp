@@ -84,20 +84,20 @@ TEST(ZRZipFile, TheFlagForNamesInUtf8IsNotLookedAt) {
 }
 
 TEST(ZRZipFile, FindsTheFirstEntryOfAName) {
-    std::istringstream stream(ZipBuilder()
-                                  .stored("a", "1")
-                                  .stored("a", "2")
-                                  .stored("dir\\x", "3")
-                                  .stored("", "4")
-                                  .package());
-    const ZRZipFile package(&stream, false);
-    EXPECT_EQ(package.getFileEntryCount(), 4U);
-    EXPECT_EQ(package.getFileEntry(4), nullptr);
-    for (const char* round : {"first", "with an index"}) {
-        EXPECT_EQ(package.getFileEntry(u"a"), package.getFileEntry(0)) << round;
-        EXPECT_EQ(package.getFileEntry(u""), package.getFileEntry(3)) << round;
+    for (const unsigned others : {0U, 100U}) {  // without an index, and with one
+        ZipBuilder builder;
+        builder.stored("a", "1").stored("a", "2").stored("dir\\x", "3").stored("", "4");
+        for (unsigned i = 0; i < others; ++i) {
+            builder.stored(std::to_string(i), "");
+        }
+        std::istringstream stream(builder.package());
+        const ZRZipFile package(&stream, false);
+        EXPECT_EQ(package.getFileEntryCount(), 4 + others);
+        EXPECT_EQ(package.getFileEntry(4 + others), nullptr);
+        EXPECT_EQ(package.getFileEntry(u"a"), package.getFileEntry(0)) << others;
+        EXPECT_EQ(package.getFileEntry(u""), package.getFileEntry(3)) << others;
         for (const char16_t* missing : {u"A", u"dir/x", u"b", u"DIR\\x"}) {
-            EXPECT_EQ(package.getFileEntry(missing), nullptr) << utf8(missing) << " " << round;
+            EXPECT_EQ(package.getFileEntry(missing), nullptr) << utf8(missing) << " " << others;
         }
     }
 }

@@ -132,7 +132,9 @@ ZRZipFileEntry* ZRZipFile::getFileEntry(const UnicodeString& name) const {
     const auto hasName = [&name](const ZRZipFileEntry* entry) {
         return entry->getFileName() == name;
     };
-    if (!std::exchange(m_wasSearched, true)) {  // many packages are opened for one entry
+    constexpr std::size_t kFew = 32;
+    // Many packages are opened for one entry.
+    if (m_entries.size() <= kFew || !std::exchange(m_wasSearched, true)) {
         const auto found = std::find_if(m_entries.begin(), m_entries.end(), hasName);
         return found == m_entries.end() ? nullptr : found->get();
     }

@@ -4,7 +4,6 @@
 #include <array>
 #include <cstdint>
 #include <istream>
-#include <limits>
 #include <new>
 #include <streambuf>
 
@@ -22,37 +21,41 @@ constexpr ZRLimits guards() {
 }
 
 std::uint64_t enoughOf(ZRZipFileEntry& part) {
-    if (part.getCompressionMethod() != CMETHOD_DEFLATE) {
-        return std::numeric_limits<std::uint64_t>::max();  // nothing expands
-    }
     const std::streamsize stored = part.getCompressedStream(false)->rdbuf()->in_avail();
-    const auto size = static_cast<std::uint64_t>(std::max<std::streamsize>(stored, 0));
-    return std::max(guards().entityExpansionThreshold, size * guards().entityExpansionFactor);
+    return static_cast<std::uint64_t>(std::max<std::streamsize>(stored, 0))
+           * guards().entityExpansionFactor;
 }
 
-// Ends a stream after so many bytes.
+// The data of a part, to where it makes too much of its bytes. How many those are is asked only
+// behind what is always allowed.
 class BoundedBuf final : public std::streambuf {
 public:
-    BoundedBuf(std::streambuf& source, std::uint64_t bytes) : m_source(source), m_left(bytes) {}
+    explicit BoundedBuf(ZRZipFileEntry& part)
+        : m_part(part), m_source(*part.getUncompressedStream(false)->rdbuf()) {}
 
 protected:
     int_type underflow() override {
-        const auto wanted = static_cast<std::streamsize>(std::min<std::uint64_t>(m_left, kBlock));
-        const std::streamsize count = m_source.sgetn(m_block.data(), wanted);
+        const std::streamsize count = isTooMuch() ? 0 : m_source.sgetn(m_block.data(), kBlock);
         if (count <= 0) {
             return traits_type::eof();
         }
-        m_left -= static_cast<std::uint64_t>(count);
+        m_given += static_cast<std::uint64_t>(count);
         setg(m_block.data(), m_block.data(), m_block.data() + count);
         return traits_type::to_int_type(m_block[0]);
     }
 
 private:
-    static constexpr std::size_t kBlock = 4096;
+    static constexpr std::streamsize kBlock = 4096;
 
+    bool isTooMuch() const {
+        return m_given >= guards().entityExpansionThreshold
+               && m_part.getCompressionMethod() == CMETHOD_DEFLATE && m_given >= enoughOf(m_part);
+    }
+
+    ZRZipFileEntry& m_part;
     std::streambuf& m_source;
-    std::uint64_t m_left;
-    std::array<char, kBlock> m_block{};
+    std::uint64_t m_given = 0;
+    std::array<char, kBlock> m_block;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled
 };
 
 bool readAll(ZRXmlParser& parser, const StartTagReader& read) {
@@ -73,8 +76,7 @@ bool readAll(ZRXmlParser& parser, const StartTagReader& read) {
 
 bool readStartTags(ZRZipFileEntry& part, const StartTagReader& read) {
     try {
-        const std::uint64_t enough = enoughOf(part);
-        BoundedBuf buffer(*part.getUncompressedStream(false)->rdbuf(), enough);
+        BoundedBuf buffer(part);
         std::istream stream(&buffer);
         const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
         parser->setLimits(guards());
