@@ -18,7 +18,7 @@ import sys
 HERE = pathlib.Path(__file__).resolve().parent
 PROGRAMS = ("xml_pull_bench", "xml_tree_bench", "xml_write_bench", "first_element_bench",
             "names_bench", "text_bench", "values_bench", "load_bench", "endless_bench",
-            "growth_bench", "xls_format_bench", "gzip_bench", "zip_bench",
+            "growth_bench", "xls_format_bench", "gzip_bench", "zip_bench", "opc_bench",
             "ole_bench", "transcode_bench", "fetch_bench")
 BINDING = ("fo-10m", "docbook", "japanese", "small")
 CORPUS_TITLES = {
@@ -165,6 +165,13 @@ def goals(figures):
     yield Goal("Compound file, a stream of 1 GB: time at ten times the size", LINEAR,
                ratio(figures.value("ole long", "whole", "zro"),
                      figures.value("ole long", "a tenth", "zro")), "x", True)
+    least, walk = (figures.value("opc", "docx", name)
+                   for name in ("zlib, two parts", "zro, open and walk"))
+    memory, path = (figures.value("opc", "docx", f"zro, {road}") for road in ("memory", "path"))
+    yield Goal("Kind of a docx in memory: times zlib on its two parts", 4, ratio(memory, least), "x",
+               True)
+    yield Goal("The same by path, without opening and walking", 4,
+               ratio(difference(path, walk), least), "x", True)
     growth = [r["ratio"] for r in figures.records
               if r["job"] == "growth" and r["ns"] >= SHORTEST]
     yield Goal("Growth: worst time at ten times the size", LINEAR, max(growth, default=None), "x",
@@ -253,6 +260,8 @@ def sections(figures):
                field_table(figures, "text", "ns", "ns"))
     if "gzip" in jobs:
         yield "Gzip read to the end (MB of the document)", speed_table(figures, "gzip")
+    if "opc" in jobs:
+        yield "Kind of an office document, ns", field_table(figures, "opc", "document", "ns")
     if "endless" in jobs:
         stream = figures.find("endless", "stream", "zro")
         yield ("A document without end, walked in pull mode", table(

@@ -151,8 +151,10 @@ public:
     }
 
     void followAll() {
-        for (std::size_t next = 0; next < m_reached.size(); ++next) {
-            follow(m_reached[next], relationshipsOf(m_input.package, m_reached[next]));
+        std::size_t next = 0;
+        while (next < m_reached.size()) {
+            ZRZipFileEntry* const entry = m_reached[next++];  // more come in meanwhile
+            follow(entry, relationshipsOf(m_input.package, entry));
         }
     }
 
