@@ -85,7 +85,8 @@ void readGzip(const std::string& bytes) {
     std::istringstream source(bytes);
     ZRGzipStream stream(source);
     const std::string first = restOf(stream);
-    require(!isSound || first == bytes || file.starts_with(first));
+    // Of data that are cut, a file may give less: what zlib made and did not hand on.
+    require(!isSound || first == bytes || file.starts_with(first) || first.starts_with(file));
     source.clear();
     ZRGzipStream again(source);
     require(restOf(again) == first);

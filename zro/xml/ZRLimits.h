@@ -36,8 +36,7 @@ struct ZRLimits {
     const std::atomic<bool>* cancelFlag = nullptr;
 
     /// What suits documents from strangers: depth 2048, expansion 100 times beyond 8 Mi units,
-    /// nesting 40. External inputs stay allowed; see `denyExternal`
-    /// and `skipExternal`.
+    /// nesting 40. External inputs stay allowed; see `denyExternal` and `skipExternal`.
     static constexpr ZRLimits strict() {
         ZRLimits limits;
         limits.elementDepth = 2048;

@@ -22,7 +22,6 @@ enum class OleCheck : std::uint8_t {
     FatCapacity,
     MiniFatRead,
     MiniFatLength,  ///< the FAT can lead to so many blocks
-    MiniFatCapacity,
     DirectoryRead,
     DirectoryLoop,
     DirectoryCapacity,  ///< a block has room for an entry

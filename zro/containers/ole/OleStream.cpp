@@ -21,6 +21,28 @@ bool endsChain(std::int32_t block) {
     return block == kEndOfChain || block == kOtherEndOfChain;
 }
 
+bool copyBehindHeader(OleStream& stream, JZIOobj& file) {
+    std::array<unsigned char, 2> length{};
+    if (stream.OLEseek(0, 0) < 0
+        || stream.OLEread(length.data(), static_cast<int>(length.size())) != 2) {
+        return false;
+    }
+    if (stream.OLEseek(length[0] + (length[1] << 8) - 2, 1) < 0) {
+        return false;
+    }
+    std::array<char, 10240> piece{};
+    constexpr int kPiece = static_cast<int>(piece.size());
+    int got = kPiece;
+    // On purpose: a copy that was cut short is a success.
+    while (got == kPiece) {
+        got = stream.OLEread(piece.data(), kPiece);
+        if (file.Write(piece.data(), got) != got) {
+            break;
+        }
+    }
+    return true;
+}
+
 }  // namespace
 
 /// Where a position of the stream lies.
@@ -91,8 +113,12 @@ std::int64_t OleStream::fileOffset(std::int64_t block) const {
         return header.blockOffset(block);
     }
     const int shift = header.blockShift - header.miniShift;
-    const std::int32_t outer =
-        tables.miniStream.at(block >> shift, tables.miniStartSect, tables.fat);
+    std::int32_t outer = -1;
+    try {
+        outer = tables.miniStream.at(block >> shift, tables.miniStartSect, tables.fat);
+    } catch (...) {
+        return -1;
+    }
     const std::int64_t inner = block & (header.minisPerBlock - 1);
     return outer < 0 ? -1 : header.blockOffset(outer) + (inner << header.miniShift);
 }
@@ -201,26 +227,12 @@ int OleStream::OLEread(void* buffer, int count) {
 }
 
 bool OleStream::CopyToFile(const char* path) {
-    JZFileIOobj file(path, "wb");
-    std::array<unsigned char, 2> length{};
-    if (!file.Open() || OLEseek(0, 0) < 0
-        || OLEread(length.data(), static_cast<int>(length.size())) != 2) {
+    try {
+        JZFileIOobj file(path, "wb");
+        return file.Open() && copyBehindHeader(*this, file);
+    } catch (...) {
         return false;
     }
-    if (OLEseek(length[0] + (length[1] << 8) - 2, 1) < 0) {
-        return false;
-    }
-    std::array<char, 10240> piece{};
-    constexpr int kPiece = static_cast<int>(piece.size());
-    int got = kPiece;
-    // On purpose: a copy that was cut short is a success.
-    while (got == kPiece) {
-        got = OLEread(piece.data(), kPiece);
-        if (file.Write(piece.data(), got) != got) {
-            break;
-        }
-    }
-    return true;
 }
 
 }  // namespace ZroCommon

@@ -42,7 +42,10 @@ bool isServed(unsigned long id) {
 }
 
 UnicodeString decoded(CodeConverter& converter, const std::string& bytes) {
-    std::array<char, 1024> out{};
+    if (bytes.empty() || bytes.front() == '\0') {
+        return {};
+    }
+    alignas(char16_t) std::array<char, 1024> out{};
     internal::ConversionBlock block{.in = bytes.data(),
                                     .inLength = std::min(bytes.size(), bytes.find('\0')),
                                     .out = out.data(),
@@ -145,6 +148,7 @@ int OleSummaryInformation::Content::readLinks(std::vector<UnicodeString>& links)
     for (std::uint32_t i = 0; i < sizeAndCount[1]; ++i) {
         std::uint32_t type = 0;
         std::uint32_t number = 0;
+        reader.expect(std::uint64_t{sizeAndCount[1] - i} * sizeof(type));
         if (!reader.readNumber(type)) {
             return kFailed;
         }
@@ -222,12 +226,15 @@ int OleSummaryInformation::getProperty(unsigned long id, ZRValue& value) {
         return kFailed;
     }
     int result = kFailed;
+    const std::uint32_t type = property->type & ~kVector;
     for (std::uint32_t i = 0; i < count; ++i) {
-        result = m_content->readValue(property->type & ~kVector, value);
+        reader.expect(std::uint64_t{count - i} * sizeof(type));
+        result = m_content->readValue(type, value);
         if (result == kFailed) {
             break;  // also for a type that is not served, of which no element would change a thing
         }
     }
+    reader.expect(0);
     return result;
 }
 

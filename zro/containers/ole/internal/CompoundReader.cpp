@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <unordered_set>
+#include <utility>
 
 #include "zro/containers/ole/internal/BlockChain.h"
 #include "zro/containers/ole/internal/FileNumbers.h"
@@ -40,7 +41,12 @@ OleRefusal CompoundReader::readHeader() {
     if (m_io.Read(bytes.data(), kCount) != kCount) {
         return {OleCheck::HeaderSize};
     }
-    return m_header.parse(bytes.data());
+    CompoundHeader header;  // one that is refused leaves no sizes behind to reckon with
+    const OleRefusal refusal = header.parse(bytes.data());
+    if (!isRefused(refusal)) {
+        m_header = std::move(header);
+    }
+    return refusal;
 }
 
 // The numbers of the first blocks of the FAT stand in the header, those of the others in a chain.

@@ -5,16 +5,16 @@
 namespace ZroCommon::internal {
 
 void MiniStreamChain::follow(std::int32_t firstBlock, const BlockTable& fat) {
-    m_isFollowed = true;
+    m_blocks.clear();  // of what was left when memory ran out
     std::int32_t block = firstBlock;
-    while (block >= 0) {
-        if (!m_blocks.push(block, fat.has(block))) {
-            const auto& blocks = m_blocks.blocks();
-            m_circleStart = std::find(blocks.begin(), blocks.end(), block) - blocks.begin();
-            return;
-        }
+    while (block >= 0 && m_blocks.push(block, fat.has(block))) {
         block = fat.next(block);
     }
+    if (block >= 0) {
+        const auto& blocks = m_blocks.blocks();
+        m_circleStart = std::find(blocks.begin(), blocks.end(), block) - blocks.begin();
+    }
+    m_isFollowed = true;
 }
 
 std::int32_t MiniStreamChain::at(std::int64_t index, std::int32_t firstBlock,

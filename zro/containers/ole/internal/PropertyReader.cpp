@@ -24,17 +24,36 @@ bool PropertyReader::readOrder() {
 
 // The position is signed, and so is the sum that gave it.
 bool PropertyReader::seek(std::uint32_t position) {
+    m_ahead.clear();
+    m_aheadAt = 0;
+    m_expected = 0;
     return m_stream->OLEseek(static_cast<std::int32_t>(position), 0) >= 0;
 }
 
 std::uint32_t PropertyReader::position() const {
-    return static_cast<std::uint32_t>(m_stream->OLEtell());
+    const std::size_t ahead = m_ahead.size() - m_aheadAt;
+    return static_cast<std::uint32_t>(m_stream->OLEtell()) - static_cast<std::uint32_t>(ahead);
+}
+
+std::size_t PropertyReader::fetch(void* to, std::size_t count) {
+    const auto got = m_stream->OLEread(to, static_cast<int>(count));
+    return got > 0 ? static_cast<std::size_t>(got) : 0;
 }
 
 std::size_t PropertyReader::readBytes(void* to, std::size_t count) {
-    const auto got = m_stream->OLEread(to, static_cast<int>(count));
+    if (m_aheadAt == m_ahead.size() && m_expected > count && count < kPiece) {
+        m_aheadAt = 0;
+        m_ahead.resize(static_cast<std::size_t>(std::min<std::uint64_t>(kPiece, m_expected)));
+        m_ahead.resize(fetch(m_ahead.data(), m_ahead.size()));
+    }
+    const std::size_t held = std::min(count, m_ahead.size() - m_aheadAt);
+    std::copy_n(m_ahead.data() + m_aheadAt, held, static_cast<unsigned char*>(to));
+    m_aheadAt += held;
+    const std::size_t got =
+        held == count ? held : held + fetch(static_cast<unsigned char*>(to) + held, count - held);
+    m_expected -= std::min<std::uint64_t>(m_expected, got);
     m_reach = std::max(m_reach, position());
-    return got > 0 ? static_cast<std::size_t>(got) : 0;
+    return got;
 }
 
 std::size_t PropertyReader::readNumbers(std::span<std::uint32_t> numbers) {

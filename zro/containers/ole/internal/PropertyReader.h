@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "zro/containers/ole/OleStream.h"
 #include "zro/foundation/Text.h"
@@ -30,6 +31,11 @@ public:
     /// The end of the farthest successful read: how long the stream is at the least.
     std::uint32_t reach() const { return m_reach; }
 
+    /// Says that so many bytes from here on will be asked for whatever they are, so that they can
+    /// be fetched together. To fetch more would not do: bytes of a stream that has come to its end
+    /// are the last ones it gives.
+    void expect(std::uint64_t bytes) { m_expected = bytes; }
+
     /// \return bytes read
     std::size_t readBytes(void* to, std::size_t count);
     /// \return whole numbers read
@@ -42,7 +48,12 @@ public:
     bool skip(std::uint32_t length);
 
 private:
+    std::size_t fetch(void* to, std::size_t count);
+
     std::unique_ptr<OleStream> m_stream;
+    std::vector<unsigned char> m_ahead;  // fetched and not asked for yet, from `m_aheadAt` on
+    std::size_t m_aheadAt = 0;
+    std::uint64_t m_expected = 0;
     bool m_isLittleEndian = true;
     std::uint32_t m_reach = 0;
 };
