@@ -27,6 +27,7 @@ void addKansujiCommand(CLI::App& program, Task& task);
 void addCellCommand(CLI::App& program, Task& task);
 void addZipCommand(CLI::App& program, Task& task);
 void addOoxmlCommand(CLI::App& program, Task& task);
+void addOfficeCommand(CLI::App& program, Task& task);
 void addOleCommand(CLI::App& program, Task& task);
 
 }  // namespace zro

@@ -14,6 +14,7 @@
 #include "tools/zro/CommandLine.h"
 #include "tools/zro/Commands.h"
 #include "tools/zro/CompoundInput.h"
+#include "tools/zro/OleProperties.h"
 #include "tools/zro/Text.h"
 #include "tools/zro/Values.h"
 
@@ -296,6 +297,7 @@ void addOleCommand(CLI::App& program, Task& task) {
         "capitals or not. Invisible characters can be written as they are listed: \\u{5}.",
         "  zro ole list letter.doc\n"
         "  zro ole cat letter.doc 'ObjectPool/_1/\\u{1}CompObj' > CompObj\n"
+        "  zro ole props letter.doc\n"
         "  zro ole why damaged.xls\n");
     command.require_subcommand(1);
     const auto options = std::make_shared<Options>();
@@ -306,6 +308,7 @@ void addOleCommand(CLI::App& program, Task& task) {
     addOption(catCommand, "STREAM", options->streams, "...", "Paths of streams, as listed")
         ->required();
     setTask(catCommand, task, options, cat);
+    addOlePropertyOperations(command, task);
     setTask(addOperation(command, "why", "What is wrong with a file: which check, at which block",
                          *options),
             task, options, why);

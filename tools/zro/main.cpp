@@ -179,6 +179,7 @@ int main(int argc, char** argv) {
     zro::addCellCommand(program, task);
     zro::addZipCommand(program, task);
     zro::addOoxmlCommand(program, task);
+    zro::addOfficeCommand(program, task);
     zro::addOleCommand(program, task);
     try {
         program.parse(argc, argv);
