@@ -198,6 +198,27 @@ TEST(OleHazards, ACutFileGivesTheStartOfItsStreams) {
     }
 }
 
+TEST(OleHazards, NothingIsSpoiledWhereMemoryRunsOut) {
+    const std::string data = oleData(60000);
+    const std::string bytes =
+        OleBuilder().stream(u"m", data.substr(0, 3900)).stream(u"l", data).build().bytes;
+    std::string room(data.size(), '\0');
+    int failures = 0;
+    for (const char* const name : {"m", "l"}) {
+        for (long count = 0; count < 30; ++count) {
+            OleFile file(bytes);
+            const auto stream = file.open({name});
+            letNewsSucceed(count);
+            const int got = stream->OLEread(room.data(), static_cast<int>(room.size()));
+            letNewsSucceed(-1);
+            failures += got < stream->GetStreamSize() ? 1 : 0;
+            ASSERT_EQ(stream->OLEseek(0, 0), 0) << name << " " << count;
+            ASSERT_EQ(OleFile::restOf(*stream), data.substr(0, name[0] == 'm' ? 3900 : 60000));
+        }
+    }
+    EXPECT_GT(failures, 10);
+}
+
 TEST(OleHazards, LongListsOfSiblingsNeedNoStack) {
     OleBuilder builder;
     for (int i = 0; i < 20000; ++i) {
