@@ -20,10 +20,14 @@ endif()
 
 # Slabs hide use after free, so every sanitizer build goes without them.
 if(ZRO_SANITIZE)
-  string(REPLACE ";" "," _zro_sanitizers "${ZRO_SANITIZE}")
+  list(JOIN ZRO_SANITIZE "," _zro_sanitizers)
   target_compile_options(zro_flags INTERFACE
     -fsanitize=${_zro_sanitizers} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   target_link_options(zro_flags INTERFACE -fsanitize=${_zro_sanitizers})
+  if(ZRO_SANITIZE_LIBRARY)
+    list(JOIN ZRO_SANITIZE_LIBRARY "," _zro_library_sanitizers)
+    target_link_options(zro_flags INTERFACE -fsanitize=${_zro_library_sanitizers})
+  endif()
   target_compile_definitions(zro_flags INTERFACE ZRO_NO_SLABS)
 endif()
 if(ZRO_COVERAGE)

@@ -16,8 +16,12 @@ function(zro_room name)
   target_compile_options(zro_${name} PRIVATE -fno-semantic-interposition
     -ftls-model=initial-exec)
   if(ZRO_SANITIZE)
-    # Under sanitizers the library runs most, and all around it takes longest to compile.
+    # Under sanitizers the library runs most, and all around it takes longest to compile. What is
+    # around it goes without those of ZRO_SANITIZE_LIBRARY.
     target_compile_options(zro_${name} PRIVATE $<$<CONFIG:Debug>:-O1>)
+    foreach(_sanitizer IN LISTS ZRO_SANITIZE_LIBRARY)
+      target_compile_options(zro_${name} PRIVATE -fsanitize=${_sanitizer})
+    endforeach()
   endif()
   set_target_properties(zro_${name} PROPERTIES LINKER_LANGUAGE CXX
     POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
