@@ -10,6 +10,7 @@
 
 #include "tests/containers/OleFile.h"
 #include "tests/support/Sha256.h"
+#include "tests/support/Skips.h"
 #include "tests/support/Text.h"
 
 namespace ZroCommon::testing {
@@ -83,7 +84,7 @@ TEST(RealCompoundFiles, StreamsAreAsOtherToolsFoundThem) {
     const std::string root = ZRO_TEST_DATA_DIR "/office/";
     std::ifstream rows(root + "expect.json");
     if (!rows) {
-        GTEST_SKIP() << "there are no office documents in " << root << " (ZRO_TEST_DATA_DIR)";
+        GTEST_SKIP() << noData(root + "expect.json");
     }
     int files = 0;
     int streams = 0;
