@@ -56,6 +56,10 @@ Heap heapOf(const TreeContender& contender, const Corpus& corpus) {
 
 using Heaps = std::map<std::pair<std::string, std::string>, Heap>;  // by corpus and contender
 
+bool suits(const TreeContender& contender, const Corpus& corpus) {
+    return corpus.documents.front().size() <= contender.largest;
+}
+
 /// Measures in fresh processes: an allocator that keeps memory for the next tree would otherwise
 /// hide what this one takes. Documents of 2 KB say nothing here.
 Heaps measureHeaps(const Options& options, const std::vector<TreeContender>& contenders) {
@@ -65,15 +69,18 @@ Heaps measureHeaps(const Options& options, const std::vector<TreeContender>& con
             continue;
         }
         for (const TreeContender& contender : contenders) {
-            heaps[{name, contender.name}] =
-                inFreshProcess<Heap>([&] { return heapOf(contender, loadCorpus(options, name)); });
+            heaps[{name, contender.name}] = inFreshProcess<Heap>([&] {
+                const Corpus corpus = loadCorpus(options, name);
+                return suits(contender, corpus) ? heapOf(contender, corpus) : Heap{};
+            });
         }
     }
     return heaps;
 }
 
-void measure(const Options& options, const Corpus& corpus,
-             const std::vector<TreeContender>& contenders, const Heaps& heaps) {
+void measure(const Options& options, const Corpus& corpus, std::vector<TreeContender> contenders,
+             const Heaps& heaps) {
+    std::erase_if(contenders, [&](const auto& contender) { return !suits(contender, corpus); });
     Fairness fairness;
     std::vector<std::function<double()>> jobs;
     for (const TreeContender& contender : contenders) {

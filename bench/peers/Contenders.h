@@ -34,6 +34,7 @@ struct TreeContender {
     std::string name;
     Form form;
     std::function<Tally(std::string_view document, const std::function<void()>& onLoaded)> run;
+    std::size_t largest = SIZE_MAX;  ///< bytes of a document that it still ends with in good time
 };
 
 /// One call of a writer, in UTF-8. Namespace declarations are attributes with the prefix "xmlns",
