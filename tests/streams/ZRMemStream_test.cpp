@@ -269,6 +269,11 @@ TEST(ZRMemStream, AHeldLimitEndsEndlessSources) {
     passing.setKeepMemory(false);
     passing.ignore(1000);
     EXPECT_EQ(passing.gcount(), 1000) << "what is let go is not held";
+    ZRMemStream sought(&source, 4);
+    sought.setHeldLimit(10);
+    EXPECT_FALSE(sought.searchSeek("aa", 2));
+    EXPECT_TRUE(sought.seekg(1000).fail());
+    EXPECT_EQ(sought.length(), 12U);
 }
 
 TEST(ZRMemStream, WritesAtTheStartAgainWhenItsBlockWasAbandoned) {

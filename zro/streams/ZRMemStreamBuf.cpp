@@ -266,7 +266,7 @@ ZRMemStreamBuf::pos_type ZRMemStreamBuf::seekpos(pos_type position, std::ios_bas
         return {off_type(-1)};
     }
     const auto wanted = static_cast<std::size_t>(target);
-    while (wanted >= heldLength() && !m_sources.empty()) {
+    while (wanted >= heldLength() && hasMore()) {
         appendBuffer(true);
     }
     if (wanted > heldLength()) {

@@ -162,7 +162,7 @@ void ZRMemStreamBuf::copyContent(ZRMemStreamBuf& other) {
 // searched stays in memory. \return false when there is no more data
 bool ZRMemStreamBuf::nextBlock(std::size_t& index) {
     ++index;
-    if (index == m_blocks.size() && !m_sources.empty()) {
+    if (index == m_blocks.size() && hasMore()) {
         appendBuffer(true);
     }
     return index < m_blocks.size() && blockLength(index) != 0;
