@@ -1,8 +1,12 @@
 // Values that are numbers, names or plain colours take no memory of their own, from the text to
 // the text.
 
+#include <new>
+#include <string>
+
 #include "tests/support/Memory.h"
 #include "tests/support/Test.h"
+#include "zro/foundation/ZREmptyString.h"
 #include "zro/values/ZRValue.h"
 
 namespace ZroCommon::testing {
@@ -39,6 +43,23 @@ TEST(ValueMemory, NumbersNamesAndPlainColorsTakeNone) {
     }
     EXPECT_GE(allocationsOf(u"'a string and the memory for its units'", ZRValue::parse), 2)
         << "what takes memory is counted";
+}
+
+// Without an object for the text, and with one but no room for its units.
+TEST(ValueMemory, TextsThatGetNoneAreNeitherLostNorNull) {
+    const std::u16string units(100, u'x');
+    const UnicodeString lent(false, units.data(), 100);  // a copy needs room of its own
+    const ZRValue value(lent);
+    for (const std::size_t largest : {std::size_t{0}, sizeof(UnicodeString)}) {
+        lendTextsMemory(largest);
+        EXPECT_THROW(ZRValue{lent}, std::bad_alloc);
+        EXPECT_THROW(ZRName{lent}, std::bad_alloc);
+    }
+    lendTextsMemory(0);
+    EXPECT_THROW(ZRValue{value}, std::bad_alloc);
+    lendTextsMemory();
+    EXPECT_EQ(ZRName(lent).toString(), lent);
+    EXPECT_TRUE(ZRValue(ZRBogusString::BOGUS_VALUE).isEmpty()) << "a text without a value is one";
 }
 
 }  // namespace

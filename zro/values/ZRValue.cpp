@@ -1,5 +1,8 @@
 #include "zro/values/ZRValue.h"
 
+#include <memory>
+#include <new>
+
 #include "zro/foundation/ZREmptyString.h"
 #include "zro/values/ZRNamedValueMap.h"
 
@@ -8,8 +11,21 @@ namespace ZroCommon {
 constinit const ZRValue ZRValue::NULL_VALUE;
 constinit const ZRNamedValue ZRNamedValue::NULL_VALUE;
 
+namespace {
+
+// ICU's own `new` gives null without memory, and a text that is too large for it turns bogus.
+std::unique_ptr<UnicodeString> copyOf(const UnicodeString& text) {
+    auto copy = std::make_unique<UnicodeString>(text);
+    if (copy == nullptr || (copy->isBogus() && !text.isBogus())) {
+        throw std::bad_alloc();
+    }
+    return copy;
+}
+
+}  // namespace
+
 ZRValue::ZRValue(const UnicodeString& text, ZRValueUnitType unit)
-    : m_payload{.string = new UnicodeString(text)},
+    : m_payload{.string = copyOf(text).release()},
       m_type(ZRValueTypeString),
       m_unit(static_cast<std::uint8_t>(unit & 31)),
       m_holding(Holding::String) {}
@@ -35,7 +51,7 @@ ZRValue::ZRValue(ZRNamedValueMap* map) {
 // After the words of another value were taken over: a text of our own, or a reference more.
 void ZRValue::ownPayload() {
     if (m_holding == Holding::String) {
-        m_payload.string = new UnicodeString(*m_payload.string);
+        m_payload.string = copyOf(*m_payload.string).release();
     } else {
         object()->addRef();
     }

@@ -32,8 +32,8 @@ enum ZRValueType : std::int32_t {
 /// or a map of named values.
 ///
 /// Copies are independent but for objects and maps, which are shared and counted: a change to a map
-/// shows in every copy. Nothing here throws. What has no meaning is null, 0, NaN or the empty text.
-/// One thread at a time.
+/// shows in every copy. Nothing here throws, but for `std::bad_alloc` without memory. What has no
+/// meaning is null, 0, NaN or the empty text. One thread at a time.
 class ZRO_API ZRValue {
 public:
     constexpr ZRValue() noexcept = default;

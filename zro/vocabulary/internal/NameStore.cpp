@@ -1,6 +1,7 @@
 #include "zro/vocabulary/internal/NameStore.h"
 
 #include <bit>
+#include <new>
 
 #include "zro/foundation/internal/TextView.h"
 #include "zro/vocabulary/internal/NameHash.h"
@@ -67,6 +68,10 @@ NameStore::Entry* NameStore::addEntry(std::u16string_view text, std::uint64_t ha
     }
     Entry& entry = m_entries.emplace_back();
     entry.text.setTo(text.data(), static_cast<int32_t>(text.size()));
+    if (entry.text.isBogus()) {  // or the number would stand for nothing
+        m_entries.pop_back();
+        throw std::bad_alloc();
+    }
     entry.hash = hash;
     entry.round = m_round - 1;  // bears no number yet
     const std::size_t mask = m_index.size() - 1;
