@@ -276,6 +276,37 @@ TEST(XmlParserInterface, ACallbackCannotMoveTheParser) {
               std::vector<std::string>(6, std::string(kWrongState) + "checkStream]"));
 }
 
+// Those of the last tag up to the next one, and then as far as they are read and resolved.
+TEST(XmlParserInterface, TheFirstReportSeesTheAttributes) {
+    struct Witness {
+        const ZRXmlParser& parser;
+        std::string seen{};
+        bool isDone = false;
+        static void callback(const ZRError&, void* data) {
+            auto& self = *static_cast<Witness*>(data);
+            for (int i = 0; !self.isDone && i < self.parser.getAttributeCount(); ++i) {
+                self.seen += "{" + utf8(self.parser.getAttributeNamespace(i).toString()) + "}"
+                             + utf8(self.parser.getAttributeValue(i));
+            }
+            self.isDone = true;
+        }
+    };
+    const FakeWeb web(FakeWeb::Resources{{"http://h/e", "<!----><b c='1'>"}});
+    const std::string other(40000, 'x');  // takes the place of the tag in memory
+    for (const auto& [document, seen] : Rows<std::string, const char*>{
+             {"<a b=''>" + other + "<a b='1'>" + other + "< ", "{}1"},
+             {"<!DOCTYPE a [<!ENTITY e SYSTEM 'http://h/e'>]><a c=''>&e;", "{}1"},
+             {"<a q:b='1' p:c='2' r:d='3' xmlns:p='u'/>",
+              "{}1{}2{}3{http://www.w3.org/2000/xmlns/}u"},
+         }) {
+        const OwnParser parser(document);
+        Witness witness{*parser};
+        parser->setCallbackError(&Witness::callback, &witness);
+        parser.readToEnd();
+        EXPECT_EQ(witness.seen, seen) << document.substr(0, 40);
+    }
+}
+
 // A callback that throws at its n-th call, for every n; then the parser reads another document.
 TEST(XmlParserInterface, ACallbackMayThrowAtAnyReport) {
     struct Bomb {

@@ -41,6 +41,7 @@ public:
 
     std::size_t size() const { return m_attributes.size(); }
     const Attribute& operator[](std::size_t index) const { return m_attributes[index]; }
+    Attribute& operator[](std::size_t index) { return m_attributes[index]; }
     auto begin() const { return m_attributes.begin(); }
     auto end() const { return m_attributes.end(); }
     auto begin() { return m_attributes.begin(); }

@@ -189,7 +189,8 @@ DecodedInput::Fill CharReader::refill() {
     DecodedInput& source = *top().input;
     auto fill = DecodedInput::Fill::End;
     if (source.hasMore()) {
-        updatePosition();  // the window goes
+        leaveWindow();
+        updatePosition();
         source.makeWindow(m_run);
         m_high = m_run.at;  // before anything throws: the old window is gone
         top().counted = m_run.at;
@@ -388,6 +389,9 @@ void CharReader::popLiteral() {
 }
 
 void CharReader::popFrame() {
+    if (top().input != nullptr) {
+        leaveWindow();
+    }
     m_segments.resize(top().firstSegment);
     m_frames.pop_back();
     resumeRun();

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string_view>
@@ -120,6 +121,10 @@ public:
     int line() const;
     int column() const;
 
+    /// Called before a window moves or goes with its input, for who still looks into it. What it
+    /// throws comes out of the reading operation, which then has not happened. May be empty.
+    std::function<void()> onWindowLeft;
+
     ZRLimits limits;
     /// \throws LimitBreach  when the cancel flag is set
     void checkCancel() const;
@@ -184,6 +189,11 @@ private:
     void keepUnread();
     Frame& addFrame(std::uint32_t nesting);
     void popFrame();
+    void leaveWindow() const {
+        if (onWindowLeft) {
+            onWindowLeft();
+        }
+    }
 
     void updatePosition() const;
     void setPosition(int line, int column);

@@ -26,7 +26,11 @@ constexpr const char16_t* kSource = u"ZroCommon::XmlParserImpl";
 
 }  // namespace
 
-ParserState::ParserState() : namespaces(new NamespaceManager) {}
+ParserState::ParserState() : namespaces(new NamespaceManager) {
+    reader.onWindowLeft = [this] {
+        keepEvent();
+    };
+}
 
 void ParserState::reset() {
     event = ZRXmlParser::START_DOCUMENT;

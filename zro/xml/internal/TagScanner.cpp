@@ -37,6 +37,10 @@ constexpr bool isDeclaration(const Attribute& attribute) {
            || (attribute.name == ZRN_xmlns && attribute.prefix == ZRN_EMPTY);
 }
 
+constexpr bool needsNamespace(const Attribute& attribute) {
+    return attribute.prefix != ZRN_EMPTY && attribute.namespaceUri == ZRN_EMPTY;
+}
+
 constexpr bool isSameName(const Attribute& left, const Attribute& right) {
     return left.name == right.name && left.namespaceUri == right.namespaceUri;
 }
@@ -267,18 +271,25 @@ void TagScanner::noteRoot(const QName& name) {
 void TagScanner::resolveAttributes() {
     bool isClean = true;
     for (Attribute& attribute : m_state.attributes) {
-        if (attribute.prefix != ZRN_EMPTY && attribute.namespaceUri == ZRN_EMPTY) {
+        if (needsNamespace(attribute)) {
             isClean = resolvePrefix(attribute) && isClean;
         }
     }
     findDuplicates();
-    if (isClean && m_duplicates.empty()) {
-        return;
+    if (!isClean || !m_duplicates.empty()) {
+        reportAttributes();
+    }
+}
+
+// Who asks in between sees namespaces up to the attribute in question, so they are resolved anew.
+void TagScanner::reportAttributes() {
+    for (Attribute& attribute : m_state.attributes) {
+        attribute.namespaceUri = isDeclaration(attribute) ? ZRN_ns_xmlns : ZRN_EMPTY;
     }
     auto duplicate = m_duplicates.begin();
     for (std::size_t i = 0; i < m_state.attributes.size(); ++i) {
-        const Attribute& attribute = m_state.attributes[i];
-        if (attribute.prefix != ZRN_EMPTY && attribute.namespaceUri == ZRN_EMPTY) {
+        Attribute& attribute = m_state.attributes[i];
+        if (needsNamespace(attribute) && !resolvePrefix(attribute)) {
             m_state.report(XmlError::UndeclaredPrefix, ZRName(attribute.prefix).toString());
         }
         if (duplicate != m_duplicates.end() && *duplicate == i) {

@@ -38,6 +38,7 @@ private:
     void resolveElement(const QName& name);
     void noteRoot(const QName& name);
     void resolveAttributes();
+    void reportAttributes();
     bool resolvePrefix(Attribute& attribute);
     void findDuplicates();
     void findDuplicatesAmongMany();
