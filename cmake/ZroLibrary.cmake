@@ -3,6 +3,9 @@
 # Objects enter by $<TARGET_OBJECTS:...>, never by linking: an installed static library would
 # otherwise ask its users for every room by name.
 
+include(CheckLinkerFlag)
+check_linker_flag(CXX "LINKER:-z,pack-relative-relocs" ZRO_HAS_PACKED_RELOCATIONS)
+
 # zro_library(TARGET target TYPE SHARED|STATIC EXPORT_NAME name)
 function(zro_library)
   cmake_parse_arguments(LIB "" "TARGET;TYPE;EXPORT_NAME" "" ${ARGN})
@@ -35,10 +38,12 @@ function(zro_library)
       set(_objects "${PROJECT_SOURCE_DIR}/cmake/zrocommon.objects")
       # What is our own is bound when we link: nobody replaces it, and virtual functions and type
       # information would otherwise cost a search by name each when the library is loaded. Code and
-      # constants in one mapping save two more.
+      # constants in one mapping save two more; addresses that only move with the library take an
+      # eighth of the room.
       target_link_options(${LIB_TARGET} PRIVATE -Wl,--no-undefined -Wl,--as-needed
         "LINKER:--version-script=${_map}" "LINKER:--dynamic-list=${_objects}"
-        "LINKER:-z,noseparate-code")
+        "LINKER:-z,noseparate-code"
+        $<$<BOOL:${ZRO_HAS_PACKED_RELOCATIONS}>:LINKER:-z,pack-relative-relocs>)
       set_property(TARGET ${LIB_TARGET} APPEND PROPERTY LINK_DEPENDS "${_map}" "${_objects}")
     endif()
   endif()

@@ -5,6 +5,7 @@
 #include <zlib.h>
 
 #if defined(__x86_64__)
+#include <cpuid.h>
 #include <immintrin.h>
 #endif
 
@@ -86,14 +87,25 @@ ZRO_MULTIPLIES std::uint32_t byMultiplying(std::uint32_t before, std::span<const
 }
 // NOLINTEND(portability-simd-intrinsics)
 
+/// Asks the processor at the first use. What compilers have for it, `__builtin_cpu_supports`, asks
+/// a dozen times whenever the library is loaded, which costs more than all else there on a machine
+/// that is a virtual one.
+bool canMultiply() {
+    unsigned a = 0;
+    unsigned b = 0;
+    unsigned c = 0;
+    unsigned d = 0;
+    constexpr unsigned kNeeded = bit_PCLMUL | bit_SSE4_1;
+    return __get_cpuid(1, &a, &b, &c, &d) != 0 && (c & kNeeded) == kNeeded;
+}
+
 #endif
 
 }  // namespace
 
 std::uint32_t extendCrc32(std::uint32_t before, std::span<const char> bytes) {
 #if defined(__x86_64__)
-    static const bool s_multiplies =
-        __builtin_cpu_supports("pclmul") != 0 && __builtin_cpu_supports("sse4.1") != 0;
+    static const bool s_multiplies = canMultiply();
     const std::size_t whole = bytes.size() - bytes.size() % kLane;
     if (s_multiplies && whole >= kStep) {
         before = byMultiplying(before, bytes.first(whole));
