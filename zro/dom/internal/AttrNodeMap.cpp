@@ -176,7 +176,7 @@ void AttrNodeMap::append(ZRPtr<ZRAttr> attr) {
 }
 
 void AttrNodeMap::appendNamed(ZRPtr<ZRAttr> attr) {
-    if (m_count >= kIndexAbove) {
+    if (m_index || m_count >= kIndexAbove) {  // an index outlives the size that called for it
         addToIndex(*attr);
     }
     linkLast(*attr.detach());
