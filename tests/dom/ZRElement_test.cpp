@@ -186,7 +186,7 @@ TEST(ZRElement, CopiesCarryNamesAttributesAndPosition) {
     e->setAttribute(u"y"_name, ZRValue(2));
     e->setSourceLineNumber(3);
     e->setSourceColumnNumber(4);
-    addText(f.document, e, u"t");
+    addElement(f.document, addText(f.document, e, u"t"), u"left-out");
     const ZRPtr<ZRNode> flat = e->cloneNode(false);
     const ZRPtr<ZRNode> deep = e->cloneNode(true);
     EXPECT_EQ(dump(flat), "p:e q:x=1 y=2");

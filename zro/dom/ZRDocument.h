@@ -121,8 +121,7 @@ public:
     ///
     /// A compound value of an attribute is written as one attribute a member, "name.member"; the
     /// member without a name goes out under the attribute's own. Empty values are left out.
-    /// \throws ZRError  of the serializer, which is detached then; 0x0812 for an attribute, be it
-    /// the
+    /// \throws ZRError  of the serializer, which is detached then; 0x0812 for an attribute, as the
     ///                  node itself or among the children
     void save(const UnicodeString& uri, ZRNode* node, const UnicodeString& encoding,
               const UnicodeString& docType);

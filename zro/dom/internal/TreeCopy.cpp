@@ -1,5 +1,8 @@
 #include "zro/dom/internal/TreeCopy.h"
 
+#include "zro/dom/ZRAttr.h"
+#include "zro/dom/ZRTextNode.h"
+
 namespace ZroCommon::internal {
 namespace {
 
@@ -11,6 +14,11 @@ ZRNode* appendClone(ZRNode& node, ZRNode& target) {
     }
     target.appendChild(clone);
     return clone->getParentNodeFast() == &target ? clone.get() : nullptr;
+}
+
+/// Texts and attributes are copied alone also where they stand at the top of a copy.
+bool isCopiedWithChildren(const ZRNode& node) {
+    return !node.isA(ZRTextNode::getStaticTypeID()) && !node.isA(ZRAttr::getStaticTypeID());
 }
 
 }  // namespace
@@ -27,7 +35,8 @@ void appendClones(ZRNode& source, ZRNode& target) {
             continue;
         }
         ZRNode* clone = appendClone(*next, *parent);
-        ZRNode* below = clone != nullptr ? next->getFirstChild() : nullptr;
+        const bool copiesBelow = clone != nullptr && isCopiedWithChildren(*next);
+        ZRNode* below = copiesBelow ? next->getFirstChild() : nullptr;
         if (below == nullptr) {
             next = next->getNextSibling();
             continue;
