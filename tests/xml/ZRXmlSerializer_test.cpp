@@ -224,6 +224,17 @@ TEST(ZRXmlSerializer, StartsAfreshWithEachOutput) {
     EXPECT_EQ(folder.read("a b.xml"), "<?xml version=\"1.0\" encoding=\"UTF-8\"?><block/>");
 }
 
+TEST(ZRXmlSerializer, AnOutputGetsNothingOfACallThatThrewBefore) {
+    std::ostringstream before;
+    std::ostringstream after;
+    internal::XmlOutput output;
+    output.open(before);
+    output.put("begun");
+    output.open(after);
+    output.commit();
+    EXPECT_EQ(before.str() + after.str(), "");
+}
+
 TEST(ZRXmlSerializer, TypesAreThoseOfTheInterface) {
     const Writing s;
     EXPECT_EQ(s->getTypeID(), 0xB2E73DE2U);

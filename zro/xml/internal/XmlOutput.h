@@ -22,7 +22,12 @@ class XmlOutput {
 public:
     XmlOutput();
 
-    void open(std::ostream& stream) { m_stream = &stream; }
+    /// Forgets what an operation that threw has left behind.
+    void open(std::ostream& stream) {
+        m_stream = &stream;
+        m_used = 0;
+        m_hasFailed = false;
+    }
     /// \param isShiftJis  otherwise the encoding is UTF-8
     void setShiftJis(bool isShiftJis);
 
