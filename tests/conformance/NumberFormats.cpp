@@ -1,24 +1,17 @@
-// Shows the public tables of number formats, and holds docs/number-formats.md to what was found:
-// number_formats DATA_DIR docs/number-formats.md [--write]
+// The public tables of number formats beside what cells show here.
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <fstream>
 #include <iostream>
 #include <map>
-#include <sstream>
 #include <string>
 
-#include "tests/conformance/MeasuredPage.h"
-#include "tests/conformance/Table.h"
-#include "tests/support/Skips.h"
+#include "tests/conformance/Surveys.h"
 #include "tests/support/Text.h"
 #include "zro/text/xls/XlsFormatString.h"
 
 namespace ZroCommon::testing {
 namespace {
-
-constexpr int kSkipped = 77;
 
 std::string unescaped(const std::string& text) {
     const std::map<char, char> letters = {{'t', '\t'}, {'n', '\n'}, {'r', '\r'}};
@@ -34,7 +27,7 @@ std::string unescaped(const std::string& text) {
     return result;
 }
 
-std::string shown(const UnicodeString& format, const Table::Row& row) {
+std::string shown(const UnicodeString& format, const Row& row) {
     XlsFormatString formats;
     formats.setFill(false);
     const std::string value = unescaped(row.at("value"));
@@ -56,109 +49,99 @@ struct Difference {
     std::string expected;
     std::string result;
 
-    bool hasSection(bool (*is)(const FMT&)) const {
-        return std::any_of(compiled.section.begin(),
-                           compiled.section.begin() + compiled.sectionCount, is);
-    }
     bool has(const char* text) const { return format.find(text) != std::string::npos; }
+    template <class Is>
+    bool hasSection(Is is) const {
+        const auto* const first = compiled.section.data();
+        return std::any_of(first, first + compiled.sectionCount, is);
+    }
+
+    bool isDate() const {
+        return hasSection([](const FMT& s) { return s.kind == 2; });
+    }
+    bool isNoDate() const { return expected.empty() && isDate(); }
+    bool isDateOrTime() const { return isDate() || has("s.0"); }
+    bool isFraction() const {
+        return hasSection([](const FMT& s) { return s.hasSlash && s.kind == 1; });
+    }
+    bool hasExponent() const {
+        return hasSection([](const FMT& s) { return s.hasExponent != 0; });
+    }
+    bool isGeneral() const {
+        return has("@") || hasSection([](const FMT& s) { return s.compiled.indexOf(u'G') >= 0; });
+    }
+    bool isFill() const { return has("*"); }
+    bool hasCondition() const {
+        return hasSection([](const FMT& s) { return s.condition != 0; });
+    }
+    bool hasComma() const { return has(",") && has("0"); }
+    bool hasHash() const { return has("#"); }
+    bool hasNoInteger() const {
+        return hasSection([](const FMT& s) { return s.hasPoint && s.intPlaces == 0; });
+    }
+    bool isLiteral() const {
+        return hasSection([](const FMT& s) { return s.kind == 0; });
+    }
 };
 
 struct Kind {
     const char* name;
+    bool (Difference::*is)() const;
     const char* reason;
-    bool (*is)(const Difference&);
 };
 
 // A difference is of the first kind that fits. The last column of the page says why it is meant.
 constexpr std::array kKinds = {
-    Kind{"no such date", "what has no date or is too wide shows as `#`, elsewhere as nothing",
-         [](const Difference& d) {
-             return d.expected.empty() && d.hasSection([](const FMT& s) { return s.kind == 2; });
-         }},
-    Kind{"fractions",
-         "the nearest fraction by relative error, right-aligned, never carried into the integer",
-         [](const Difference& d) {
-             return d.hasSection([](const FMT& s) { return s.hasSlash && s.kind == 1; });
-         }},
-    Kind{"exponents", "no steps of three, and six decimals for numbers below 1",
-         [](const Difference& d) {
-             return d.hasSection([](const FMT& s) { return s.hasExponent != 0; });
-         }},
-    Kind{"`General`", "decimals go by the length of the integer; the last digit may be cut",
-         [](const Difference& d) {
-             return d.has("@")
-                    || d.hasSection([](const FMT& s) { return s.compiled.indexOf(u'G') >= 0; });
-         }},
-    Kind{"fills", "without a width to fill, `*` writes its character once",
-         [](const Difference& d) {
-             return d.has("*");
-         }},
-    Kind{"conditions",
+    Kind{"no such date", &Difference::isNoDate,
+         "what has no date or is too wide shows as `#`, elsewhere as nothing"},
+    Kind{"fractions", &Difference::isFraction,
+         "the nearest fraction by relative error, right-aligned, never carried into the integer"},
+    Kind{"exponents", &Difference::hasExponent,
+         "no steps of three, and six decimals for numbers below 1"},
+    Kind{"`General`", &Difference::isGeneral,
+         "decimals go by the length of the integer; the last digit may be cut"},
+    Kind{"fills", &Difference::isFill, "without a width to fill, `*` writes its character once"},
+    Kind{"conditions", &Difference::hasCondition,
          "the minus is dropped for `[<0]` and the second section alone; what no section takes "
-         "shows as nothing",
-         [](const Difference& d) {
-             return d.hasSection([](const FMT& s) { return s.condition != 0; });
-         }},
-    Kind{"dates and times",
+         "shows as nothing"},
+    Kind{"dates and times", &Difference::isDateOrTime,
          "a letter too many begins another token, `mm` is minutes behind hours only, fractions of "
-         "seconds lose their zeros, `[s]` has no days, `e` and `r` belong to Japanese eras",
-         [](const Difference& d) {
-             return d.hasSection([](const FMT& s) { return s.kind == 2; }) || d.has("s.0");
-         }},
-    Kind{"commas",
-         "only the last comma ahead of a placeholder groups, others divide, and a "
-         "literal one swallows a character",
-         [](const Difference& d) {
-             return d.has(",") && d.has("0");
-         }},
-    Kind{"`#` and 0", "`#` shows the digit 0 of an integer part that is 0",
-         [](const Difference& d) {
-             return d.has("#");
-         }},
-    Kind{"no integer places", "without a place ahead of the point there are no integer digits",
-         [](const Difference& d) {
-             return d.hasSection([](const FMT& s) { return s.hasPoint && s.intPlaces == 0; });
-         }},
-    Kind{"literals alone", "a negative number has its minus ahead of them",
-         [](const Difference& d) {
-             return d.hasSection([](const FMT& s) { return s.kind == 0; });
-         }},
+         "seconds lose their zeros, `[s]` has no days, `e` and `r` belong to Japanese eras"},
+    Kind{"commas", &Difference::hasComma,
+         "only the last comma ahead of a placeholder groups, others divide, and a literal one "
+         "swallows a character"},
+    Kind{"`#` and 0", &Difference::hasHash, "`#` shows the digit 0 of an integer part that is 0"},
+    Kind{"no integer places", &Difference::hasNoInteger,
+         "without a place ahead of the point there are no integer digits"},
+    Kind{"literals alone", &Difference::isLiteral, "a negative number has its minus ahead of them"},
 };
 
 class Survey {
 public:
-    void add(const Table::Row& row) {
+    void add(const Row& row) {
         const bool isStored = row.at("stored_valid") == "1";
         Difference found;
         found.format = unescaped(row.at(isStored ? "stored_form" : "format"));
         const UnicodeString format = text(found.format);
-        Source& source = m_sources[row.at("source")];
-        ++source.rows;
-        if (XlsFormatString().fmtget(format, &found.compiled) == 0) {
-            ++source.invalid;
-            return;
-        }
+        const bool isValid = XlsFormatString().fmtget(format, &found.compiled) != 0;
         found.expected = unescaped(row.at("expected"));
-        found.result = shown(format, row);
-        if (found.result == found.expected) {
-            ++source.agree;
-            return;
+        found.result = isValid ? shown(format, row) : "";
+        const bool differs = isValid && found.result != found.expected;
+        for (Source* source : {&m_sources[row.at("source")], &m_all}) {
+            ++source->rows;
+            ++(!isValid ? source->invalid : differs ? source->differ : source->agree);
         }
-        ++source.differ;
-        sort(found, row.at("value"));
+        if (differs) {
+            sort(found, row.at("value"));
+        }
     }
 
     void write(std::ostream& out) const {
         out << "| Table | Rows | Invalid | Agree | Differ |\n|---|---:|---:|---:|---:|\n";
-        Source all;
         for (const auto& [name, source] : m_sources) {
             writeRow(out, name, source);
-            all.rows += source.rows;
-            all.invalid += source.invalid;
-            all.agree += source.agree;
-            all.differ += source.differ;
         }
-        writeRow(out, "**all**", all);
+        writeRow(out, "**all**", m_all);
         out << "\n| Difference | Rows | Format | Value | Theirs | Ours | Why |\n"
                "|---|---:|---|---|---|---|---|\n";
         for (std::size_t kind = 0; kind < kKinds.size(); ++kind) {
@@ -200,8 +183,8 @@ private:
     }
 
     void sort(const Difference& found, const std::string& value) {
-        const auto* const kind =
-            std::find_if(kKinds.begin(), kKinds.end(), [&](const Kind& k) { return k.is(found); });
+        const auto* const kind = std::find_if(kKinds.begin(), kKinds.end(),
+                                              [&](const Kind& k) { return (found.*k.is)(); });
         if (kind == kKinds.end()) {
             std::cout << "no kind: " << found.format << " of " << value << ": " << found.expected
                       << ", ours " << found.result << '\n';
@@ -216,39 +199,21 @@ private:
     }
 
     std::map<std::string, Source> m_sources;
+    Source m_all;
     std::array<int, kKinds.size()> m_counts{};
     std::array<std::string, kKinds.size()> m_examples;
     int m_faults = 0;
 };
 
-int survey(const std::string& dataDir, const std::string& page, bool write) {
-    const std::string path = dataDir + "/numfmt/formats.tsv";
-    if (!std::ifstream(path)) {
-        std::cout << noData(path) << '\n';
-        return kSkipped;
-    }
+}  // namespace
+
+int surveyFormats(const Measuring& measuring) {
     Survey survey;
-    const Table table(path);
-    for (const Table::Row& row : table.rows()) {
+    for (const Row& row : readTable(measuring.dataDir + "/numfmt/formats.tsv")) {
         survey.add(row);
     }
-    std::ostringstream measured;
-    survey.write(measured);
-    if (survey.faults() > 0) {
-        std::cout << survey.faults() << " faults\n";
-        return 1;
-    }
-    return comparePage(page, measured.str(), write);
+    survey.write(measuring.out);
+    return survey.faults();
 }
 
-}  // namespace
 }  // namespace ZroCommon::testing
-
-int main(int argc, char** argv) {
-    if (argc < 3) {
-        std::cerr << "usage: number_formats DATA_DIR PAGE [--write]\n";
-        return 2;
-    }
-    const bool write = argc > 3 && std::string_view(argv[3]) == "--write";
-    return ZroCommon::testing::survey(argv[1], argv[2], write);
-}

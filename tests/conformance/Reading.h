@@ -1,8 +1,8 @@
 #pragma once
 
+#include <ostream>
 #include <string>
 
-#include "zro/dom/ZRDocument.h"
 #include "zro/xml/ZRLimits.h"
 
 namespace ZroCommon::testing {
@@ -22,25 +22,17 @@ struct Facts {
 /// Reads a file with `next` to its end. \param limits  for documents without an end
 Facts readFacts(const std::string& path, const ZRLimits& limits = {});
 
-/// "0x180E Unexpected text at top level of the document: U+0078 (x)"; the message's first line.
-std::string describe(const class ZroCommon::ZRError& error);
-
-enum class TreeDump : unsigned char {
-    Exact,
-    AsSaved,  ///< without what saving does not keep
-};
-
-/// Every node of a tree with its names, attributes and text, one a line.
-std::string dumpTree(ZRDocument& document, TreeDump kind);
-
 /// How a document fared as a tree.
 struct TreeOutcome {
     std::string error;             ///< of loading
     bool pullModeIsEqual = false;  ///< node by node and at once give one tree
-    bool savedIsEqual =
-        false;  ///< what was saved loads as the same tree, what saving does not keep aside
+    bool savedIsEqual = false;     ///< what was saved loads as the same tree
 };
 
 TreeOutcome loadBothWays(const std::string& path);
+
+// The two parts of `surveyDocuments`, each with its faults.
+int surveyRealDocuments(const std::string& dataDir, std::ostream& out);
+int surveyConformanceSuite(const std::string& dataDir, std::ostream& out);
 
 }  // namespace ZroCommon::testing
