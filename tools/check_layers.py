@@ -31,6 +31,7 @@ STANDARD = set("""
 # `platform` sees everything: it is the one door to the operating system.
 PRIVATE_HEADERS = {
     "zlib.h": {"compression"},
+    "cpuid.h": {"compression"},
     "curl/curl.h": {"http"},
     "emmintrin.h": {"xml"},
     "immintrin.h": {"compression", "xml"},
