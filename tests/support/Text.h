@@ -3,7 +3,6 @@
 #include <ostream>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "zro/foundation/Text.h"
 
@@ -24,16 +23,6 @@ inline std::string utf8(const char16_t* text) {
 inline UnicodeString text(std::string_view bytes) {
     return UnicodeString::fromUTF8(
         icu::StringPiece(bytes.data(), static_cast<int32_t>(bytes.size())));
-}
-
-/// Hands over every beginning of a text, the whole included, in memory of just its size, where a
-/// sanitizer sees who reads beyond the end.
-template <class Read>
-void forEveryBeginning(const UnicodeString& whole, Read&& read) {
-    for (int32_t length = 0; length <= whole.length(); ++length) {
-        const std::vector<char16_t> units(whole.getBuffer(), whole.getBuffer() + length);
-        read(UnicodeString(false, units.data(), length));
-    }
 }
 
 }  // namespace ZroCommon::testing

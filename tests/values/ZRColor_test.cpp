@@ -62,26 +62,28 @@ TEST(ZRColor, IsMadeOfComponents) {
 }
 
 TEST(ZRColor, ConvertsBetweenInksAndChannels) {
-    EXPECT_EQ(ZRColor::cmyk2rgb(0, 0, 0, 1), 0x000000U);
-    EXPECT_EQ(ZRColor::cmyk2rgb(0, 0, 0, 0), 0xFFFFFFU);
-    EXPECT_EQ(ZRColor::cmyk2rgb(-9, 1e30F, kNaN, 0), 0xFF0000U) << "channels stay within a byte";
+    for (const auto& [color, expected] : Rows<unsigned, unsigned>{
+             {ZRColor::cmyk2rgb(0, 0, 0, 1), 0x000000},
+             {ZRColor::cmyk2rgb(0, 0, 0, 0), 0xFFFFFF},
+             {ZRColor::cmyk2rgb(-9, 1e30F, kNaN, 0), 0xFF0000},  // channels stay within a byte
+             {ZRColor::fromBGR(0x112233).getRGB(), 0x332211},
+             {ZRColor::reverseRGB(0xFE000011), 0xFE110000},
+             {ZRColor(0xFFFFFF).getDark().getRGB(), 0xAAAAAA},
+             {ZRColor(0x0000FF).getLight().getRGB(), 0x8080FF},
+             // An ink on screen follows its tint.
+             {ZRColor(0xFF0000, u"Gold", 1.0F).getSeparationRGB(), 0xFF0000},
+             {ZRColor(0xFF0000, u"Gold", 0.5F).getSeparationRGB(), 0xFF8080},
+             {ZRColor(0xFF0000, u"Gold", 0.5F, 1, 0, 0, 0).getSeparationRGB(), 0x80FFFF},
+             {ZRColor(u"Gold", 0.5F).getSeparationRGB(), 0x404040},
+         }) {
+        EXPECT_EQ(hex(color), hex(expected));
+    }
     EXPECT_EQ(shown(ZRColor::rgb2cmyk(0xFF0000)), "FF0000 #CMYK 0 1 1 0");
-    EXPECT_EQ(ZRColor::fromBGR(0x112233).getRGB(), 0x332211U);
-    EXPECT_EQ(ZRColor::reverseRGB(0xFE000011), 0xFE110000U);
-    EXPECT_EQ(ZRColor(0xFFFFFF).getDark(), ZRColor(0xAAAAAA));
-    EXPECT_EQ(ZRColor(0x0000FF).getLight(), ZRColor(0x8080FF));
 }
 
 TEST(ZRColor, InksNeedNotGiveTheirColourBack) {
     EXPECT_EQ(shown(ZRColor::rgb2cmyk(0x808080)), "808080 #CMYK 0 0 0 0.498039");
     EXPECT_EQ(hex(ZRColor::rgb2cmyk(0x804020).getRGB()), "806050");
-}
-
-TEST(ZRColor, AnInkOnScreenFollowsItsTint) {
-    EXPECT_EQ(hex(ZRColor(0xFF0000, u"Gold", 1.0F).getSeparationRGB()), "FF0000");
-    EXPECT_EQ(hex(ZRColor(0xFF0000, u"Gold", 0.5F).getSeparationRGB()), "FF8080");
-    EXPECT_EQ(hex(ZRColor(0xFF0000, u"Gold", 0.5F, 1, 0, 0, 0).getSeparationRGB()), "80FFFF");
-    EXPECT_EQ(hex(ZRColor(u"Gold", 0.5F).getSeparationRGB()), "404040");
 }
 
 TEST(ZRColor, KeywordsAreReadInAnyCase) {

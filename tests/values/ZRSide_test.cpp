@@ -28,12 +28,10 @@ TEST(ZRSide, KnowsItsKind) {
     for (int index = 0; index < 8; ++index) {
         const ZRSide side(index);
         EXPECT_EQ(side.getIndex(), index);
-        EXPECT_EQ(side.isRelative(), index < 4);
-        EXPECT_EQ(side.isAbsolute(), index >= 4);
-        EXPECT_EQ(side.isBlock(), index / 2 == 0);
-        EXPECT_EQ(side.isInline(), index / 2 == 1);
-        EXPECT_EQ(side.isVertical(), index / 2 == 2);
-        EXPECT_EQ(side.isHorizontal(), index / 2 == 3);
+        EXPECT_TRUE(side.isRelative() == (index < 4) && side.isAbsolute() == (index >= 4));
+        EXPECT_TRUE(side.isBlock() == (index / 2 == 0) && side.isInline() == (index / 2 == 1));
+        EXPECT_TRUE(side.isVertical() == (index / 2 == 2)
+                    && side.isHorizontal() == (index / 2 == 3));
         const ZRValue value = side;
         EXPECT_EQ(ZRSide(value.getNameValue()).getIndex(), index);
     }

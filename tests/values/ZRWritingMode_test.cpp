@@ -50,26 +50,17 @@ TEST(ZRWritingMode, ReadsShortNames) {
 }
 
 TEST(ZRWritingMode, JoinsLinesAndCharacters) {
-    // By the even index that they have in common.
-    const struct {
-        const char* modes[3];
-        std::string odd;
-    } groups[] = {
-        {{"lr-tb", "rl-tb", "top-to-bottom"}, "right-to-left"},
-        {{"tb-rl", "bt-rl", "right-to-left"}, "bottom-to-top"},
-        {{"lr-bt", "rl-bt", "bottom-to-top"}, "right-to-left"},
-        {{"tb-lr", "bt-lr", "left-to-right"}, "bottom-to-top"},
-    };
-    int even = 0;
-    for (const auto& [modes, odd] : groups) {
-        for (const char* mode : modes) {
-            for (const char* direction : {"right-to-left", "bottom-to-top", "rtl", "ltr", ""}) {
-                const bool isOdd = direction == odd || direction == std::string("rtl");
-                EXPECT_EQ(ZRWritingMode(text(mode), text(direction)).getIndex(), even + isOdd)
-                    << mode << " " << direction;
-            }
+    const Rows<const char*, int> lines = {{"lr-tb", 0}, {"rl-tb", 0}, {"top-to-bottom", 0},
+                                          {"tb-rl", 2}, {"bt-rl", 2}, {"right-to-left", 2},
+                                          {"lr-bt", 4}, {"rl-bt", 4}, {"bottom-to-top", 4},
+                                          {"tb-lr", 6}, {"bt-lr", 6}, {"left-to-right", 6}};
+    for (const auto& [mode, even] : lines) {
+        const std::string odd = even % 4 == 0 ? "right-to-left" : "bottom-to-top";
+        for (const char* direction : {"right-to-left", "bottom-to-top", "rtl", "ltr", ""}) {
+            const bool isOdd = direction == odd || direction == std::string("rtl");
+            EXPECT_EQ(ZRWritingMode(text(mode), text(direction)).getIndex(), even + isOdd)
+                << mode << " " << direction;
         }
-        even += 2;
     }
     EXPECT_EQ(ZRWritingMode(ZRN_rl, ZRN_rtl).getIndex(), 0);
 }
