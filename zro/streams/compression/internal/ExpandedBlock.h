@@ -13,7 +13,8 @@ namespace ZroCommon::internal {
 class ExpandedBlock {
 public:
     static constexpr std::size_t kPutback = 10;
-    static constexpr std::size_t kSize = 32768;
+    /// Behind each block zlib copies its window, so small ones cost more.
+    static constexpr std::size_t kSize = 65536;
 
     /// Keeps what can still be put back of a get area that is used up. Nothing in the block
     /// changes yet, so the area stands as it is if no more bytes come.

@@ -12,7 +12,7 @@
 namespace ZroCommon::internal {
 namespace {
 
-constexpr std::size_t kInputSize = ExpandedBlock::kSize;
+constexpr std::size_t kInputSize = 32768;
 
 // zlib hands out runs of that size, and none with a fault in it.
 constexpr std::size_t kWholeRun = 16384;
@@ -88,11 +88,9 @@ private:
     // Fills the room, so that faults are met at the same distances from the start of the member.
     std::size_t expand(std::span<char> room) {
         std::size_t made = 0;
-        std::size_t runStart = 0;
         bool isSound = true;
         while (isSound && made < room.size() && m_place == Place::Member) {
-            runStart = made - made % kWholeRun;
-            made += m_state.expand(room.subspan(made, kWholeRun - made % kWholeRun));
+            made += m_state.expand(room.subspan(made));
             m_input = m_state.inputLeft();
             if (m_state.isComplete()) {
                 m_check = extendCrc32(m_check, room.first(made));
@@ -108,14 +106,14 @@ private:
             m_check = extendCrc32(m_check, room.first(made));
         }
         m_size += made;
-        return isSound ? made : wholeRuns(made, runStart);
+        return isSound ? made : wholeRuns(made);
     }
 
-    // On purpose: what was expanded since the last whole run is held back, unless it is all there
-    // is.
-    std::size_t wholeRuns(std::size_t made, std::size_t runStart) {
+    // On purpose: the run in which a fault was met is held back, unless it is all there is. It was
+    // met in the run before when that was full.
+    std::size_t wholeRuns(std::size_t made) {
         m_place = Place::End;
-        return m_size > kWholeRun ? runStart : made;
+        return m_size > kWholeRun && made > 0 ? (made - 1) / kWholeRun * kWholeRun : made;
     }
 
     std::size_t copyOut(std::span<char> room) {
