@@ -7,12 +7,14 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <memory>
 #include <set>
 #include <sstream>
 #include <stdexcept>
 #include <string>
 #include <sys/resource.h>
+#include <sys/wait.h>
 #include <system_error>
 #include <thread>
 #include <unistd.h>
@@ -234,6 +236,30 @@ TEST_F(TempFiles, ThreadsNeverShareANameAndTheHostKeepsItsRandomNumbers) {
     }
     EXPECT_EQ(all.size(), 400U);
     EXPECT_EQ(std::rand(), expected);
+}
+
+TEST_F(TempFiles, ProcessesNeverShareAName) {
+    constexpr int kProcesses = 8;
+    constexpr int kNames = 1000;
+    make();  // the children begin at the same number
+    std::vector<pid_t> children;
+    for (int i = 0; i < kProcesses; ++i) {
+        const pid_t child = fork();
+        if (child == 0) {
+            for (int made = 0; made < kNames; ++made) {
+                make();
+            }
+            _exit(0);
+        }
+        children.push_back(child);
+    }
+    for (const pid_t child : children) {
+        int status = -1;
+        EXPECT_EQ(waitpid(child, &status, 0), child);
+        EXPECT_EQ(status, 0);
+    }
+    const auto files = std::distance(fs::directory_iterator(m_folder.path()), {});
+    EXPECT_EQ(files, kProcesses * kNames + 1);
 }
 
 }  // namespace

@@ -179,6 +179,24 @@ TEST(Http, NamesTheFailureByItsNumber) {
     }
 }
 
+// Neither does the client's own support of other schemes come into play.
+TEST(Http, NoOtherSchemeIsAskedFor) {
+    std::string scheme;
+    const HttpServer server([&scheme](HttpConnection& connection, const std::string&) {
+        connection.send(
+            answer("302 Found", "Location: " + scheme + "://127.0.0.1/etc/hosts\r\n", ""));
+    });
+    for (const char* other : {"dict", "file", "ftp", "ftps", "gopher", "imap", "ldap", "mqtt",
+                              "rtsp", "scp", "smb", "telnet", "tftp", "ws"}) {
+        scheme = other;
+        EXPECT_EQ(outcomeOf(server.url("/")), "Cannot open URL: 2EE6") << "on to " << scheme;
+        if (scheme != "file") {
+            EXPECT_EQ(outcomeOf(scheme + "://127.0.0.1/etc/hosts"), "Cannot open URL: 2EE6")
+                << scheme;
+        }
+    }
+}
+
 TEST(Http, WaitsForWhatIsSlow) {
     using namespace std::chrono_literals;
     const HttpServer server([](HttpConnection& connection, const std::string&) {
@@ -240,6 +258,25 @@ TEST(Http, LostConnectionIsTheEnd) {
         connection.reset();
     });
     EXPECT_EQ(outcomeOf(server.url("/")).substr(0, 4), "|xxx");
+}
+
+TEST(Http, AConnectionMayBeLostAtAnyByte) {
+    const std::string body(700, 'x');
+    const std::string whole =
+        answer("200 OK", "Content-Type: a/b\r\nContent-Length: 700\r\n", body);
+    const std::size_t header = whole.size() - body.size();
+    std::size_t at = 0;
+    const HttpServer server([&](HttpConnection& connection, const std::string&) {
+        connection.send(std::string_view(whole).substr(0, at));
+    });
+    for (at = 0; at <= whole.size(); at += at < header + 5 ? 1U : 29U) {
+        const std::string outcome = outcomeOf(server.url("/"));
+        if (at >= header) {
+            EXPECT_EQ(outcome, "a/b|" + body.substr(0, at - header)) << at;
+        } else {
+            EXPECT_EQ(outcome.substr(0, 17), "Cannot open URL: ") << at;
+        }
+    }
 }
 
 TEST(Http, ClosingEarlyHarmsNobody) {

@@ -12,7 +12,9 @@
 
 #include "tests/support/Deflate.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/Threads.h"
 #include "tests/uri/Fetching.h"
+#include "zro/streams/transcoding/ZRTCVStream.h"
 
 namespace ZroCommon::testing {
 namespace {
@@ -189,6 +191,28 @@ TEST_F(ZRUriResolver, GivesThePreviousOneBack) {
     EXPECT_EQ(ZRUri::setUriReferenceResolver(&other), &m_resolver);
     EXPECT_EQ(ZRUri::setUriReferenceResolver(nullptr), &other);
     EXPECT_EQ(uri(u"my:a").getStreamFromResolver(), nullptr);
+}
+
+TEST_F(ZRUriResolver, ThreadsMayChangeItAndTheTablesWhileOthersOpen) {
+    class Serving : public ZRUriReferenceResolver {
+        std::istream* getStream(const UnicodeString&) override {
+            return new std::istringstream("served");
+        }
+    };
+    Serving serving;
+    inThreads(4, [&serving](int number) {
+        for (int i = 0; i < 200; ++i) {
+            if (number == 0) {
+                ZRUri::setUriReferenceResolver(i % 2 == 0 ? &serving : nullptr);
+                ZRTCVStream::setTCVTablePath(i % 2 == 0 ? u"/no/such" : u"");
+            }
+            const std::string content = contentOf(uri(u"/no/such/file"));
+            EXPECT_TRUE(content == "served" || content == "nothing");
+            std::istringstream bytes("\xA4\xA2");
+            ZRTCVStream stream(&bytes, "EUC-JP");
+            EXPECT_EQ(stream.get(), 0x42);
+        }
+    });
 }
 
 class ZRUriModule : public ::testing::Test {
