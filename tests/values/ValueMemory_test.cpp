@@ -50,10 +50,12 @@ TEST(ValueMemory, TextsThatGetNoneAreNeitherLostNorNull) {
     const std::u16string units(100, u'x');
     const UnicodeString lent(false, units.data(), 100);  // a copy needs room of its own
     const ZRValue value(lent);
+    const UnicodeString literal = u"'" + lent + u"'";
     for (const std::size_t largest : {std::size_t{0}, sizeof(UnicodeString)}) {
         lendTextsMemory(largest);
         EXPECT_THROW(ZRValue{lent}, std::bad_alloc);
         EXPECT_THROW(ZRName{lent}, std::bad_alloc);
+        EXPECT_THROW(ZRValue::parse(literal), std::bad_alloc);
     }
     lendTextsMemory(0);
     EXPECT_THROW(ZRValue{value}, std::bad_alloc);

@@ -74,9 +74,12 @@ std::error_code removeStubbornly(const UnicodeString& name) {
 
 // The caller holds the library's lock.
 const UnicodeString& temporaryFolder() {
+    struct Folder {
+        UnicodeString path = internal::temporaryFolder();
+    };
     // It is asked for in destructors of static objects too, so it outlives them.
-    static const auto& s_folder = *new UnicodeString(internal::temporaryFolder());
-    return s_folder;
+    static const Folder& s_folder = *new Folder;
+    return s_folder.path;
 }
 
 UnicodeString makeTempFile(const UnicodeString& dir, const UnicodeString& prefix,

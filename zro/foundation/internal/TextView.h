@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <new>
 #include <string_view>
 
 #include "zro/foundation/Text.h"
@@ -39,18 +40,22 @@ inline void copyUnits(std::u16string_view units, char16_t* target) {
     }
 }
 
-/// A text of its own with these units, without spare room; bogus without memory. Faster than the
-/// constructors.
+/// A text of its own with these units, without spare room. Faster than the constructors.
+/// \throws std::bad_alloc  without memory, where ICU would give a bogus text
 inline UnicodeString textOf(std::u16string_view units) {
     constexpr std::size_t kInside = 27;  // what needs no memory
     UnicodeString text;
     const auto length = static_cast<int32_t>(units.size());
     if (units.size() <= kInside) {
         text.append(units.data(), length);
-    } else if (char16_t* const target = text.getBuffer(length)) {
-        copyUnits(units, target);
-        text.releaseBuffer(length);
+        return text;
     }
+    char16_t* const target = text.getBuffer(length);
+    if (target == nullptr) {
+        throw std::bad_alloc();
+    }
+    copyUnits(units, target);
+    text.releaseBuffer(length);
     return text;
 }
 

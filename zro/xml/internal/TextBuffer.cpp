@@ -39,11 +39,11 @@ void TextBuffer::shrink() {
 }
 
 UnicodeString makeText(std::u16string_view units) {
-    UnicodeString text = textOf(units);
-    if (text.isBogus()) {
+    try {
+        return textOf(units);
+    } catch (const std::bad_alloc&) {
         throwOutOfMemory();
     }
-    return text;
 }
 
 void throwOutOfMemory() {
