@@ -4,7 +4,6 @@
 #include <sstream>
 
 #include "tests/support/SmallStack.h"
-#include "tests/support/Streams.h"
 #include "tests/support/Test.h"
 
 namespace ZroCommon::internal {
@@ -38,7 +37,6 @@ public:
     Reader& rest() { return take(1'000'000); }
     Reader& at() { return add(std::to_string(line()) + ":" + std::to_string(column())); }
     Reader& state() { return add(hasFailed() ? "failed" : "fine"); }
-
     Reader& putBack(char32_t c) { return pushBack(c), *this; }
     Reader& put(std::u16string_view text) {
         pushText(UnicodeString(text.data(), static_cast<int32_t>(text.size())));
@@ -58,34 +56,24 @@ private:
     std::string m_log;
 };
 
-TEST(CharReader, CountsLinesAndCodePoints) {
-    Reader reader("ab\r\nc\xF0\x9F\x98\x80"
-                  "d\ne");
-    reader.at().take(2).at().take(1).at().take(3).at().rest().at().state();
-    EXPECT_EQ(reader.log(), "1:0 'ab' 1:2 '\n' 2:0 'c\xF0\x9F\x98\x80"
-                            "d' 2:3 '\ne' 3:1 failed");
-}
-
-TEST(CharReader, PushedBackCharactersComeAgainAndDoNotCountAgain) {
-    Reader reader("a]]x");
-    reader.take(4).putBack(u'x').putBack(u']').at().take(1).at().rest();
-    EXPECT_EQ(reader.log(), "'a]]x' 1:4 ']' 1:4 'x'");
-    Reader wide("a\xED\xA0\x80z");  // what no window holds
-    wide.take(2).at().putBack(0xD800).putBack(u'a').take(2).at().rest();
-    EXPECT_EQ(wide.log(), "'a<surrogate>' 1:2 'a<surrogate>' 1:2 'z'");
-}
-
-TEST(CharReader, TextsAreReadBeforeWhatWasPutBack) {
-    Reader reader("ab");
-    reader.take(1).putBack(u'a').put(u"12").put(u"0").at().take(3).putBack(u'2').rest();
-    EXPECT_EQ(reader.log(), "'a' 1:1 '012' '2ab'");
-}
-
-// The document's own U+FFFF is told from its end by the state alone.
-TEST(CharReader, AnFfffOfTheDocumentIsNotItsEnd) {
-    Reader reader("a\xEF\xBF\xBFz");
-    reader.take(1).take(1).state().at().rest().state();
-    EXPECT_EQ(reader.log(), "'a' '' fine 1:1 'z' failed");
+TEST(CharReader, GivesCharactersAndCountsTheirPlaces) {
+    for (const auto& [log, expected] : testing::Rows<std::string, const char*>{
+             {Reader("ab\r\nc\U0001F600d\ne").at().take(2).at().take(1).at().rest().at().log(),
+              "1:0 'ab' 1:2 '\n' 2:0 'c\U0001F600d\ne' 3:1"},
+             {Reader("a]]x").take(4).putBack(u'x').putBack(u']').at().take(1).at().rest().log(),
+              "'a]]x' 1:4 ']' 1:4 'x'"},
+             // What no window holds.
+             {Reader("a\xED\xA0\x80z").take(2).putBack(0xD800).putBack(u'a').take(2).at().log(),
+              "'a<surrogate>' 'a<surrogate>' 1:2"},
+             // Texts are read before what was put back.
+             {Reader("ab").take(1).putBack(u'a').put(u"12").at().take(2).putBack(u'2').rest().log(),
+              "'a' 1:1 '12' '2ab'"},
+             // The document's own U+FFFF is told from its end by the state alone.
+             {Reader("a\xEF\xBF\xBFz").take(1).take(1).state().at().rest().state().log(),
+              "'a' '' fine 1:1 'z' failed"},
+         }) {
+        EXPECT_EQ(log, expected);
+    }
 }
 
 TEST(CharReader, InnerInputsEndIntoTheOuterOne) {
@@ -144,29 +132,6 @@ TEST(CharReader, SettlingGoesOnWithTheBytesBehindTheLastCharacter) {
     reader.take(3).putBack(0xE9).settle().encoding.mode = EncodingMode::Latin1;
     reader.rest().at();
     EXPECT_EQ(reader.log(), "'a\n\xC3\xA9' '\xC3\xA9\xC3\x83\xC2\xA9' 2:3");
-}
-
-TEST(CharReader, TakesOneRefillAtATime) {
-    testing::SlowSourceBuf buffer(std::string(64, 'x'), 8);
-    std::istream stream(&buffer);
-    CharReader reader;
-    reader.input().open(stream);
-    for (std::size_t i = 0; i < 64; ++i) {
-        ASSERT_EQ(reader.get(), U'x');
-        EXPECT_EQ(buffer.refills(), i / 8 + 1);
-    }
-}
-
-TEST(CharReader, AThrowingBufferIsAFailedStream) {
-    testing::ThrowAtBuf buffer("abc", 2);
-    std::istream stream(&buffer);
-    stream.exceptions(std::ios_base::badbit);
-    CharReader reader;
-    reader.input().open(stream);
-    EXPECT_EQ(reader.get(), U'a');
-    EXPECT_EQ(reader.get(), U'b');
-    EXPECT_EQ(reader.get(), CharReader::kEnd);
-    EXPECT_TRUE(stream.bad());
 }
 
 TEST(CharReader, ManyInputsThatEndTogetherNeedNoStack) {

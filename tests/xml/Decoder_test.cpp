@@ -16,14 +16,10 @@ const unsigned char* bytesOf(std::string_view bytes) {
     return reinterpret_cast<const unsigned char*>(bytes.data());
 }
 
-struct Result {
-    std::u32string characters;
-    std::size_t left = 0;  // bytes
-};
-
-// Decodes all, what the window cannot hold singly.
-Result decodeAll(Mode mode, std::string_view bytes, InputTail tail = InputTail::Closed) {
-    Result result;
+// Decodes all, what the window cannot hold singly. \param left  takes the number of bytes left
+std::u32string decodeAll(Mode mode, std::string_view bytes, InputTail tail = InputTail::Closed,
+                         std::size_t* left = nullptr) {
+    std::u32string result;
     std::array<char16_t, 64> window{};
     const unsigned char* at = bytesOf(bytes);
     const unsigned char* const end = at + bytes.size();
@@ -33,17 +29,19 @@ Result decodeAll(Mode mode, std::string_view bytes, InputTail tail = InputTail::
         at = state.bytes;
         for (const char16_t* unit = window.data(); unit != state.units; ++unit) {
             const bool pair = (*unit & 0xFC00U) == 0xD800U;
-            result.characters += pair ? 0x10000 + ((*unit & 0x3FFU) << 10U) + (unit[1] & 0x3FFU)
-                                      : static_cast<char32_t>(*unit);
+            result += pair ? 0x10000 + ((*unit & 0x3FFU) << 10U) + (unit[1] & 0x3FFU)
+                           : static_cast<char32_t>(*unit);
             unit += pair ? 1 : 0;
         }
         if (stop == DecodeStop::NeedsBytes) {
-            result.left = static_cast<std::size_t>(end - at);
+            if (left != nullptr) {
+                *left = static_cast<std::size_t>(end - at);
+            }
             return result;
         }
         if (stop == DecodeStop::Unrepresented) {
             const DecodedOne one = decodeOne(mode, at, end, true);
-            result.characters += one.character;
+            result += one.character;
             at += one.length;
         }
     }
@@ -51,7 +49,7 @@ Result decodeAll(Mode mode, std::string_view bytes, InputTail tail = InputTail::
 
 void expectRows(testing::Rows<Mode, std::string_view, std::u32string_view> rows) {
     for (const auto& [mode, bytes, characters] : rows) {
-        EXPECT_EQ(decodeAll(mode, bytes).characters, characters)
+        EXPECT_EQ(decodeAll(mode, bytes), characters)
             << ::testing::PrintToString(std::string(bytes));
     }
 }
@@ -77,6 +75,29 @@ TEST(Decoder, Utf8IsDecodedByShapeAlone) {
     });
 }
 
+TEST(Decoder, WideEncodingsAndLineEnds) {
+    expectRows({
+        {Mode::Utf16LE, "a\0\x3D\xD8\x00\xDEz\0"sv, U"a\U0001F600z"sv},
+        {Mode::Utf16BE, "\0a\xD8\x3D\xDE\x00\0z"sv, U"a\U0001F600z"sv},
+        {Mode::Utf16LE, "\x3D\xD8z\0y\0"sv, U"\uFFFDy"sv},  // a lead takes its neighbour with it
+        {Mode::Utf16LE, "a\0z"sv, U"a\uFFFD"sv},
+        {Mode::Utf16LE, "\x3D\xD8\x00"sv, U"\uFFFD"sv},
+        {Mode::Utf32LE, "a\0\0\0\x00\xF6\x01\0b\0\0"sv, U"a\U0001F600\uFFFD"sv},
+        {Mode::Utf32BE, "\0\0\0a\0\x01\xF6\x00"sv, U"a\U0001F600"sv},
+        {Mode::Latin1, "a\xE9\xFF"sv, U"a\u00E9\u00FF"sv},
+        {Mode::Ascii, "a\xE9"sv, U"a\u00E9"sv},
+        {Mode::Unknown, "\xC3\xA9"sv, U"\u00C3\u00A9"sv},
+        // Every line end becomes one line feed.
+        {Mode::Utf8, "a\r\nb\rc\nd\xC2\x85 \xE2\x80\xA8 \r\xC2\x85g"sv, U"a\nb\nc\nd\n \n \ng"sv},
+        {Mode::Utf8, "\r\r\n\n\r"sv, U"\n\n\n\n"sv},
+        {Mode::Utf8, "\r\xE2\x80\xA8"sv, U"\n\n"sv},
+        {Mode::Utf8, "\xC0\x8D\nz"sv, U"\nz"sv},  // an overlong CR is one too
+        {Mode::Latin1, "a\r\x85 \x85 \r\nd"sv, U"a\n \n \nd"sv},
+        {Mode::Utf16LE, "\r\0\n\0\x28\x20\r\0\x85\0z\0"sv, U"\n\n\nz"sv},
+        {Mode::Utf32BE, "\0\0\0\r\0\0\0\n\0\0\0\x85\0\0\0z"sv, U"\n\nz"sv},
+    });
+}
+
 TEST(Decoder, WhatUtf16CannotCarryLeavesTheWindow) {
     for (const auto& [mode, bytes, character] : testing::Rows<Mode, std::string_view, unsigned>{
              {Mode::Utf8, "\xED\xA0\x80"sv, 0xD800},
@@ -89,47 +110,10 @@ TEST(Decoder, WhatUtf16CannotCarryLeavesTheWindow) {
              {Mode::Utf32BE, "\xFF\xFF\xFF\xFF"sv, 0xFFFFFFFF},
              {Mode::Utf32BE, "\x00\x00\xD8\x00"sv, 0xD800},
          }) {
-        const std::u32string found = decodeAll(mode, bytes).characters;
-        EXPECT_TRUE(found.size() == 1 && found[0] == character) << std::hex << character;
+        EXPECT_EQ(decodeAll(mode, bytes), std::u32string(1, character)) << std::hex << character;
     }
-    EXPECT_EQ(decodeAll(Mode::Utf8, "\xED\xA0\x80\xED\xB0\x80").characters.size(), 2U)
+    EXPECT_EQ(decodeAll(Mode::Utf8, "\xED\xA0\x80\xED\xB0\x80").size(), 2U)
         << "two of them never join to one character";
-}
-
-TEST(Decoder, WideEncodings) {
-    expectRows({
-        {Mode::Utf16LE, "a\0\x3D\xD8\x00\xDEz\0"sv, U"a\U0001F600z"sv},
-        {Mode::Utf16BE, "\0a\xD8\x3D\xDE\x00\0z"sv, U"a\U0001F600z"sv},
-        {Mode::Utf16LE, "\x3D\xD8z\0y\0"sv, U"\uFFFDy"sv},  // a lead takes its neighbour with it
-        {Mode::Utf16LE, "a\0z"sv, U"a\uFFFD"sv},
-        {Mode::Utf16LE, "\x3D\xD8\x00"sv, U"\uFFFD"sv},
-        {Mode::Utf32LE, "a\0\0\0\x00\xF6\x01\0"sv, U"a\U0001F600"sv},
-        {Mode::Utf32BE, "\0\0\0a\0\x01\xF6\x00"sv, U"a\U0001F600"sv},
-        {Mode::Utf32LE, "a\0\0\0b\0\0"sv, U"a\uFFFD"sv},
-        {Mode::Latin1, "a\xE9\xFF"sv, U"a\u00E9\u00FF"sv},
-        {Mode::Ascii, "a\xE9"sv, U"a\u00E9"sv},
-        {Mode::Unknown, "\xC3\xA9"sv, U"\u00C3\u00A9"sv},
-    });
-}
-
-TEST(Decoder, EveryLineEndBecomesOneLineFeed) {
-    expectRows({
-        {Mode::Utf8,
-         "a\r\nb\rc\nd\xC2\x85"
-         "e\xE2\x80\xA8"
-         "f\r\xC2\x85g"sv,
-         U"a\nb\nc\nd\ne\nf\ng"sv},
-        {Mode::Utf8, "\r\r\n\n\r"sv, U"\n\n\n\n"sv},
-        {Mode::Utf8, "\r\xE2\x80\xA8"sv, U"\n\n"sv},
-        {Mode::Utf8, "\xC0\x8D\nz"sv, U"\nz"sv},  // an overlong CR is one too
-        {Mode::Latin1,
-         "a\r\x85"
-         "b\x85"
-         "c\r\nd"sv,
-         U"a\nb\nc\nd"sv},
-        {Mode::Utf16LE, "\r\0\n\0\x28\x20\r\0\x85\0z\0"sv, U"\n\n\nz"sv},
-        {Mode::Utf32BE, "\0\0\0\r\0\0\0\n\0\0\0\x85\0\0\0z"sv, U"\n\nz"sv},
-    });
 }
 
 // On purpose: a character read ahead is lost when it is U+FFFF or the document's end cuts it.
@@ -140,14 +124,19 @@ TEST(Decoder, AReturnTakesAnFfffAndACutSequenceWithIt) {
         {Mode::Utf8, "a\r\xE2\x80"sv, U"a\n"sv},
         {Mode::Utf16LE, "\r\0z"sv, U"\n"sv},
     });
-    EXPECT_EQ(decodeAll(Mode::Utf8, "a\r\xE2\x80", InputTail::Nested).characters, U"a\n\uFFFD");
+    EXPECT_EQ(decodeAll(Mode::Utf8, "a\r\xE2\x80", InputTail::Nested), U"a\n\uFFFD");
 }
 
 TEST(Decoder, AnOpenInputKeepsWhatIsNotWhole) {
-    EXPECT_EQ(decodeAll(Mode::Utf8, "ab\xE3\x81", InputTail::Open).left, 2U);
-    EXPECT_EQ(decodeAll(Mode::Utf8, "ab\r", InputTail::Open).left, 1U);
-    EXPECT_EQ(decodeAll(Mode::Utf8, "ab\r\xC2", InputTail::Open).left, 2U);
-    EXPECT_EQ(decodeAll(Mode::Utf16LE, "a\0b"sv, InputTail::Open).left, 1U);
+    for (const auto& [mode, bytes, kept] :
+         testing::Rows<Mode, std::string_view, std::size_t>{{Mode::Utf8, "ab\xE3\x81"sv, 2},
+                                                            {Mode::Utf8, "ab\r"sv, 1},
+                                                            {Mode::Utf8, "ab\r\xC2"sv, 2},
+                                                            {Mode::Utf16LE, "a\0b"sv, 1}}) {
+        std::size_t left = 0;
+        decodeAll(mode, bytes, InputTail::Open, &left);
+        EXPECT_EQ(left, kept) << ::testing::PrintToString(std::string(bytes));
+    }
 }
 
 // The same one character at a time, by the plain rules.
@@ -186,7 +175,7 @@ TEST(Decoder, BlocksAndSingleCharactersAgree) {
     for (int round = 0; round < 4000; ++round) {
         const std::string bytes = randomBytes(random);
         for (const Mode mode : kModes) {
-            ASSERT_EQ(decodeAll(mode, bytes).characters, decodeSingly(mode, bytes))
+            ASSERT_EQ(decodeAll(mode, bytes), decodeSingly(mode, bytes))
                 << ::testing::PrintToString(bytes) << " mode " << static_cast<int>(mode);
         }
     }

@@ -1,6 +1,5 @@
 #include "zro/xml/internal/NamespaceManager.h"
 
-#include <array>
 #include <map>
 #include <random>
 #include <vector>
@@ -18,15 +17,6 @@ ZRName name(const char16_t* text) {
     return {UnicodeString(text)};
 }
 
-// "p=u q=v", in the order in which the declarations are told.
-std::string dump(const NamespaceMap& map) {
-    std::string all;
-    for (int i = 0; i < static_cast<int>(map.size()); ++i) {
-        all += (all.empty() ? "" : " ") + utf8(map.prefix(i)) + "=" + utf8(map.uri(i));
-    }
-    return all;
-}
-
 class NamespaceScopes : public ::testing::Test {
 protected:
     void declare(const char16_t* prefix, const char16_t* uri) {
@@ -37,15 +27,6 @@ protected:
     ZRPtr<NamespaceManager> m_manager{new NamespaceManager};
 };
 
-TEST_F(NamespaceScopes, BaseBindsThePrefixesOfXmlItself) {
-    EXPECT_EQ(m_manager->lookup(ZRN_xml), ZRN_ns_xml);
-    EXPECT_EQ(m_manager->lookup(ZRN_xmlns), ZRN_ns_xmlns);
-    EXPECT_EQ(m_manager->findPrefix(ZRN_ns_xml), ZRN_xml);
-    EXPECT_EQ(m_manager->declarationCount(0), 2);
-    EXPECT_EQ(m_manager->declarationCount(1), 0);
-    EXPECT_EQ(m_manager->declarationCount(-1), 0);
-}
-
 // On purpose: the declaration is told to callers, yet the prefix keeps its meaning.
 TEST_F(NamespaceScopes, AnEmptyUriUndeclaresTheDefaultNamespaceAlone) {
     m_manager->pushScope();
@@ -54,54 +35,46 @@ TEST_F(NamespaceScopes, AnEmptyUriUndeclaresTheDefaultNamespaceAlone) {
     m_manager->pushScope();
     declare(u"p", u"");
     declare(u"", u"");
-    EXPECT_EQ(dump(m_manager->declarations()), "= p=");
+    EXPECT_EQ(m_manager->declarations().size(), 2U);
     EXPECT_EQ(meaningOf(u"p"), "u");
     EXPECT_EQ(meaningOf(u""), "");
 }
 
+// The second document is so large that its memory is given back.
 TEST_F(NamespaceScopes, ResetKeepsWhatTheBaseScopeDeclares) {
     declare(u"", u"svg");
-    m_manager->pushScope();
-    declare(u"p", u"u");
-    m_manager->reset();
-    EXPECT_EQ(m_manager->depth(), 0);
-    EXPECT_EQ(meaningOf(u""), "svg");
-    EXPECT_EQ(meaningOf(u"p"), "");
-    m_manager->popScope();
-    EXPECT_EQ(meaningOf(u"xml"), utf8(ZRName(ZRN_ns_xml))) << "the base scope never ends";
-}
-
-TEST_F(NamespaceScopes, ResetAfterAHugeDocumentKeepsTheBaseToo) {
-    declare(u"", u"svg");
-    for (int i = 0; i < 3000; ++i) {
-        m_manager->pushScope();
-        m_manager->declare(ZRName::generateID(u"prefix"), name(u"u"));
+    for (const int scopes : {1, 3000}) {
+        for (int i = 0; i < scopes; ++i) {
+            m_manager->pushScope();
+            m_manager->declare(ZRName::generateID(u"prefix"), name(u"u"));
+        }
+        m_manager->reset();
+        m_manager->popScope();  // the base scope never ends
+        EXPECT_EQ(m_manager->depth(), 0);
+        EXPECT_EQ(meaningOf(u""), "svg");
+        EXPECT_EQ(m_manager->findPrefix(name(u"u")), ZRN_EMPTY);
+        EXPECT_EQ(m_manager->findPrefix(ZRN_ns_xml), ZRN_xml);
+        EXPECT_EQ(m_manager->lookup(ZRN_xmlns), ZRN_ns_xmlns);
+        EXPECT_EQ(m_manager->declarationCount(0), 3);
+        EXPECT_EQ(m_manager->declarationCount(1) + m_manager->declarationCount(-1), 0);
     }
-    m_manager->reset();
-    EXPECT_EQ(meaningOf(u""), "svg");
-    EXPECT_EQ(m_manager->declarationCount(0), 3);
-    EXPECT_EQ(m_manager->findPrefix(ZRN_ns_xml), ZRN_xml);
-    EXPECT_EQ(m_manager->findPrefix(name(u"u")), ZRN_EMPTY);
 }
 
 TEST_F(NamespaceScopes, HoldAReferenceOnTheSharedNameTable) {
     const int before = ZRNameTable::getSharedNameTable()->getRefCount();
-    {
-        const ZRPtr<NamespaceManager> other(new NamespaceManager);
-        EXPECT_EQ(ZRNameTable::getSharedNameTable()->getRefCount(), before + 1);
-    }
-    EXPECT_EQ(ZRNameTable::getSharedNameTable()->getRefCount(), before);
+    m_manager = nullptr;
+    EXPECT_EQ(ZRNameTable::getSharedNameTable()->getRefCount(), before - 1);
 }
 
 // Each level asks for a prefix that nothing binds, which a walk would seek through all scopes.
 TEST_F(NamespaceScopes, DepthCostsNothing) {
     constexpr int kDepth = 200000;
     for (const bool declares : {false, true}) {
-        const std::array<ZRName, 2> uris = {name(u"even"), name(u"odd")};
+        const ZRName uris[] = {name(u"even"), name(u"odd")};
         for (int i = 0; i < kDepth; ++i) {
             m_manager->pushScope();
             if (declares) {
-                m_manager->declare(ZRN_EMPTY, uris[static_cast<std::size_t>(i) % 2]);
+                m_manager->declare(ZRN_EMPTY, uris[i % 2]);
             }
             m_manager->setElement(ZRN_EMPTY, m_manager->lookup(ZRN_EMPTY), ZRN_block);
             ASSERT_EQ(m_manager->lookup(ZRN_fo), ZRN_EMPTY);
@@ -118,13 +91,17 @@ public:
     void pop() { m_scopes.pop_back(); }
     std::size_t size() const { return m_scopes.size(); }
 
+    struct Scope {
+        bool hasElement = false;
+        int prefix = 0;
+        int uri = 0;
+        std::map<int, int> declarations;
+    };
+
+    Scope& innermost() { return m_scopes.back(); }
     void setElement(int prefix, int uri) {
-        m_scopes.back().prefix = prefix;
-        m_scopes.back().uri = uri;
-        m_scopes.back().hasElement = true;
+        m_scopes.back() = {true, prefix, uri, m_scopes.back().declarations};
     }
-    bool hasElement() const { return m_scopes.back().hasElement; }
-    const std::map<int, int>& declarations() const { return m_scopes.back().declarations; }
 
     bool declare(int prefix, int uri) {
         const bool isNews = lookup(prefix) != uri;
@@ -160,12 +137,6 @@ public:
     }
 
 private:
-    struct Scope {
-        bool hasElement = false;
-        int prefix = 0;
-        int uri = 0;
-        std::map<int, int> declarations;
-    };
     std::vector<Scope> m_scopes{1};
 };
 
@@ -174,7 +145,7 @@ ZRNameEnum number(int value) {
     return static_cast<ZRNameEnum>(value);
 }
 
-void expectAgreement(const NamespaceManager& manager, const Walk& walk) {
+void expectAgreement(const NamespaceManager& manager, Walk& walk) {
     for (int prefix = 0; prefix < 4; ++prefix) {
         ASSERT_EQ(manager.lookup(number(prefix)), number(walk.lookup(prefix))) << prefix;
     }
@@ -182,7 +153,7 @@ void expectAgreement(const NamespaceManager& manager, const Walk& walk) {
         ASSERT_EQ(manager.findPrefix(number(uri)), number(walk.findPrefix(uri))) << uri;
     }
     const NamespaceMap declared = manager.declarations();
-    const auto& expected = walk.declarations();
+    const auto& expected = walk.innermost().declarations;
     const int inherited = walk.size() == 1 ? 2 : 0;  // the base has two that the walk does not know
     ASSERT_EQ(declared.size(), expected.size() + static_cast<std::size_t>(inherited));
     ASSERT_EQ(manager.declarationCount(manager.depth()), static_cast<int>(declared.size()));
@@ -206,7 +177,7 @@ TEST_F(NamespaceScopes, AgreeWithTheWalkOnRandomNestings) {
         } else if (choice == 2 && walk.size() > 1) {
             walk.pop();
             m_manager->popScope();
-        } else if (choice == 3 && walk.size() > 1 && !walk.hasElement()) {
+        } else if (choice == 3 && walk.size() > 1 && !walk.innermost().hasElement) {
             walk.setElement(prefix, uri);
             m_manager->setElement(number(prefix), number(uri), ZRN_block);
         } else {

@@ -78,9 +78,7 @@ void throwAtEveryByte() {
             try {
                 read(*parser, stream);
                 parser->next();
-            } catch (const std::bad_alloc&) {
-                parser->getPositionDescription();
-            } catch (const ZRError&) {
+            } catch (...) {  // what the buffer threw, or an error that follows from it
                 parser->getPositionDescription();
             }
             ASSERT_EQ(afterwards(*parser), "") << document << " at " << at;
@@ -109,26 +107,23 @@ std::string readWithNews(ZRXmlParser& parser, const char* document, long news, b
 }
 
 void failEveryNew(const char* document, bool forGood) {
-    const FakeWeb web(kResources);
     const std::string expected = readWithNews(*ZRXmlUtil::createXmlParser(), document, -1, true);
-    for (long news = 0;; ++news) {
+    std::string events;
+    for (long news = 0; events != expected; ++news) {
         const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
-        const std::string events = readWithNews(*parser, document, news, forGood);
+        events = readWithNews(*parser, document, news, forGood);
         ASSERT_TRUE(events == "bad_alloc" || events == expected)
             << events << "\nfor " << document << " with " << news << " allocations";
         ASSERT_EQ(afterwards(*parser), "") << document << " with " << news << " allocations";
-        if (events == expected) {
-            return;
-        }
     }
 }
 
 TEST(XmlParserFaults, AllocationsThatFailEndInAnExceptionAndDoNotHarmTheParser) {
     const NamesStay names;
-    for (const bool forGood : {false, true}) {
-        for (const char* document : kDocuments) {
-            failEveryNew(document, forGood);
-        }
+    const FakeWeb web(kResources);
+    for (const char* document : kDocuments) {
+        failEveryNew(document, false);
+        failEveryNew(document, true);
     }
 }
 
