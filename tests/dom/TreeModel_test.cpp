@@ -31,31 +31,78 @@ bool isAtOrAbove(const ModelNode* ancestor, const ModelNode* node) {
     return node != nullptr;
 }
 
+void leave(ModelNode& node) {
+    if (node.parent != nullptr) {
+        node.parent->children.remove(&node);
+        node.parent = nullptr;
+    }
+}
+
+void enter(ModelNode& parent, ModelNode& child, const ModelNode* before) {
+    if (before != &child) {
+        leave(child);
+        const auto at = std::find(parent.children.begin(), parent.children.end(), before);
+        parent.children.insert(at, &child);
+        child.parent = &parent;
+    }
+}
+
+/// Empties a node, and those below when they are deleted. \return the number of those that go
+long empty(ModelNode& node, bool deletes) {
+    long count = 0;
+    while (!node.children.empty()) {
+        ModelNode& child = *node.children.back();
+        count += 1 + (deletes ? empty(child, true) : 0);
+        leave(child);
+    }
+    return count;
+}
+
 class Model {
 public:
-    static constexpr std::size_t kNodes = 24;
-
-    explicit Model(unsigned seed) : m_random(seed), m_nodes(kNodes) {
-        for (std::size_t i = 0; i < kNodes; ++i) {
-            m_nodes[i].name = std::string(1, static_cast<char>('a' + i));
-            const ZRName name = text(m_nodes[i].name);
-            m_nodes[i].node = m_document->createElementNS(ZRName(), ZRName(), name);
+    explicit Model(unsigned seed) : m_random(seed), m_nodes(24) {
+        for (ModelNode& node : m_nodes) {
+            node.name = std::string(1, static_cast<char>('a' + (&node - m_nodes.data())));
+            node.node = m_document->createElementNS(ZRName(), ZRName(), ZRName(text(node.name)));
         }
     }
 
     void step() {
-        ModelNode& parent = any();
-        ModelNode& child = any();
+        ModelNode& parent = m_nodes[m_random() % m_nodes.size()];
+        ModelNode& child = m_nodes[m_random() % m_nodes.size()];
         if (isAtOrAbove(&child, &parent)) {
             return;
         }
-        ModelNode* place = parent.children.empty() ? nullptr : anyOf(parent.children);
-        switch (m_random() % 5) {
-        case 0: append(parent, child); break;
-        case 1: insert(parent, child, place); break;
-        case 2: replace(parent, child, place); break;
-        case 3: remove(child); break;
-        default: empty(parent, m_random() % 8 == 0);
+        auto place = parent.children.begin();
+        std::advance(place, static_cast<std::ptrdiff_t>(m_random() % (parent.children.size() + 1)));
+        ModelNode* before = place != parent.children.end() ? *place : nullptr;
+        const bool deletes = m_random() % 8 == 0;
+        switch (m_random() % 4) {
+        case 0:
+            EXPECT_EQ(insert(*parent.node, child.node, before), child.node.get());
+            enter(parent, child, before);
+            break;
+        case 1:
+            if (before != nullptr) {
+                EXPECT_EQ(parent.node->replaceChild(child.node, before->node).get(),
+                          before->node.get());
+                enter(parent, child, before);
+                before != &child ? leave(*before) : void();
+            }
+            break;
+        case 2:
+            if (child.parent != nullptr) {
+                EXPECT_EQ(child.parent->node->removeChild(child.node).get(), child.node.get());
+                leave(child);
+            }
+            break;
+        default:
+            if (deletes) {
+                EXPECT_EQ(parent.node->deleteAllChildNodes(), empty(parent, true));
+            } else {
+                parent.node->removeAllChildNodes();
+                empty(parent, false);
+            }
         }
     }
 
@@ -66,89 +113,19 @@ public:
                       node.parent != nullptr ? node.parent->node.get() : nullptr);
             EXPECT_EQ(node.node->getRefCount(), node.parent != nullptr ? 2 : 1);
             EXPECT_TRUE(node.parent != nullptr || node.node->getNextSiblingFast() == nullptr);
-            std::string backwards;
-            for (ZRNode* at = node.node->getLastChildFast(); at; at = at->getPreviousSibling()) {
-                backwards.insert(0, label(at));
-            }
             std::string children;
-            for (const ModelNode* childNode : node.children) {
-                children += childNode->name;
+            for (const ModelNode* child : node.children) {
+                children.insert(0, child->name + (children.empty() ? "" : " "));
             }
-            EXPECT_EQ(backwards, children);
+            EXPECT_EQ(backwards(node.node), children);
         }
     }
 
 private:
-    ModelNode& any() { return m_nodes[m_random() % kNodes]; }
-    ModelNode* anyOf(const std::list<ModelNode*>& list) {
-        auto at = list.begin();
-        std::advance(at, static_cast<std::ptrdiff_t>(m_random() % list.size()));
-        return *at;
-    }
-    static void leave(ModelNode& node) {
-        if (node.parent != nullptr) {
-            node.parent->children.remove(&node);
-            node.parent = nullptr;
-        }
-    }
-    static void enter(ModelNode& parent, ModelNode& child, const ModelNode* before) {
-        leave(child);
-        const auto at = std::find(parent.children.begin(), parent.children.end(), before);
-        parent.children.insert(at, &child);
-        child.parent = &parent;
-    }
-
-    static void append(ModelNode& parent, ModelNode& child) {
-        EXPECT_EQ(parent.node->appendChild(child.node), child.node.get());
-        enter(parent, child, nullptr);
-    }
-    static void insert(ModelNode& parent, ModelNode& child, ModelNode* place) {
-        ZRNode* before = place != nullptr ? place->node.get() : nullptr;
-        EXPECT_EQ(parent.node->insertBefore(child.node, before), child.node.get());
-        if (place != &child) {
-            enter(parent, child, place);
-        }
-    }
-    static void replace(ModelNode& parent, ModelNode& child, ModelNode* place) {
-        if (place == nullptr) {
-            return;
-        }
-        EXPECT_EQ(parent.node->replaceChild(child.node, place->node).get(), place->node.get());
-        if (place != &child) {
-            enter(parent, child, place);
-            leave(*place);
-        }
-    }
-    static void remove(ModelNode& child) {
-        if (child.parent != nullptr) {
-            EXPECT_EQ(child.parent->node->removeChild(child.node).get(), child.node.get());
-            leave(child);
-        }
-    }
-    /// The children survive, since the model holds them; so do theirs, unless all are taken apart.
-    static void empty(ModelNode& parent, bool deletes) {
-        long count = 0;
-        while (!parent.children.empty()) {
-            ModelNode& child = *parent.children.back();
-            if (deletes) {
-                count += 1 + countAndPart(child);
-            }
-            leave(child);
-        }
-        if (deletes) {
-            EXPECT_EQ(parent.node->deleteAllChildNodes(), count);
-        } else {
-            parent.node->removeAllChildNodes();
-        }
-    }
-    static long countAndPart(ModelNode& node) {
-        long count = 0;
-        while (!node.children.empty()) {
-            ModelNode& child = *node.children.back();
-            count += 1 + countAndPart(child);
-            leave(child);
-        }
-        return count;
+    /// At the end by the operation for that.
+    static ZRNode* insert(ZRNode& parent, ZRNode* child, ModelNode* before) {
+        return before != nullptr ? parent.insertBefore(child, before->node)
+                                 : parent.appendChild(child);
     }
 
     std::mt19937 m_random;

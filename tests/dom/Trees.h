@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <sstream>
 
 #include "tests/support/Test.h"
 #include "zro/dom/ZRDocument.h"
@@ -89,10 +90,31 @@ inline ZRNode* addText(const Document& document, ZRNode* parent, const char16_t*
     return parent->appendChild(document->createTextNode(data));
 }
 
-/// r(a(b 't')), for tests to add to.
-struct SmallTree {
+/// The document of a text.
+inline Document loaded(const std::string& xml) {
     Document document = newDocument();
-    ZRNode* r = addElement(document, document, u"r");
+    std::istringstream input(xml);
+    document->load(input);
+    return document;
+}
+
+/// The children from the last to the first, by the links backwards.
+inline std::string backwards(ZRNode* parent) {
+    std::string text;
+    for (ZRNode* node = parent->getLastChildFast(); node; node = node->getPreviousSibling()) {
+        text += (text.empty() ? "" : " ") + label(node);
+    }
+    return text;
+}
+
+/// An element r in a document.
+struct RootedTree {
+    Document document = newDocument();
+    ZRElement* r = addElement(document, document, u"r");
+};
+
+/// r(a(b 't')), for tests to add to.
+struct SmallTree : RootedTree {
     ZRNode* a = addElement(document, r, u"a");
     ZRNode* b = addElement(document, a, u"b");
     ZRNode* t = addText(document, a, u"t");

@@ -15,13 +15,6 @@
 namespace ZroCommon::testing {
 namespace {
 
-Document loaded(const std::string& xml) {
-    Document document = newDocument();
-    std::istringstream input(xml);
-    document->load(input);
-    return document;
-}
-
 /// A document in pull mode over a stream of its own.
 struct Pulled {
     explicit Pulled(const std::string& xml) : input(xml) {
@@ -33,18 +26,17 @@ struct Pulled {
 };
 
 TEST(ZRDocument, LoadsElementsAttributesAndText) {
-    for (const auto& [xml, tree] : Rows<const char*, const char*>{
-             {"<a/>", "#document(a)"},
-             {"<a>x<!-- c -->y<?p q?>z</a>", "#document(a('xyz'))"},
-             {"<a><![CDATA[<]]>&amp;</a>", "#document(a('<&'))"},
-             {"<a x='1' p:y='2' xmlns:p='urn:u'/>", "#document(a x=1 p:y=2 xmlns:p=urn:u)"},
-             {"<a> <b/>t<c><d/></c></a>", "#document(a(' ' b 't' c(d)))"},
-             {" <!-- c --> <?p q?> <a/> ", "#document(a)"},
-             {"<a><![CDATA[]]></a>", "#document(a(''))"},
-             {"<!DOCTYPE a [<!ENTITY e '<b>t</b>'>]><a>&e;&e;</a>", "#document(a(b('t') b('t')))"},
-         }) {
-        EXPECT_EQ(dump(loaded(xml)), tree) << xml;
-    }
+    const auto load = [](const std::string& xml) {
+        return dump(loaded(xml));
+    };
+    expectLines(load, R"(
+<a>x<!-- c -->y<?p q?>z</a> -> #document(a('xyz'))
+<a><![CDATA[<]]>&amp;</a> -> #document(a('<&'))
+<a x='1' p:y='2' xmlns:p='urn:u'/> -> #document(a x=1 p:y=2 xmlns:p=urn:u)
+<a> <b/>t<c><d/></c></a> -> #document(a(' ' b 't' c(d)))
+<!-- c --> <?p q?> <a/>  -> #document(a)
+<a><![CDATA[]]></a> -> #document(a(''))
+<!DOCTYPE a [<!ENTITY e '<b>t</b>'>]><a>&e;&e;</a> -> #document(a(b('t') b('t'))))");
 }
 
 // On purpose: references and CDATA sections before the root are text of the document.
@@ -67,14 +59,9 @@ TEST(ZRDocument, LoadedNodesAreFinishedAndKnowTheirPlace) {
     EXPECT_FALSE(document->createElement(u"x"_name)->isLoaded());
 }
 
-TEST(ZRDocument, LoadingAgainReplacesTheTree) {
-    const Document document = loaded("<a><b/></a>");
-    document->loadXml(u"<c/>");
-    EXPECT_EQ(dump(document), "#document(c)");
-}
-
-TEST(ZRDocument, LoadsIntoANode) {
-    const Document document = loaded("<a><b><old/></b><c/></a>");
+TEST(ZRDocument, LoadingAgainReplacesTheTreeOrTheContentOfANode) {
+    const Document document = loaded("<z/>");
+    document->loadXml(u"<a><b><old/></b><c/></a>");
     document->setBaseUri(u"base");
     ZRNode* b = document->getDocumentElement()->getFirstChild();
     document->loadXml(u"<n>t</n>", b);
@@ -110,14 +97,12 @@ TEST(ZRDocument, PullModeLoadsOneNodePerDemand) {
     EXPECT_EQ(dump(&document), "#document");
     EXPECT_TRUE(document.isLoading());
     ZRNode* a = document.getDocumentElement();
-    EXPECT_EQ(dump(&document), "#document(a)");
     EXPECT_TRUE(a->isLoading());
-    EXPECT_EQ(a->getFirstChildFast(), nullptr);
     EXPECT_FALSE(a->hasChildNodesFast());
+    EXPECT_EQ(dump(&document), "#document(a)");
     ZRNode* t = a->getFirstChild();
-    EXPECT_EQ(dump(&document), "#document(a('t'))");
     EXPECT_EQ(document.getLastLoadingNode(), t);
-    EXPECT_EQ(t->getNextSiblingFast(), nullptr);
+    EXPECT_EQ(dump(&document), "#document(a('t'))");
     ZRNode* b = t->getNextSibling();
     EXPECT_EQ(dump(&document), "#document(a('t' b))");
     EXPECT_TRUE(b->hasChildNodes());
@@ -131,19 +116,14 @@ TEST(ZRDocument, PullModeLoadsOneNodePerDemand) {
     EXPECT_EQ(document.loadNextNode(), nullptr);
 }
 
-TEST(ZRDocument, AskingForChildrenMayLoadASiblingElsewhere) {
-    const Pulled pulled("<a><b/><c/></a>");
+TEST(ZRDocument, AskingForANodeMayLoadAnotherElsewhere) {
+    const Pulled pulled("<a><b/><c><d/></c><e/><f/></a>");
     ZRNode* b = pulled.document->getDocumentElement()->getFirstChild();
     EXPECT_FALSE(b->hasChildNodes());
     EXPECT_EQ(dump(pulled.document), "#document(a(b c))");
-}
-
-TEST(ZRDocument, ASiblingOfALastChildIsNotLoadedUnderAFinishedParent) {
-    const Pulled pulled("<a><b><c/></b><d/><e/></a>");
-    ZRNode* b = pulled.document->getDocumentElement()->getFirstChild();
-    ZRNode* c = b->getLastChild();
-    EXPECT_EQ(c->getNextSibling(), nullptr);
-    EXPECT_EQ(dump(pulled.document), "#document(a(b(c) d))");
+    ZRNode* d = b->getNextSibling()->getLastChild();
+    EXPECT_EQ(d->getNextSibling(), nullptr);
+    EXPECT_EQ(dump(pulled.document), "#document(a(b c(d) e))");
 }
 
 TEST(ZRDocument, AbortLeavesThePartialTree) {
@@ -187,15 +167,6 @@ TEST(ZRDocument, ErrorsShowAtTheAccessThatCausesThem) {
     EXPECT_EQ(errorOf([&] { loaded("<a><b></a>"); }).substr(0, 6), "0x1806");
 }
 
-TEST(ZRDocument, TheLastLoadedNodeMayBeRemoved) {
-    const Pulled pulled("<a><b><c/></b><d/></a>");
-    ZRNode* a = pulled.document->getDocumentElement();
-    a->removeChild(a->getFirstChild());
-    EXPECT_EQ(a->getFirstChild(), nullptr);  // the rest was read into the removed element
-    EXPECT_EQ(a->getLastChild(), nullptr);
-    EXPECT_EQ(pulled.document->getLastLoadingNode(), nullptr);
-}
-
 TEST(ZRDocument, NodesMayGoOnceTheWalkHasMovedOn) {
     const Pulled pulled("<a><b><c/>x</b>y<d/></a>");
     ZRNode* a = pulled.document->getDocumentElement();
@@ -222,47 +193,21 @@ TEST(ZRDocument, ATreeInPullModeIsThatOfAWholeLoad) {
 /// Nothing but another class, so that virtual members make its nodes.
 class OtherDocument : public ZRDocument {};
 
-/// All there is to know of a tree and of the errors on the way to it.
-std::string detailsOf(ZRDocument& document, const std::string& xml) {
-    std::string details;
-    document.getParser()->setCallbackError(
-        [](const ZRError& error, void* all) {
-            *static_cast<std::string*>(all) += utf8(error.getRawMessage()) + "\n";
-        },
-        &details);
-    std::istringstream input(xml);
-    document.load(input);
-    ZRNodeIterator nodes(document.getDescendantNodes());
-    while (ZRNode* node = nodes.nextNode()) {
-        details += label(node) + utf8(node->getNamespaceUri().toString()) + " in "
-                   + label(node->getParentNode()) + " at "
-                   + std::to_string(node->getSourceLineNumber()) + ":"
-                   + std::to_string(node->getSourceColumnNumber()) + " flags "
-                   + std::to_string(node->isLoading()) + std::to_string(node->isLoaded())
-                   + " count " + std::to_string(node->getRefCount()) + "\n";
-    }
-    return details + std::to_string(document.getRefCount());
-}
-
-TEST(ZRDocument, ALayerAboveGetsTheSameTree) {
-    std::string many = "<a";
-    for (int i = 0; i < 40; ++i) {
-        many +=
-            " x" + std::to_string(i) + "='" + std::string(static_cast<std::size_t>(i), 'v') + "'";
-    }
-    const std::string cases[] = {
-        many + "/>",
-        many + " x7='again' x39='again' x7='and again'/>",
-        "<a x='1' p:y='2' xmlns='urn:d' xmlns:p='urn:p'><p:b/>\n <b x='1' x='2' x='a long "
-        "value'/></a>",
-        "<a><b>a text that is longer than the room inside</b>&lt;<c/><![CDATA[]]>t</a>",
-        "<a><b></c></b>t</a>",
-        "&#32;<a><p:b q:x='1' x='&none;'/>",
+TEST(ZRDocument, ALayerAboveGetsTheSameTreeOfFaultyDocuments) {
+    const auto treeOf = [](const Document& document, const std::string& xml) {
+        document->getParser()->setCallbackError([](const ZRError&, void*) {}, nullptr);
+        std::istringstream input(xml);
+        document->load(input);
+        return dump(document);
     };
-    for (const std::string& xml : cases) {
-        const Document plain = newDocument();
-        const Document other(new OtherDocument);
-        EXPECT_EQ(detailsOf(*plain, xml), detailsOf(*other, xml)) << xml;
+    std::string many = "<a";
+    for (std::size_t i = 0; i < 40; ++i) {
+        many += " x" + std::to_string(i) + "='" + std::string(i, 'v') + "'";
+    }
+    for (const std::string& xml : {many + " x7='again' x39='again' x7='and again'/>",
+                                   std::string("<a x='1' x='2'><b></c></b>t</a>"),
+                                   std::string("&#32;<a><p:b q:x='1' x='&none;'/>")}) {
+        EXPECT_EQ(treeOf(newDocument(), xml), treeOf(new OtherDocument, xml)) << xml;
     }
 }
 
@@ -317,35 +262,28 @@ TEST(ZRDocument, ANodeMayGoWhileItsContentIsRead) {
 
 TEST(ZRDocument, CreatesNodesWithoutAParent) {
     const Document document = newDocument();
-    const ZRPtr<ZRNode> nodes[] = {
-        document->createElement(u"e"_name),
-        document->createElementNS(u"urn:u"_name, u"p:e"_name),
-        document->createTextNode(u"t"),
-        document->createProcessingInstruction(u"p q"),
-        document->createDocumentFragment(),
-        document->createAttribute(u"x"_name),
-        document->createAttributeNS(u"urn:u"_name, u"p:x"_name),
-        document->createTextNodeElement(u"t", document),
-    };
-    std::string all;
-    for (const auto& node : nodes) {
+    const ZRName uri = u"urn:u"_name;
+    for (const auto& [node, shown] : Rows<ZRPtr<ZRNode>, const char*>{
+             {document->createElement(u"e"_name), "e "},
+             {document->createElementNS(uri, u"p:e"_name), "p:e urn:u"},
+             {document->createTextNode(u"t"), "'t' "},
+             {document->createTextNodeElement(u"t", document), "'t' "},
+             {document->createProcessingInstruction(u"p q"), "<?p q?> "},
+             {document->createDocumentFragment(), "#document-fragment "},
+             {document->createAttribute(u"x"_name), "x= "},
+             {document->createAttributeNS(uri, u"p:x"_name), "p:x= urn:u"},
+             // Attributes of XML itself bring their namespace.
+             {document->createAttributeNS(uri, u"xmlns:p"_name),
+              "xmlns:p= http://www.w3.org/2000/xmlns/"},
+             {document->createAttributeNS(uri, u"xml:lang"_name),
+              "xml:lang= http://www.w3.org/XML/1998/namespace"},
+         }) {
+        EXPECT_EQ(label(node) + " " + utf8(node->getNamespaceUri()), shown);
         EXPECT_EQ(node->getOwnerDocument(), document.get());
         EXPECT_EQ(node->getParentNode(), nullptr);
-        EXPECT_EQ(node->getRefCount(), 1);
-        all += label(node) + " ";
     }
-    EXPECT_EQ(all, "e p:e 't' <?p q?> #document-fragment x= p:x= 't' ");
     EXPECT_EQ(document->getOwnerDocument(), nullptr);
     EXPECT_EQ(document->getDocumentElement(), nullptr);
-}
-
-TEST(ZRDocument, AttributesOfXmlItselfBringTheirNamespace) {
-    const Document document = newDocument();
-    const ZRName other = u"urn:u"_name;
-    EXPECT_EQ(document->createAttributeNS(other, u"xmlns:p"_name)->getNamespaceUri(), ZRN_ns_xmlns);
-    EXPECT_EQ(document->createAttributeNS(other, u"xml:lang"_name)->getNamespaceUri(), ZRN_ns_xml);
-    EXPECT_EQ(document->createAttributeNS(other, u"p:x"_name)->getNamespaceUri(), other);
-    EXPECT_EQ(document->createAttribute(u"x"_name)->getNamespaceUri(), ZRN_EMPTY);
 }
 
 }  // namespace

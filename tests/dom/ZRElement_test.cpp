@@ -18,43 +18,23 @@ struct Fixture {
     ZRPtr<ZRElement> e = element(document, u"e");
 };
 
-TEST(ZRElement, MissingAttributesAreNullValues) {
-    const Fixture f;
-    EXPECT_FALSE(f.e->hasAttributes());
-    EXPECT_EQ(dump(f.e->getAttribute(u"x"_name)), "null");
-    EXPECT_EQ(dump(f.e->getAttributeNS(u"urn:u"_name, u"x"_name)), "null");
-    EXPECT_EQ(f.e->getAttributeNode(u"x"_name), nullptr);
-    EXPECT_FALSE(f.e->hasAttribute(u"x"_name));
-    f.e->removeAttribute(u"x"_name);
-    f.e->removeAttributeNS(u"urn:u"_name, u"x"_name);
-    EXPECT_EQ(f.e->getAttributes()->getLength(), 0);
-}
-
-TEST(ZRElement, SettingAnExistingAttributeKeepsItsNode) {
-    const Fixture f;
-    f.e->setAttribute(u"x"_name, string(u"1"));
-    const ZRAttr* node = f.e->getAttributeNode(u"x"_name);
-    f.e->setAttribute(u"x"_name, ZRValue(2));
-    EXPECT_EQ(f.e->getAttributeNode(u"x"_name), node);
-    EXPECT_EQ(dump(f.e->getAttribute(u"x"_name)), "integer 2");
-}
-
 TEST(ZRElement, SettingByNamespaceTakesThePrefixToo) {
     const Fixture f;
-    f.e->setAttributeNS(u"urn:u"_name, u"p"_name, u"x"_name, string(u"1"));
+    EXPECT_EQ(dump(f.e->getAttribute(u"x"_name)), "null");
+    EXPECT_EQ(dump(f.e->getAttributeNS(u"urn:u"_name, u"x"_name)), "null");
+    f.e->removeAttribute(u"x"_name);
+    f.e->removeAttributeNS(u"urn:u"_name, u"x"_name);
+    EXPECT_FALSE(f.e->hasAttributes());
+    f.e->setAttributeNS(u"urn:u"_name, u"p:x"_name, string(u"1"));
+    const ZRAttr* node = f.e->getAttributeNode(u"x"_name);
     f.e->setAttributeNS(u"urn:u"_name, u"q"_name, u"x"_name, string(u"2"));
+    EXPECT_EQ(f.e->getAttributeNode(u"x"_name), node);
     f.e->setAttributeNS(u"urn:v"_name, u"p"_name, u"x"_name, string(u"3"));
     f.e->setAttributeEx(u"urn:v"_name, u"r"_name, u"x"_name, u"4");
-    EXPECT_EQ(dump(f.e), "e q:x=2 r:x=4");
-}
-
-TEST(ZRElement, QualifiedNamesAreTakenApart) {
-    const Fixture f;
-    f.e->setAttributeNS(u"urn:u"_name, u"p:x"_name, string(u"1"));
     f.e->setAttributeNS(ZRName(), u"xml:lang"_name, string(u"en"));
     f.e->setAttributeNS(ZRName(), u"xmlns:p"_name, string(u"urn:u"));
-    EXPECT_EQ(dump(f.e), "e p:x=1 xml:lang=en xmlns:p=urn:u");
-    EXPECT_EQ(dump(f.e->getAttributeNS(u"urn:u"_name, u"x"_name)), "string 1");
+    EXPECT_EQ(dump(f.e), "e q:x=2 r:x=4 xml:lang=en xmlns:p=urn:u");
+    EXPECT_EQ(dump(f.e->getAttributeNS(u"urn:v"_name, u"x"_name)), "string 4");
     EXPECT_TRUE(f.e->hasAttributeNS(ZRN_ns_xml, u"lang"_name));
     EXPECT_TRUE(f.e->hasAttributeNS(ZRN_ns_xmlns, u"p"_name));
 }
@@ -62,30 +42,23 @@ TEST(ZRElement, QualifiedNamesAreTakenApart) {
 TEST(ZRElement, SearchByNameLooksAtTheLocalName) {
     const Fixture f;
     f.e->setAttributeNS(u"urn:u"_name, u"a"_name, u"x"_name, string(u"1"));
-    f.e->setAttributeNS(u"urn:v"_name, u"b"_name, u"x"_name, string(u"2"));
+    f.e->setAttribute(u"y"_name, string(u"2"));
+    f.e->setAttributeNS(u"urn:v"_name, u"b"_name, u"x"_name, ZRValue(3));
     EXPECT_EQ(dump(f.e->getAttribute(u"x"_name)), "string 1");
     EXPECT_FALSE(f.e->hasAttribute(u"a:x"_name));
     EXPECT_FALSE(f.e->hasAttributeNS(ZRName(), u"x"_name));
     EXPECT_TRUE(f.e->hasAttributeLocal(u"x"_name));
-    f.e->setAttribute(u"x"_name, string(u"3"));
-    EXPECT_EQ(dump(f.e), "e a:x=3 b:x=2");
-}
-
-TEST(ZRElement, CollectsAttributesOfOneLocalName) {
-    const Fixture f;
-    f.e->setAttributeNS(u"urn:u"_name, u"a"_name, u"x"_name, string(u"1"));
-    f.e->setAttribute(u"y"_name, string(u"2"));
-    f.e->setAttributeNS(u"urn:v"_name, u"b"_name, u"x"_name, ZRValue(3));
     std::vector<ZRValue> values = {string(u"0")};
     f.e->getAttributeLocal(u"x"_name, &values);
-    ASSERT_EQ(values.size(), 3U);
-    EXPECT_EQ(dump(values[1]) + dump(values[2]), "string 1integer 3");
     std::vector<ZRPtr<ZRAttr>> nodes;
     f.e->getAttributeNodeLocal(u"x"_name, &nodes);
-    ASSERT_EQ(nodes.size(), 2U);
+    ASSERT_TRUE(values.size() == 3 && nodes.size() == 2);
+    EXPECT_EQ(dump(values[1]) + dump(values[2]), "string 1integer 3");
     EXPECT_EQ(label(nodes[0]) + label(nodes[1]), "a:x=1b:x=3");
     f.e->getAttributeLocal(u"x"_name, nullptr);
     f.e->getAttributeNodeLocal(u"x"_name, nullptr);
+    f.e->setAttribute(u"x"_name, string(u"4"));
+    EXPECT_EQ(dump(f.e), "e a:x=4 y=2 b:x=3");
 }
 
 TEST(ZRElement, AttributeNodesReplaceThoseOfTheirName) {
@@ -104,20 +77,6 @@ TEST(ZRElement, AttributeNodesReplaceThoseOfTheirName) {
     EXPECT_EQ(f.e->setAttributeNodeNS(qualified).get(), nullptr);
     EXPECT_EQ(f.e->setAttributeNode(f.document->createAttribute(u"y"_name))->getText(), u"2");
     EXPECT_EQ(dump(f.e), "e x= y= p:x=");
-}
-
-TEST(ZRElement, RemovedAttributesHaveNoOwner) {
-    const Fixture f;
-    f.e->setAttribute(u"x"_name, string(u"1"));
-    f.e->setAttribute(u"y"_name, string(u"2"));
-    f.e->setAttribute(u"z"_name, string(u"3"));
-    const ZRPtr<ZRAttr> y = f.e->removeAttributeNode(f.e->getAttributeNode(u"y"_name));
-    EXPECT_EQ(y->getOwnerElement(), nullptr);
-    EXPECT_EQ(y->getRefCount(), 1);
-    f.e->removeAttribute(u"x"_name);
-    EXPECT_EQ(dump(f.e), "e z=3");
-    f.e->setAttributeNode(y);
-    EXPECT_EQ(dump(f.e), "e z=3 y=2");
 }
 
 TEST(ZRElement, ImpossibleAttributesAreRefused) {
@@ -158,15 +117,21 @@ TEST(ZRElement, MapsAreLiveAndInOrderOfInsertion) {
     const Fixture f;
     ZRNamedNodeMap* map = f.e->getAttributes();
     f.e->setAttribute(u"z"_name, string(u"1"));
-    f.e->setAttribute(u"a"_name, string(u"2"));
-    EXPECT_EQ(labels(map), "z=1, a=2");
-    EXPECT_EQ(label(map->item(1)), "a=2");
-    EXPECT_EQ(map->item(2), nullptr);
+    f.e->setAttribute(u"y"_name, string(u"2"));
+    f.e->setAttribute(u"x"_name, string(u"3"));
+    EXPECT_EQ(labels(map), "z=1, y=2, x=3");
+    EXPECT_EQ(label(map->item(1)), "y=2");
+    EXPECT_EQ(map->item(3), nullptr);
     EXPECT_EQ(map->item(-1), nullptr);
-    EXPECT_EQ(map->getPreviousNode(map->getLastNode()), map->getFirstNode());
+    EXPECT_EQ(map->getPreviousNode(map->item(1)), map->getFirstNode());
+    EXPECT_EQ(map->removeNamedItemNS(u"urn:u"_name, u"x"_name).get(), nullptr);
     EXPECT_EQ(label(map->removeNamedItem(u"z"_name)), "z=1");
-    EXPECT_EQ(map->removeNamedItemNS(u"urn:u"_name, u"a"_name).get(), nullptr);
-    EXPECT_EQ(labels(map), "a=2");
+    const ZRPtr<ZRAttr> y = f.e->removeAttributeNode(f.e->getAttributeNode(u"y"_name));
+    EXPECT_EQ(y->getOwnerElement(), nullptr);
+    EXPECT_EQ(y->getRefCount(), 1);
+    f.e->setAttributeNode(y);
+    f.e->removeAttribute(u"none"_name);
+    EXPECT_EQ(dump(f.e), "e x=3 y=2");
 }
 
 TEST(ZRElement, AMapThatOutlivesItsElementIsEmpty) {
@@ -194,19 +159,6 @@ TEST(ZRElement, CopiesCarryNamesAttributesAndPosition) {
     EXPECT_EQ(deep->getNamespaceUri(), u"urn:u"_name);
     EXPECT_EQ(deep->getSourceLineNumber() * 10 + deep->getSourceColumnNumber(), 34);
     EXPECT_EQ(f.document->createElement(u"e"_name)->cloneNode(false)->getTypeID(), 0xD27D366CU);
-}
-
-TEST(ZRAttr, ForwardsNodeValueAndText) {
-    const Fixture f;
-    const ZRPtr<ZRAttr> attr = f.document->createAttributeNS(u"urn:u"_name, u"p:x"_name);
-    attr->setNodeValue(ZRValue(12.0F, ZRValueUnitPt));
-    EXPECT_EQ(dump(attr->getValue()), "real 12pt");
-    EXPECT_EQ(utf8(attr->getText()), "12pt");
-    attr->setText(u"abc");
-    EXPECT_EQ(dump(attr->getNodeValue()), "string abc");
-    EXPECT_EQ(utf8(attr->getNodeName().toString()), "p:x");
-    attr->setPrefix(u"q"_name);
-    EXPECT_EQ(utf8(attr->getNodeName().toString()), "q:x");
 }
 
 TEST(ZRAttr, HasNoSiblingsAndNoAttributes) {
@@ -248,7 +200,8 @@ TEST(ZRAttr, KeepsValuesOfEveryKindAndLength) {
         EXPECT_EQ(attr->getText(), value.toString()) << dump(value);
     }
     EXPECT_EQ(attr->getValue().getRCObject(), f.document.get());
-    attr->setValue(ZRValue());
+    attr->setNodeValue(ZRValue(12.0F, ZRValueUnitPt));
+    EXPECT_EQ(dump(attr->getNodeValue()), "real 12pt");
     attr->setText(UnicodeString(ZRValue(UnicodeString(u"x")).toString()).append(u"y"));
     EXPECT_EQ(utf8(attr->getText()), "xy");
 }

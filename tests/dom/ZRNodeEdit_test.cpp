@@ -5,23 +5,16 @@
 namespace ZroCommon::testing {
 namespace {
 
-/// A root "r" with the children a, b, c, and a loose element x.
-struct Family {
-    Document document = newDocument();
-    ZRElement* root = addElement(document, document, u"r");
-    ZRElement* a = addElement(document, root, u"a");
-    ZRElement* b = addElement(document, root, u"b");
-    ZRElement* c = addElement(document, root, u"c");
+/// r(a b c), and a loose element x.
+struct Family : RootedTree {
+    ZRElement* a = addElement(document, r, u"a");
+    ZRElement* b = addElement(document, r, u"b");
+    ZRElement* c = addElement(document, r, u"c");
     ZRPtr<ZRElement> x = element(document, u"x");
 };
 
-/// The children from both ends, by the ring and by the previous links.
 std::string bothWays(ZRNode* parent) {
-    std::string text = dump(parent) + " |";
-    for (ZRNode* node = parent->getLastChildFast(); node; node = node->getPreviousSibling()) {
-        text += " " + label(node);
-    }
-    return text;
+    return dump(parent) + " | " + backwards(parent);
 }
 
 TEST(ZRNode, ImpossibleEditsAreRefused) {
@@ -35,21 +28,18 @@ TEST(ZRNode, ImpossibleEditsAreRefused) {
              {[&] { f.a->appendChild(foreign); }, "06", isForeign, "appendChild"},
              {[&] { f.a->appendChild(other); }, "06", isForeign, "appendChild"},
              {[&] { f.document->appendChild(f.document); }, "06", isForeign, "appendChild"},
-             {[&] { f.root->insertBefore(nullptr, f.a); }, "03", "newChild is null.",
-              "insertBefore"},
+             {[&] { f.r->insertBefore(nullptr, f.a); }, "03", "newChild is null.", "insertBefore"},
              {[&] { f.a->insertBefore(f.x, f.b); }, "09", "refChild is not a child of this node.",
               "insertBefore"},
              {[&] { f.a->insertBefore(f.b, f.b); }, "09", "refChild is not a child of this node.",
               "insertBefore"},
-             {[&] { f.root->insertBefore(foreign, f.a); }, "06", isForeign, "insertBefore"},
-             {[&] { f.root->replaceChild(nullptr, f.a); }, "03", "newChild is null.",
-              "replaceChild"},
-             {[&] { f.root->replaceChild(f.x, nullptr); }, "03", "oldChild is null.",
-              "replaceChild"},
+             {[&] { f.r->insertBefore(foreign, f.a); }, "06", isForeign, "insertBefore"},
+             {[&] { f.r->replaceChild(nullptr, f.a); }, "03", "newChild is null.", "replaceChild"},
+             {[&] { f.r->replaceChild(f.x, nullptr); }, "03", "oldChild is null.", "replaceChild"},
              {[&] { f.a->replaceChild(f.x, f.b); }, "09", "oldChild is not a child of this node.",
               "replaceChild"},
-             {[&] { f.root->replaceChild(foreign, f.a); }, "06", isForeign, "replaceChild"},
-             {[&] { f.root->removeChild(nullptr); }, "03", "oldChild is null.", "removeChild"},
+             {[&] { f.r->replaceChild(foreign, f.a); }, "06", isForeign, "replaceChild"},
+             {[&] { f.r->removeChild(nullptr); }, "03", "oldChild is null.", "removeChild"},
              {[&] { f.a->removeChild(f.b); }, "09", "oldChild is not a child of this node.",
               "removeChild"},
              {[&] { f.document->setNodeValue(ZRValue(1)); }, "0B",
@@ -57,7 +47,7 @@ TEST(ZRNode, ImpossibleEditsAreRefused) {
          }) {
         EXPECT_EQ(errorOf(edit), "0x08" + code + " SYSTEM ERROR: " + error
                                      + " [ZroCommon::ZRNode::" + place + "]");
-        EXPECT_EQ(bothWays(f.root), "r(a b c) | c b a") << "after: " << error;
+        EXPECT_EQ(bothWays(f.r), "r(a b c) | c b a") << "after: " << error;
     }
 }
 
@@ -71,20 +61,20 @@ public:
 
 TEST(ZRNode, AMovedNodeLeavesAParentThatWouldKeepIt) {
     Family family;
-    ZRNode* keeper = family.root->appendChild(new Keeper(family.document));
+    ZRNode* keeper = family.r->appendChild(new Keeper(family.document));
     keeper->appendChild(family.x);
     addElement(family.document, keeper, u"y");
     family.a->appendChild(family.x);
-    EXPECT_EQ(bothWays(family.root), "r(a(x) b c keeper(y)) | keeper c b a");
+    EXPECT_EQ(bothWays(family.r), "r(a(x) b c keeper(y)) | keeper c b a");
     EXPECT_EQ(family.x->getRefCount(), 2);
 }
 
 // On purpose: among the children, too, an attribute has no siblings.
 TEST(ZRNode, AnAttributeAmongTheChildrenHidesWhatFollowsIt) {
     Family family;
-    family.root->insertBefore(family.document->createAttribute(u"y"_name), family.b);
-    EXPECT_EQ(family.root->getChildNodeCount(), 2);
-    EXPECT_EQ(dump(family.root), "r(a y= b c)");
+    family.r->insertBefore(family.document->createAttribute(u"y"_name), family.b);
+    EXPECT_EQ(family.r->getChildNodeCount(), 2);
+    EXPECT_EQ(dump(family.r), "r(a y= b c)");
 }
 
 TEST(ZRNode, AFragmentIsAppendedAsItself) {
@@ -103,37 +93,33 @@ TEST(ZRNode, AnAttributeCanBeMovedAmongTheChildrenAndBack) {
               "0x0809 SYSTEM ERROR: refChild is not a child of this node. "
               "[ZroCommon::ZRNode::insertBefore]");
     EXPECT_EQ(attr->getNextSiblingFast(), nullptr);
-    family.root->appendChild(attr);
-    EXPECT_EQ(dump(family.root), "r(a b c y=1)");
+    family.r->appendChild(attr);
+    EXPECT_EQ(dump(family.r), "r(a b c y=1)");
     EXPECT_EQ(errorOf([&] { family.b->setAttributeNode(attr); }),
               "0x0808 SYSTEM ERROR: arg is an ZRAttr that is already an attribute of another "
               "ZRElement object. [ZroCommon::AttrNodeMap::setNamedItem]");
-    family.root->setAttributeNode(attr);
-    EXPECT_EQ(dump(family.root), "r y=1(a b c)");
-    family.root->appendChild(attr);
-    EXPECT_EQ(dump(family.root), "r(a b c y=1)");
+    family.r->setAttributeNode(attr);
+    EXPECT_EQ(dump(family.r), "r y=1(a b c)");
+    family.r->appendChild(attr);
+    EXPECT_EQ(dump(family.r), "r(a b c y=1)");
 }
 
-TEST(ZRNode, DeleteAllChildNodesCountsTheNodesBelow) {
-    Family family;
-    addText(family.document, family.b, u"t");
-    addChain(family.document, family.c, 3);
-    const ZRPtr<ZRNode> held(family.b);
-    EXPECT_EQ(family.root->deleteAllChildNodes(), 7);
-    EXPECT_EQ(bothWays(family.root), "r |");
-    EXPECT_EQ(dump(held), "b");
-    EXPECT_EQ(held->getParentNode(), nullptr);
-    EXPECT_EQ(family.root->deleteAllChildNodes(), 0);
-}
-
+// As with those of a tree taken apart whole, but there nothing is left below them.
 TEST(ZRNode, NodesThatAreHeldSurviveTheirParentsWithWhatIsBelow) {
-    Family family;
-    addChain(family.document, family.b, 2);
-    const ZRPtr<ZRNode> held(family.b);
-    family.document->removeAllChildNodes();
-    EXPECT_EQ(dump(held), "b(e(e))");
-    EXPECT_EQ(held->getParentNode(), nullptr);
-    EXPECT_EQ(held->getRefCount(), 1);
+    for (const bool deletes : {false, true}) {
+        Family family;
+        addChain(family.document, family.b, 2);
+        const ZRPtr<ZRNode> held(family.b);
+        if (deletes) {
+            EXPECT_EQ(family.r->deleteAllChildNodes(), 5);
+            EXPECT_EQ(bothWays(family.r), "r | ");
+        } else {
+            family.document->removeAllChildNodes();
+        }
+        EXPECT_EQ(dump(held), deletes ? "b" : "b(e(e))");
+        EXPECT_EQ(held->getParentNode(), nullptr);
+        EXPECT_EQ(held->getRefCount(), 1);
+    }
 }
 
 TEST(ZRNode, NodesThatOutliveTheirDocumentForgetIt) {

@@ -7,12 +7,6 @@
 namespace ZroCommon::testing {
 namespace {
 
-Document loaded(const char16_t* xml) {
-    Document document = newDocument();
-    document->loadXml(xml);
-    return document;
-}
-
 /// The first element of that name.
 ZRNode* find(const Document& document, const char16_t* name) {
     return document->getElementsByTagName(ZRName(UnicodeString(name)))->getFirstNode();
@@ -22,9 +16,9 @@ std::string uri(ZRName name) {
     return utf8(name.toString());
 }
 
-constexpr const char16_t* kScopes =
-    u"<a xmlns='urn:d' xmlns:p='urn:p' xmlns:q='urn:q'>"
-    u"<p:b xmlns='urn:e' q:x='1'><c xmlns='' xmlns:p='urn:other'/></p:b></a>";
+constexpr const char* kScopes =
+    "<a xmlns='urn:d' xmlns:p='urn:p' xmlns:q='urn:q'>"
+    "<p:b xmlns='urn:e' q:x='1'><c xmlns='' xmlns:p='urn:other'/></p:b></a>";
 
 TEST(ZRNode, PrefixesStandForWhatIsInScope) {
     const Document document = loaded(kScopes);
@@ -33,12 +27,18 @@ TEST(ZRNode, PrefixesStandForWhatIsInScope) {
         {u"b", u"p"_name, "urn:p"}, {u"c", ZRName(), ""},       {u"c", u"p"_name, "urn:other"},
         {u"c", u"q"_name, "urn:q"}, {u"c", u"none"_name, ""}};
     for (const auto& [name, prefix, namespaceUri] : cases) {
-        EXPECT_EQ(uri(find(document, name)->lookupNamespaceUri(prefix)), namespaceUri)
-            << utf8(name) << ", prefix " << uri(prefix);
+        ZRNode* node = find(document, name);
+        EXPECT_EQ(uri(node->lookupNamespaceUri(prefix)), namespaceUri) << utf8(name);
+        for (const char16_t* other : {u"urn:d", u"urn:e", u"urn:p", u""}) {
+            EXPECT_TRUE(!prefix.isEmpty()
+                        || node->isDefaultNamespace(ZRName(other)) == (utf8(other) == namespaceUri))
+                << utf8(name) << ", " << utf8(other);
+        }
     }
     ZRNode* attr = find(document, u"b")->getAttributes()->getNamedItem(u"x"_name);
     EXPECT_EQ(uri(attr->lookupNamespaceUri(ZRName())), "urn:e");
     EXPECT_EQ(uri(document->lookupNamespaceUri(ZRName())), "urn:d");
+    EXPECT_TRUE(document->isDefaultNamespace(u"urn:d"_name));
 }
 
 TEST(ZRNode, NamespacesAreFoundUnderAPrefixThatStillStandsForThem) {
@@ -52,42 +52,20 @@ TEST(ZRNode, NamespacesAreFoundUnderAPrefixThatStillStandsForThem) {
             << utf8(name) << ", " << uri(namespaceUri);
     }
     EXPECT_EQ(uri(document->lookupPrefix(u"urn:q"_name)), "q");
-}
-
-TEST(ZRNode, ShadowedDeclarationsGiveNoPrefix) {
-    const Document document =
-        loaded(u"<a xmlns:p='urn:u' xmlns:q='urn:u'><b xmlns:p='urn:v'/></a>");
-    EXPECT_EQ(uri(find(document, u"b")->lookupPrefix(u"urn:u"_name)), "q");
-    const Document hidden = loaded(u"<a xmlns:p='urn:u'><b xmlns:p='urn:v'/></a>");
+    const Document shadowed = loaded("<a xmlns:p='urn:u' xmlns:q='urn:u'><b xmlns:p='urn:v'/></a>");
+    EXPECT_EQ(uri(find(shadowed, u"b")->lookupPrefix(u"urn:u"_name)), "q");
+    const Document hidden = loaded("<a xmlns:p='urn:u'><b xmlns:p='urn:v'/></a>");
     EXPECT_EQ(uri(find(hidden, u"b")->lookupPrefix(u"urn:u"_name)), "");
 }
 
-TEST(ZRNode, KnowsTheDefaultNamespace) {
-    const Document document = loaded(kScopes);
-    for (const auto& [name, namespaceUri, isDefault] : Rows<const char16_t*, ZRName, bool>{
-             {u"a", u"urn:d"_name, true},
-             {u"a", u"urn:p"_name, false},
-             {u"b", u"urn:e"_name, true},
-             {u"b", u"urn:p"_name, false},
-             {u"c", ZRName(), true},
-             {u"c", u"urn:e"_name, false},
-         }) {
-        EXPECT_EQ(find(document, name)->isDefaultNamespace(namespaceUri), isDefault)
-            << utf8(name) << ", " << uri(namespaceUri);
-    }
-    EXPECT_TRUE(document->isDefaultNamespace(u"urn:d"_name));
-    const ZRPtr<ZRNode> fragment(document->createDocumentFragment());
-    EXPECT_FALSE(fragment->isDefaultNamespace(ZRName()));
-    EXPECT_EQ(uri(fragment->lookupNamespaceUri(u"p"_name)), "");
-    EXPECT_EQ(uri(fragment->lookupPrefix(u"urn:p"_name)), "");
-}
-
-TEST(ZRNode, ALooseTextHasNoScope) {
+TEST(ZRNode, LooseNodesHaveNoScope) {
     const Document document = newDocument();
-    const ZRPtr<ZRTextNode> loose = document->createTextNode(u"t");
-    EXPECT_EQ(uri(loose->lookupNamespaceUri(ZRName())), "");
-    EXPECT_EQ(uri(loose->lookupPrefix(u"urn:p"_name)), "");
-    EXPECT_FALSE(loose->isDefaultNamespace(ZRName()));
+    for (const ZRPtr<ZRNode>& loose : {ZRPtr<ZRNode>(document->createTextNode(u"t")),
+                                       ZRPtr<ZRNode>(document->createDocumentFragment())}) {
+        EXPECT_EQ(uri(loose->lookupNamespaceUri(u"p"_name)), "");
+        EXPECT_EQ(uri(loose->lookupPrefix(u"urn:p"_name)), "");
+        EXPECT_FALSE(loose->isDefaultNamespace(ZRName()));
+    }
     EXPECT_EQ(uri(document->lookupPrefix(u"urn:p"_name)), "");
 }
 

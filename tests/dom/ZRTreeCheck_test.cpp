@@ -1,6 +1,7 @@
 #include "zro/dom/ZRTreeCheck.h"
 
 #include <algorithm>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -38,12 +39,8 @@ public:
 };
 
 TEST(ZRTreeCheck, WhatTreesHaveIsNoCycle) {
-    const Document document = newDocument();
-    ZRElement* root = addElement(document, document, u"r");
-    ZRElement* below = addElement(document, root, u"a");
-    for (const ZRNode* node :
-         {static_cast<const ZRNode*>(nullptr), static_cast<const ZRNode*>(root),
-          static_cast<const ZRNode*>(below)}) {
+    const SmallTree tree;
+    for (const ZRNode* node : std::initializer_list<const ZRNode*>{nullptr, tree.t, tree.r}) {
         EXPECT_EQ(ZRTreeCheck::findCycle(node), nullptr);
     }
 }
@@ -63,10 +60,8 @@ TEST(ZRTreeCheck, FindsWhereTheWayUpEntersACycle) {
 
 #ifndef NDEBUG
 TEST(ZRTreeCheckDeathTest, AssertionsEndTheProgramAtTheEditThatMakesACycle) {
-    const Document document = newDocument();
-    ZRElement* root = addElement(document, document, u"r");
-    ZRElement* a = addElement(document, root, u"a");
-    ZRElement* b = addElement(document, a, u"b");
+    const SmallTree tree;
+    const auto& [root, a, b] = std::tie(tree.r, tree.a, tree.b);
     const auto misuse = [&](auto edit) {
         ZRTreeCheck::setAssertions(true);
         root->appendChild(b);  // a move that is none
@@ -74,8 +69,10 @@ TEST(ZRTreeCheckDeathTest, AssertionsEndTheProgramAtTheEditThatMakesACycle) {
         edit();
     };
     EXPECT_DEATH(misuse([&] { b->appendChild(a); }), "findCycle");
-    EXPECT_DEATH(misuse([&] { b->insertBefore(a, addElement(document, b, u"c")); }), "findCycle");
-    EXPECT_DEATH(misuse([&] { b->replaceChild(a, addElement(document, b, u"c")); }), "findCycle");
+    EXPECT_DEATH(misuse([&] { b->insertBefore(a, addElement(tree.document, b, u"c")); }),
+                 "findCycle");
+    EXPECT_DEATH(misuse([&] { b->replaceChild(a, addElement(tree.document, b, u"c")); }),
+                 "findCycle");
 }
 #endif
 
