@@ -3,14 +3,13 @@
 
 #include <algorithm>
 #include <array>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include <unicode/ucnv.h>
 #include <unicode/unistr.h>
 
+#include "tests/support/IcuConverter.h"
 #include "zro/streams/transcoding/ZRTCVOStream.h"
 #include "zro/streams/transcoding/ZRTCVStream.h"
 
@@ -37,20 +36,6 @@ constexpr std::array kEncodings = {
     Encoding{"windows-1251", "windows-1251"}, Encoding{"UTF-8", "UTF-8"},
 };
 
-struct Closer {
-    void operator()(UConverter* converter) const { ucnv_close(converter); }
-};
-using Converter = std::unique_ptr<UConverter, Closer>;
-
-Converter open(const Encoding& encoding) {
-    UErrorCode status = U_ZERO_ERROR;
-    Converter converter(ucnv_open(encoding.converter, &status));
-    if (U_FAILURE(status)) {
-        throw std::runtime_error(std::string("ICU has no ") + encoding.converter);
-    }
-    return converter;
-}
-
 std::size_t readByZro(const Encoding& encoding, const std::string& bytes) {
     ViewStream source(bytes);
     ZRTCVStream stream(&source, encoding.name);
@@ -65,7 +50,7 @@ std::size_t readByZro(const Encoding& encoding, const std::string& bytes) {
 }
 
 std::size_t readByIcu(const Encoding& encoding, const std::string& bytes) {
-    const Converter converter = open(encoding);
+    const auto converter = testing::icuConverter(encoding.converter);
     std::vector<UChar> block(kBlock);
     const char* from = bytes.data();
     const char* const end = from + bytes.size();
@@ -75,7 +60,7 @@ std::size_t readByIcu(const Encoding& encoding, const std::string& bytes) {
         const char* const limit = from + std::min<std::ptrdiff_t>(end - from, kBlock);
         UChar* to = block.data();
         status = U_ZERO_ERROR;
-        ucnv_toUnicode(converter.get(), &to, to + block.size(), &from, limit, nullptr,
+        ucnv_toUnicode(converter.getAlias(), &to, to + block.size(), &from, limit, nullptr,
                        static_cast<UBool>(limit == end), &status);
         total += static_cast<std::size_t>(to - block.data()) * 2;
         keep(block.data());
@@ -95,7 +80,7 @@ std::size_t writeByZro(const Encoding& encoding, const UnicodeString& text) {
 }
 
 std::size_t writeByIcu(const Encoding& encoding, const UnicodeString& text) {
-    const Converter converter = open(encoding);
+    const auto converter = testing::icuConverter(encoding.converter);
     std::string bytes;
     std::vector<char> block(kBlock);
     const UChar* from = text.getBuffer();
@@ -104,7 +89,8 @@ std::size_t writeByIcu(const Encoding& encoding, const UnicodeString& text) {
     while (from != end || status == U_BUFFER_OVERFLOW_ERROR) {
         char* to = block.data();
         status = U_ZERO_ERROR;
-        ucnv_fromUnicode(converter.get(), &to, to + block.size(), &from, end, nullptr, 1, &status);
+        ucnv_fromUnicode(converter.getAlias(), &to, to + block.size(), &from, end, nullptr, 1,
+                         &status);
         bytes.append(block.data(), static_cast<std::size_t>(to - block.data()));
     }
     return bytes.size();
@@ -112,14 +98,14 @@ std::size_t writeByIcu(const Encoding& encoding, const UnicodeString& text) {
 
 // The text that an encoding holds, so that neither side writes replacements.
 UnicodeString held(const Encoding& encoding, const UnicodeString& text) {
-    const Converter converter = open(encoding);
+    const auto converter = testing::icuConverter(encoding.converter);
     std::string bytes(static_cast<std::size_t>(text.length()) * 8, '\0');
     UErrorCode status = U_ZERO_ERROR;
-    ucnv_setSubstString(converter.get(), u"?", 1, &status);
+    ucnv_setSubstString(converter.getAlias(), u"?", 1, &status);
     const int32_t length =
-        ucnv_fromUChars(converter.get(), bytes.data(), static_cast<int32_t>(bytes.size()),
+        ucnv_fromUChars(converter.getAlias(), bytes.data(), static_cast<int32_t>(bytes.size()),
                         text.getBuffer(), text.length(), &status);
-    return {bytes.data(), length, converter.get(), status};
+    return {bytes.data(), length, converter.getAlias(), status};
 }
 
 template <class Zro, class Icu, class Input>
@@ -146,11 +132,11 @@ void run(const Options& options) {
     const UnicodeString whole = UnicodeString::fromUTF8(corpus.bytes);
     for (const Encoding& encoding : kEncodings) {
         const UnicodeString text = held(encoding, whole.tempSubString(0, kUnits));
-        const Converter converter = open(encoding);
+        const auto converter = testing::icuConverter(encoding.converter);
         std::string bytes(static_cast<std::size_t>(text.length()) * 8, '\0');
         UErrorCode status = U_ZERO_ERROR;
         bytes.resize(static_cast<std::size_t>(text.extract(
-            bytes.data(), static_cast<int32_t>(bytes.size()), converter.get(), status)));
+            bytes.data(), static_cast<int32_t>(bytes.size()), converter.getAlias(), status)));
         const auto size = static_cast<double>(bytes.size());
         compare(options, "decode", encoding, size, bytes, readByZro, readByIcu);
         compare(options, "encode", encoding, size, text, writeByZro, writeByIcu);

@@ -9,16 +9,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <istream>
-#include <memory>
 #include <optional>
 #include <span>
 #include <sstream>
 #include <string>
 #include <string_view>
 
-#include <unicode/ucnv.h>
 #include <unicode/ucnv_cb.h>
 
+#include "tests/support/IcuConverter.h"
 #include "tests/support/Streams.h"
 #include "zro/streams/transcoding/ZRTCVOStream.h"
 #include "zro/streams/transcoding/ZRTCVStream.h"
@@ -31,6 +30,7 @@ using ZroCommon::UnicodeString;
 using ZroCommon::ZRTCVOStream;
 using ZroCommon::ZRTCVStream;
 using ZroCommon::fuzzing::require;
+using ZroCommon::testing::icuConverter;
 
 struct Peer {
     const char* name;
@@ -49,16 +49,6 @@ constexpr std::array kPeers = {
     Peer{"ISO-2022-KR", "ISO-2022-KR"}, Peer{"HZ", "HZ"},
 };
 
-struct Closer {
-    void operator()(UConverter* converter) const { ucnv_close(converter); }
-};
-using Converter = std::unique_ptr<UConverter, Closer>;
-
-Converter open(const char* name) {
-    UErrorCode status = U_ZERO_ERROR;
-    return Converter(ucnv_open(name, &status));
-}
-
 void writeReplacement(const void* /*context*/, UConverterToUnicodeArgs* args, const char* /*bytes*/,
                       int32_t /*length*/, UConverterCallbackReason reason, UErrorCode* status) {
     if (reason <= UCNV_IRREGULAR) {
@@ -74,14 +64,14 @@ void stop(const void* /*context*/, UConverterFromUnicodeArgs* /*args*/, const UC
           UErrorCode* /*status*/) {}
 
 UnicodeString readInOnePiece(const char* name, std::string_view bytes) {
-    const Converter converter = open(name);
+    const auto converter = icuConverter(name);
     UErrorCode status = U_ZERO_ERROR;
-    ucnv_setToUCallBack(converter.get(), writeReplacement, nullptr, nullptr, nullptr, &status);
+    ucnv_setToUCallBack(converter.getAlias(), writeReplacement, nullptr, nullptr, nullptr, &status);
     std::u16string units(bytes.size() * 4 + 16, u'\0');
     char16_t* to = units.data();
     const char* from = bytes.data();
-    ucnv_toUnicode(converter.get(), &to, to + units.size(), &from, from + bytes.size(), nullptr, 1,
-                   &status);
+    ucnv_toUnicode(converter.getAlias(), &to, to + units.size(), &from, from + bytes.size(),
+                   nullptr, 1, &status);
     require(U_SUCCESS(status) != 0);
     return {units.data(), static_cast<int32_t>(to - units.data())};
 }
@@ -163,13 +153,13 @@ UnicodeString withoutWaitingUnit(const UnicodeString& text) {
 
 // The bytes of a text that the encoding holds.
 void expectBytes(const Peer& peer, const UnicodeString& text, const std::string& bytes) {
-    const Converter converter = open(peer.converter);
+    const auto converter = icuConverter(peer.converter);
     std::string expected(static_cast<std::size_t>(text.length()) * 8 + 64, '\0');
     UErrorCode status = U_ZERO_ERROR;
-    ucnv_setFromUCallBack(converter.get(), stop, nullptr, nullptr, nullptr, &status);
-    const int32_t length =
-        ucnv_fromUChars(converter.get(), expected.data(), static_cast<int32_t>(expected.size()),
-                        text.getBuffer(), text.length(), &status);
+    ucnv_setFromUCallBack(converter.getAlias(), stop, nullptr, nullptr, nullptr, &status);
+    const int32_t length = ucnv_fromUChars(converter.getAlias(), expected.data(),
+                                           static_cast<int32_t>(expected.size()), text.getBuffer(),
+                                           text.length(), &status);
     // Without text ICU does not begin at all; a failure is a character to be replaced.
     if (U_SUCCESS(status) != 0 && !text.isEmpty()) {
         expected.resize(static_cast<std::size_t>(length));

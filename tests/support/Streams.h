@@ -122,6 +122,22 @@ protected:
     std::streamsize showmanyc() override { return 0; }
 };
 
+/// A stream with a buffer of that kind.
+template <class Buf>
+class StreamOver : public std::istream {
+public:
+    StreamOver() : std::istream(nullptr) { rdbuf(&buffer); }
+    explicit StreamOver(const std::string& bytes) : std::istream(nullptr), buffer(bytes) {
+        rdbuf(&buffer);
+    }
+    StreamOver(const std::string& bytes, std::size_t number)
+        : std::istream(nullptr), buffer(bytes, number) {
+        rdbuf(&buffer);
+    }
+
+    Buf buffer;
+};
+
 /// Seeks nowhere but to its start.
 template <class Base>
 class Rewinding : public Base {
