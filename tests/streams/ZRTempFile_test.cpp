@@ -1,30 +1,25 @@
 #include "zro/streams/ZRTempFile.h"
 
-#include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iomanip>
 #include <iterator>
-#include <memory>
+#include <mutex>
 #include <set>
 #include <sstream>
-#include <stdexcept>
-#include <string>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <system_error>
-#include <thread>
 #include <unistd.h>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "tests/support/Deflate.h"
-#include "tests/support/Errors.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/Test.h"
+#include "tests/support/Threads.h"
 #include "zro/platform/internal/TempFile.h"
 
 namespace ZroCommon::testing {
@@ -40,11 +35,6 @@ const unsigned char* bytesOf(const std::string& block) {
     return reinterpret_cast<const unsigned char*>(block.data());
 }
 
-std::string contentOf(const UnicodeString& name) {
-    std::ifstream file(pathOf(name), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 // The counter in a name such as ".../a1f_0a3c.tmp".
 unsigned long numberIn(const UnicodeString& name) {
     const std::string text = pathOf(name).filename().string();
@@ -53,9 +43,10 @@ unsigned long numberIn(const UnicodeString& name) {
 
 // As names have it, in any locale.
 std::string hexOf(unsigned long number, int width) {
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%0*lx", width, number);
-    return text.data();
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text << std::hex << std::setfill('0') << std::setw(width) << number;
+    return text.str();
 }
 
 // A folder with a slash at its end, as the class takes it.
@@ -63,6 +54,10 @@ class TempFiles : public ::testing::Test {
 protected:
     UnicodeString make(const char* suffix = "") const {
         return ZRTempFile::getTempFile((m_folder.path() + "/").c_str(), "", suffix);
+    }
+
+    std::string contentOf(const UnicodeString& name) const {
+        return m_folder.read(pathOf(name).filename().string());
     }
 
     const TempFolder m_folder;
@@ -116,44 +111,43 @@ TEST_F(TempFiles, StepsOverWhatIsThereAndOverPlantedLinks) {
 TEST_F(TempFiles, GivesUpAfterAHundredTries) {
     const unsigned long before = numberIn(make());
     const std::string error = errorOf([this] { ZRTempFile file(m_dir + u"missing/", u"a", u"b"); });
-    EXPECT_TRUE(
-        error.starts_with("0x100E Cannot create temporary file: " + m_folder.path() + "/missing/a"))
-        << error;
     const std::string reason = std::generic_category().message(ENOENT);  // in any language
-    EXPECT_TRUE(error.ends_with("b (cannot create)\n" + reason + " [ZroCommon::ZRTempFile]"))
+    EXPECT_TRUE(error.starts_with("0x100E Cannot create temporary file: " + utf8(m_dir))
+                && error.ends_with("b (cannot create)\n" + reason + " [ZroCommon::ZRTempFile]"))
         << error;
     EXPECT_EQ(numberIn(make()), before + 101);
     EXPECT_NE(errorOf([] { ZRTempFile::getTempFile("C:\\temp\\", "", ""); }), "nothing");
-    EXPECT_NE(errorOf([this] { ZRTempFile::getTempFile(m_dir, UnicodeString(u"a\0b", 3), u""); }),
-              "nothing");
+    const UnicodeString withNul(u"a\0b", 3);
+    EXPECT_NE(errorOf([&] { ZRTempFile::getTempFile(m_dir, withNul, u""); }), "nothing");
 }
 
 TEST_F(TempFiles, RemovesItsFileUnlessTheNameIsReleased) {
-    UnicodeString name;
+    const auto exists = [](const UnicodeString& name) {
+        return fs::exists(pathOf(name));
+    };
+    const UnicodeString other = make();
     {
         ZRTempFile file(m_dir, u"", u"");
-        name = file.getFileName();
+        const UnicodeString first = file.getFileName();
         EXPECT_TRUE(file.isTempFile());
         file.remove();
-        EXPECT_FALSE(fs::exists(pathOf(name)));
-        EXPECT_EQ(file.getFileName(), name) << "the name stays";
+        EXPECT_FALSE(exists(first));
+        EXPECT_EQ(file.getFileName(), first) << "the name stays";
         file.remove();
-        name = file.setFileName(m_dir, u"", u".2");
-        EXPECT_EQ(name, file.getFileName());
-        EXPECT_TRUE(fs::exists(pathOf(name)));
-        const UnicodeString other = make();
+        const UnicodeString second = file.setFileName(m_dir, u"", u".2");
+        EXPECT_TRUE(second == file.getFileName() && exists(second));
         file.setFileName(utf8(other).c_str());
-        EXPECT_FALSE(fs::exists(pathOf(name))) << "the old file goes";
-        name = other;
+        EXPECT_FALSE(exists(second)) << "the old file goes";
     }
-    EXPECT_FALSE(fs::exists(pathOf(name)));
+    EXPECT_FALSE(exists(other));
+    UnicodeString released;
     {
         ZRTempFile file(m_dir, u"", u"");
-        name = file.releaseFileName();
+        released = file.releaseFileName();
         EXPECT_FALSE(file.isTempFile());
     }
-    EXPECT_TRUE(fs::exists(pathOf(name)));
-    EXPECT_TRUE(ZRTempFile::removeTempFile(name) && ZRTempFile::removeTempFile(name));
+    EXPECT_TRUE(exists(released));
+    EXPECT_TRUE(ZRTempFile::removeTempFile(released) && ZRTempFile::removeTempFile(released));
     EXPECT_FALSE(ZRTempFile::removeTempFile(m_folder.path().c_str())) << "a folder";
 }
 
@@ -220,20 +214,15 @@ TEST_F(TempFiles, ThreadsNeverShareANameAndTheHostKeepsItsRandomNumbers) {
     std::srand(7);
     const int expected = std::rand();
     std::srand(7);
-    std::vector<std::vector<std::string>> names(4);
-    std::vector<std::thread> threads;
-    for (auto& mine : names) {
-        threads.emplace_back([this, &mine] {
-            for (int i = 0; i < 100; ++i) {
-                mine.push_back(utf8(make()));
-            }
-        });
-    }
+    std::mutex lock;
     std::set<std::string> all;
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        threads[i].join();
-        all.insert(names[i].begin(), names[i].end());
-    }
+    inThreads(4, [&](int) {
+        for (int i = 0; i < 100; ++i) {
+            const std::string name = utf8(make());
+            const std::lock_guard guard(lock);
+            all.insert(name);
+        }
+    });
     EXPECT_EQ(all.size(), 400U);
     EXPECT_EQ(std::rand(), expected);
 }
