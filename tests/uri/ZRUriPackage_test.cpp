@@ -1,31 +1,22 @@
 // Entries of packages, and of packages inside packages, by `jar:` URIs.
-#include <istream>
-#include <memory>
-#include <sstream>
-#include <string>
-
-#include <gtest/gtest.h>
-
 #include "tests/support/SmallStack.h"
-#include "tests/support/Streams.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/Test.h"
 #include "tests/support/ZipBuilder.h"
 #include "tests/uri/Fetching.h"
 
 namespace ZroCommon::testing {
 namespace {
 
-std::string innerPackage() {
-    const std::string innermost = ZipBuilder().stored("x.xml", "innermost").package();
-    return ZipBuilder().deflated("d/y.xml", "inner").stored("r.zip", innermost).package();
-}
-
 std::string outerPackage() {
+    const std::string innermost = ZipBuilder().stored("x.xml", "innermost").package();
+    const std::string inner =
+        ZipBuilder().deflated("d/y.xml", "inner").stored("r.zip", innermost).package();
     return ZipBuilder()
         .deflated("dir/x.xml", "<x/>")
         .stored("dir/y.xml", "<y/>")
-        .stored("q.zip", innerPackage())
-        .deflated("p.zip", innerPackage())
+        .stored("q.zip", inner)
+        .deflated("p.zip", inner)
         .stored("a%20b", "escaped name")
         .stored("dir/x.xml", "second")
         .stored("!/odd", "odd")
@@ -34,8 +25,8 @@ std::string outerPackage() {
 
 class ZRUriPackage : public ::testing::Test {
 protected:
-    UnicodeString name(const std::string& entry) const {
-        return u"jar:file://" + m_path + u"!/" + text(entry);
+    ZRUri entry(const std::string& name) const {
+        return uri(u"jar:file://" + m_path + u"!/" + text(name));
     }
 
     TempFolder m_folder;
@@ -43,30 +34,13 @@ protected:
 };
 
 TEST_F(ZRUriPackage, OpensAnEntryInAPackageInAPackage) {
-    const struct {
-        const char* entry;
-        const char* content;
-    } cases[] = {
-        {"dir/x.xml", "<x/>"},
-        {"dir/y.xml", "<y/>"},
-        {"q.zip!/d/y.xml", "inner"},
-        {"p.zip!/d/y.xml", "inner"},
-        {"q.zip!/r.zip!/x.xml", "innermost"},
-        {"p.zip!/r.zip!/x.xml", "innermost"},
-        {"dir/y.xml!/", "<y/>"},
-        {"a%20b", "escaped name"},
-        {"a b", "nothing"},
-        {"missing", "nothing"},
-        {"/dir/x.xml", "nothing"},
-        {"DIR/x.xml", "nothing"},
-        {"!/odd", "nothing"},
-        {"dir/x.xml!/a", "nothing"},
-        {"missing!/a", "nothing"},
-        {"q.zip!/missing", "nothing"},
-    };
-    for (const auto& [entry, content] : cases) {
-        EXPECT_EQ(contentOf(uri(name(entry))), content) << "for: " << entry;
-    }
+    expectTexts([this](const std::string& name) { return contentOf(entry(name)); },
+                {"dir/x.xml -> <x/>", "dir/y.xml -> <y/>", "q.zip!/d/y.xml -> inner",
+                 "p.zip!/d/y.xml -> inner", "q.zip!/r.zip!/x.xml -> innermost",
+                 "p.zip!/r.zip!/x.xml -> innermost", "dir/y.xml!/ -> <y/>", "a%20b -> escaped name",
+                 "a b -> nothing", "missing -> nothing", "/dir/x.xml -> nothing",
+                 "DIR/x.xml -> nothing", "!/odd -> nothing", "dir/x.xml!/a -> nothing",
+                 "missing!/a -> nothing", "q.zip!/missing -> nothing"});
 }
 
 TEST_F(ZRUriPackage, TakesAnyFormOfThePackagesName) {
@@ -88,34 +62,31 @@ TEST_F(ZRUriPackage, TakesAnyFormOfThePackagesName) {
 }
 
 TEST_F(ZRUriPackage, OpensANeighbourInThePackage) {
-    const ZRUri base = uri(name("dir/x.xml"));
-    EXPECT_EQ(contentOf(ZRUri(base, u"y.xml", URISTR_PATH_OR_URI_CSS)), "<y/>");
-    EXPECT_EQ(contentOf(ZRUri(base, u"/dir/y.xml", URISTR_PATH_OR_URI_CSS)), "<y/>");
-    const ZRUri nested(uri(name("q.zip!/d/y.xml")), u"../r.zip", URISTR_PATH_OR_URI_CSS);
-    EXPECT_NE(contentOf(nested), "nothing");
+    const auto beside = [this](const char* name, const char16_t* reference) {
+        return contentOf(ZRUri(entry(name), reference, URISTR_PATH_OR_URI_CSS));
+    };
+    EXPECT_EQ(beside("dir/x.xml", u"y.xml"), "<y/>");
+    EXPECT_EQ(beside("dir/x.xml", u"/dir/y.xml"), "<y/>");
+    EXPECT_NE(beside("q.zip!/d/y.xml", u"../r.zip"), "nothing");
 }
 
 TEST_F(ZRUriPackage, AnEntryHasNoContentType) {
-    UnicodeString type(u"type");
-    UnicodeString error(u"error");
-    EXPECT_EQ(uri(name("missing")).getStream(&type, &error), nullptr);
-    EXPECT_EQ(utf8(type + u" " + error), "type error");
-    const std::unique_ptr<std::istream> whole(uri(u"jar:" + m_path).getStream(&type, &error));
-    EXPECT_EQ(utf8(type + u" " + error), "type error");
-    const std::unique_ptr<std::istream> entry(uri(name("dir/x.xml")).getStream(&type, &error));
-    EXPECT_EQ(utf8(type + u" " + error), " error");
+    EXPECT_EQ(textsOf(entry("missing")), "type error");
+    EXPECT_EQ(textsOf(uri(u"jar:" + m_path)), "type error");
+    EXPECT_EQ(textsOf(entry("dir/x.xml")), " error");
 }
 
+// A scheme named many times over must not cost as many stack frames.
 TEST_F(ZRUriPackage, AnyNumberOfPrefixesIsTakenOff) {
     UnicodeString prefixes;
     for (int i = 0; i < 200000; ++i) {
         prefixes += i % 2 == 0 ? u"jar:" : u"jar: ";
     }
-    const ZRUri deep = uri(prefixes + u"file:" + m_path + u"!/dir/y.xml");
-    std::string content;
-    onSmallStack([&] { content = contentOf(deep); });
-    EXPECT_EQ(content, "<y/>");
-    EXPECT_EQ(contentOf(uri(prefixes)), "nothing");
+    onSmallStack([&] {
+        const ZRUri base = uri(u"file:" + m_path);
+        EXPECT_EQ(contentOf(ZRUri(base, prefixes + u"p.zip!/dir/y.xml", URISTR_GUESS)), "<y/>");
+        EXPECT_EQ(contentOf(uri(prefixes)), "nothing");
+    });
 }
 
 // Serves packages from memory by streams that do harm.
@@ -150,21 +121,19 @@ protected:
     PackageResolver m_resolver;
 };
 
-TEST_F(ZRUriServedPackage, IsSearchedWithoutSeeking) {
+TEST_F(ZRUriServedPackage, IsSearchedWithoutSeekingAndTheResolverAskedAtEachStep) {
     EXPECT_EQ(contentOf(uri(u"jar:mem:p.zip!/dir/y.xml")), "<y/>");
     EXPECT_EQ(contentOf(uri(u"jar:mem:p.zip!/p.zip!/r.zip!/x.xml")), "innermost");
     EXPECT_EQ(contentOf(uri(u"jar:mem:p.zip!/missing")), "nothing");
+    m_resolver.seen.clear();
+    EXPECT_EQ(contentOf(uri(u"jar: jar:my:p.zip!/a")), "nothing");
+    EXPECT_EQ(m_resolver.seen, "jar: jar:my:p.zip!/a\njar:my:p.zip\nmy:p.zip\n");
 }
 
 // On purpose: a file has to be able to seek.
 TEST_F(ZRUriServedPackage, AFileThatCannotSeekIsNoPackage) {
     EXPECT_EQ(contentOf(uri(u"jar:file:p.zip!/dir/y.xml")), "nothing");
     EXPECT_EQ(contentOf(uri(u"jar:jar:file:p.zip!/dir/y.xml")), "<y/>") << "here it need not";
-}
-
-TEST_F(ZRUriServedPackage, TheResolverIsAskedAtEachStep) {
-    EXPECT_EQ(contentOf(uri(u"jar: jar:my:p.zip!/a")), "nothing");
-    EXPECT_EQ(m_resolver.seen, "jar: jar:my:p.zip!/a\njar:my:p.zip\nmy:p.zip\n");
 }
 
 TEST_F(ZRUriServedPackage, MayThrowAnywhere) {
