@@ -1,7 +1,7 @@
 #include "zro/text/ZRUtil.h"
 
 #include <limits>
-#include <vector>
+#include <sstream>
 
 #include "tests/support/Test.h"
 #include "zro/text/ZRLang.h"
@@ -16,151 +16,102 @@ std::string label(int number, const UnicodeString& format, const char* language 
     return utf8(ZRUtil::formatNumber(number, format, separator, size, ZRLang(language), ZRN_EMPTY));
 }
 
-struct Row {
-    const char16_t* format = u"";
-    std::vector<int> numbers;
-    const char* labels = "";  // with bars between
-    const char* language = "";
-};
-
-void expectLabels(std::initializer_list<Row> rows) {
-    for (const auto& [format, numbers, labels, language] : rows) {
+// Rows of "7 12 as 001 -> 007 | 012", and of "27 as a in de -> ß".
+void expectLabels(std::initializer_list<std::string_view> rows) {
+    const auto labels = [](const std::string& row) {
+        const std::size_t as = row.find(" as ");
+        const std::size_t in = row.rfind(" in ");
+        const std::string language = in == std::string::npos ? "" : row.substr(in + 4);
+        std::istringstream numbers(row.substr(0, as));
         std::string all;
-        for (const int number : numbers) {
-            all += label(number, format, language) + " | ";
+        for (std::string number; numbers >> number;) {
+            const UnicodeString format = text(row.substr(as + 4, in - as - 4));
+            all += " | " + label(std::stoi(number), format, language.c_str());
         }
-        EXPECT_EQ(all, labels + std::string(" | ")) << utf8(format) << ' ' << language;
-    }
+        return all.substr(3);
+    };
+    expectTexts(labels, rows);
 }
 
 constexpr int kMin = std::numeric_limits<int>::min();
 
 TEST(ZRUtilLabel, AFormatIsATokenWithTextAroundIt) {
-    expectLabels({
-        {u"", {5}, "5"},
-        {u"1", {-7}, "-7"},
-        {u"1.", {5}, "5."},
-        {u"(a)", {3}, "(c)"},
-        {u"[ Ⅰ ]", {3}, "[ Ⅲ ]"},
-        {u"a.b", {3}, "c.b"},
-        {u"-1-1-", {3}, "-3-1-"},
-        {u"...", {3}, "..."},
-        {u".-", {3}, ".-3"},
-        {u"*", {5}, "*5"},
-        {u"z", {5}, "5"},
-        {u"ab", {5}, "5"},
-        {u"(\U0001F600)", {5}, "(\U0001F600)5"},
-        {u"\U00010400", {2}, "\U000104002"},
-    });
+    expectLabels({"5 as  -> 5", "-7 as 1 -> -7", "5 as 1. -> 5.", "3 as (a) -> (c)",
+                  "3 as [ Ⅰ ] -> [ Ⅲ ]", "3 as a.b -> c.b", "3 as -1-1- -> -3-1-",
+                  "3 as ... -> ...", "3 as .- -> .-3", "5 as * -> *5", "5 as z -> 5",
+                  "5 as ab -> 5", "5 as (\U0001F600) -> (\U0001F600)5",
+                  "2 as \U00010400 -> \U000104002"});
 }
 
 TEST(ZRUtilLabel, DigitsFillUpWithZeros) {
-    expectLabels({
-        {u"001", {7, 12345, -5}, "007 | 12345 | -05"},
-        {u"01", {kMin}, "-2147483648"},
-        {u"٠١", {12}, "١٢"},
-        {u"०००१", {9}, "०००९"},
-        {u"０１", {-12}, "－１２"},
-        {u"๑", {10}, "๑๐"},
-        {u"௧", {3}, "3"},      // Tamil is no digit set
-        {u"0x1", {3}, "003"},  // the first and the last character count
-        {u"02", {3}, "3"},
-        {u"一", {305}, "三〇五"},
-        {u"〇一", {5}, "〇五"},  // 〇 is no letter, so it is text
-        {u"영일", {5}, "영오"},
-        {u"일", {-5}, "-오"},
-    });
+    expectLabels({"7 12345 -5 as 001 -> 007 | 12345 | -05", "-2147483648 as 01 -> -2147483648",
+                  "12 as ٠١ -> ١٢", "9 as ०००१ -> ०००९", "-12 as ０１ -> －１２", "10 as ๑ -> ๑๐",
+                  "3 as ௧ -> 3",      // Tamil is no digit set
+                  "3 as 0x1 -> 003",  // the first and the last character count
+                  "3 as 02 -> 3", "305 as 一 -> 三〇五",
+                  "5 as 〇一 -> 〇五",  // 〇 is no letter, so it is text
+                  "5 as 영일 -> 영오", "-5 as 일 -> -오"});
     const std::string zeros = label(1, UnicodeString(100000, u'0', 100000) + u"1");
     EXPECT_EQ(zeros, std::string(100000, '0') + "1");
 }
 
 // On purpose: a sign counts as a character of a group.
 TEST(ZRUtilLabel, GroupsCountTheSign) {
-    for (const auto& [number, format, size, expected] :
-         Rows<int, const char16_t*, int, const char*>{{1234567, u"1", 3, "1,234,567"},
-                                                      {1234567, u"", -3, "1,234,567"},
-                                                      {123, u"(1)", 3, "(123)"},
-                                                      {-123, u"1", 3, "-,123"},
-                                                      {12, u"00001", 2, "0,00,12"},
-                                                      {1234, u"z", 1, "1,2,3,4"},
-                                                      {1234567, u"一", 4, "一二三,四五六七"},
-                                                      {1234567, u"1", 0, "1234567"},
-                                                      {1234567, u"1", kMin, "1234567"},
-                                                      {4000, u"i", 3, "4,000"},
-                                                      {12345, u"***", 3, "*12,345"},
-                                                      {12345, u"Α", 2, "ΦΚΙ"},
-                                                      {1000, u"א", 3, "א,"},
-                                                      {2015016, u"א", 3, "ב,טו,טז"}}) {
-        EXPECT_EQ(label(number, format, "", u",", size), expected) << number << utf8(format);
-    }
+    const auto grouped = [](int number, const char16_t* format, int size) {
+        return label(number, format, "", u",", size);
+    };
+    const Rows<int, const char16_t*, int, const char*> cases = {
+        {1234567, u"1", 3, "1,234,567"}, {1234567, u"", -3, "1,234,567"},
+        {123, u"(1)", 3, "(123)"},       {-123, u"1", 3, "-,123"},
+        {12, u"00001", 2, "0,00,12"},    {1234, u"z", 1, "1,2,3,4"},
+        {1234567, u"1", 0, "1234567"},   {1234567, u"1", kMin, "1234567"},
+        {4000, u"i", 3, "4,000"},        {12345, u"***", 3, "*12,345"},
+        {12345, u"Α", 2, "ΦΚΙ"},         {1000, u"א", 3, "א,"},
+        {2015016, u"א", 3, "ב,טו,טז"},   {1234567, u"一", 4, "一二三,四五六七"}};
+    expectRows(grouped, cases);
 }
 
 TEST(ZRUtilLabel, LettersCountWithoutAZero) {
-    expectLabels({{u"a", {27, 52, std::numeric_limits<int>::max()}, "aa | az | fxshrxw"},
-                  {u"甲子", {1, 60, 61}, "甲子 | 癸亥 | 甲子"}});
-    for (const auto& [number, format, letter, language] :
-         Rows<int, const char16_t*, const char*, const char*>{
-             {27, u"a", "ß", "de"},     {27, u"a", "ß", "ger"},    {27, u"A", "AA", "de"},
-             {21, u"a", "ö", "fi"},     {21, u"A", "AA", "fi"},    {5, u"A", "Ε", "el"},
-             {29, u"a", "я", "ru"},     {29, u"а", "я", "be"},     {29, u"А", "АВ", "be"},
-             {29, u"а", "я", "de"},     {27, u"a", "aa", "de-DE"}, {25, u"α", "αα", "ru"},
-             {27, u"ａ", "ａａ", "de"}, {53, u"A", "BA", ""},      {29, u"أ", "أأ", ""},
-             {47, u"ア", "アア", ""},   {47, u"イ", "ス", ""},     {46, u"ｲ", "ｲｲ", ""},
-             {15, u"ㄱ", "ㄱㄱ", ""},   {11, u"子", "戍", ""},     {11, u"甲", "甲甲", ""},
-             {3, u"イロ", "イイ", ""}}) {
-        EXPECT_EQ(label(number, format, language), letter) << number << utf8(format) << language;
-    }
-    EXPECT_EQ(label(5, u"(春夏秋冬)"), "(春春)");
+    expectLabels(
+        {"27 52 2147483647 as a -> aa | az | fxshrxw", "1 60 61 as 甲子 -> 甲子 | 癸亥 | 甲子",
+         // Alphabets of languages.
+         "27 as a in de -> ß", "27 as a in ger -> ß", "27 as A in de -> AA", "21 as a in fi -> ö",
+         "21 as A in fi -> AA", "5 as A in el -> Ε", "29 as a in ru -> я", "29 as а in be -> я",
+         "29 as А in be -> АВ", "29 as а in de -> я", "27 as a in de-DE -> aa",
+         "25 as α in ru -> αα", "27 as ａ in de -> ａａ",
+         // Of the format alone.
+         "53 as A -> BA", "29 as أ -> أأ", "47 as ア -> アア", "47 as イ -> ス", "46 as ｲ -> ｲｲ",
+         "15 as ㄱ -> ㄱㄱ", "11 as 子 -> 戍", "11 as 甲 -> 甲甲", "3 as イロ -> イイ",
+         "5 as (春夏秋冬) -> (春春)"});
 }
 
 TEST(ZRUtilLabel, RomanNumerals) {
-    expectLabels({
-        {u"i", {3999, 4000}, "mmmcmxcix | 4000"},
-        {u"I.", {444}, "CDXLIV."},
-        {u"Ｉ", {888}, "ＤＣＣＣＬＸＸＸＶＩＩＩ"},
-        {u"ｉ", {4000}, "４０００"},
-        {u"Ⅰ", {4, 13, 1012, 40000}, "Ⅳ | ⅩⅢ | \u2180Ⅻ | 40000"},
-        {u"ⅰ", {12, 1013, 9000}, "ⅻ | ⅿⅹⅲ | ⅿ\u2182"},
-        {u"Ⅰ", {39999}, "\u2182\u2182\u2182\u2180\u2182Ⅽ\u2180ⅩⅭⅨ"},
-    });
+    expectLabels({"3999 4000 as i -> mmmcmxcix | 4000", "444 as I. -> CDXLIV.",
+                  "888 as Ｉ -> ＤＣＣＣＬＸＸＸＶＩＩＩ", "4000 as ｉ -> ４０００",
+                  "4 13 1012 40000 as Ⅰ -> Ⅳ | ⅩⅢ | \u2180Ⅻ | 40000",
+                  "12 1013 9000 as ⅰ -> ⅻ | ⅿⅹⅲ | ⅿ\u2182",
+                  "39999 as Ⅰ -> \u2182\u2182\u2182\u2180\u2182Ⅽ\u2180ⅩⅭⅨ"});
 }
 
 TEST(ZRUtilLabel, OneLetterForEachDigit) {
-    expectLabels({
-        {u"א", {15, 116, 500, 999, 15000}, "טו | קטז | ך | ץצט | טו"},
-        {u"Ա", {1111, 10000}, "ՌՃԺԱ | "},
-        {u"ա", {9999}, "քջղթ"},
-        {u"(Ա)", {10001}, "(Ա)"},
-        {u"ა", {11111, 20000, 20009}, "ჵჩრია |  | თ"},
-    });
+    expectLabels({"15 116 500 999 15000 as א -> טו | קטז | ך | ץצט | טו",
+                  "1111 10000 as Ա -> ՌՃԺԱ | ", "9999 as ա -> քջղթ", "10001 as (Ա) -> (Ա)",
+                  "11111 20000 20009 as ა -> ჵჩრია |  | თ"});
 }
 
 TEST(ZRUtilLabel, BelowOneLettersHaveAZero) {
-    for (const auto& [format, zero] : Rows<const char16_t*, const char*>{{u"a", "0"},
-                                                                         {u"I", "0"},
-                                                                         {u"א", "0"},
-                                                                         {u"أ", "٠"},
-                                                                         {u"い", "〇"},
-                                                                         {u"가", "영"},
-                                                                         {u"Ａ", "０"},
-                                                                         {u"甲子", "〇"},
-                                                                         {u"春夏", "〇"}}) {
-        for (const int number : {0, -1, kMin}) {
-            EXPECT_EQ(label(number, format), zero) << number << utf8(format);
-        }
+    for (const char* number : {"0", "-1", "-2147483648"}) {
+        const auto below = [number](const std::string& format) {
+            return label(std::stoi(number), text(format));
+        };
+        expectTexts(below, {"a -> 0", "I -> 0", "א -> 0", "أ -> ٠", "い -> 〇", "가 -> 영",
+                            "Ａ -> ０", "甲子 -> 〇", "春夏 -> 〇"});
     }
 }
 
 TEST(ZRUtilLabel, LettersAndDigitsRepeatedAreMarksToo) {
-    expectLabels({
-        {u"***", {2, 4, 0}, "** | *4 | *0"},
-        {u"††", {-1}, "†-1"},
-        {u"ii", {2}, "ii"},
-        {u"11", {3}, "13"},
-        {u"一一", {1}, "一"},
-        {u"(ii)", {3}, "(3)"},
-        {u"(11)", {3}, "(3)"},
-    });
+    expectLabels({"2 4 0 as *** -> ** | *4 | *0", "-1 as †† -> †-1", "2 as ii -> ii",
+                  "3 as 11 -> 13", "1 as 一一 -> 一", "3 as (ii) -> (3)", "3 as (11) -> (3)"});
 }
 
 TEST(ZRUtilLabel, SixtySevenAlphabets) {
@@ -188,30 +139,24 @@ std::string kansuji(const std::string& source, ZRNameEnum method, ZRName digits 
 }
 
 TEST(ZRUtilKansuji, WritesNumbersInThreeWays) {
-    for (const auto& [source, plain, grouping, readable] :
-         Rows<const char*, const char*, const char*, const char*>{
-             {"", "", "", ""},
-             {"0", "〇", "〇", "〇"},
-             {"0円", "〇円", "〇円", "円"},
-             {"0.5", "〇・五", "〇・五", "・五"},
-             {"0,", "〇、", "〇", "〇"},
-             {"1000", "一〇〇〇", "一〇〇〇", "千"},
-             {"1050", "一〇五〇", "一〇五〇", "千五十"},
-             {"12,345.67円", "一二、三四五・六七円", "一万二三四五・六七円",
-              "一万二千三百四十五・六七円"},
-             {"12345678", "一二三四五六七八", "一二三四万五六七八", "千二百三十四万五千六百七十八"},
-             {"100000000", "一〇〇〇〇〇〇〇〇", "一億", "一億万"},
-             {"120000000", "一二〇〇〇〇〇〇〇", "一億二〇〇〇万", "一億二千万"},
-             {"00012345", "〇〇〇一二三四五", "〇〇〇一万二三四五", "一万二千三百四十五"},
-             {"00000000", "〇〇〇〇〇〇〇〇", "〇〇〇〇万〇〇〇〇", "〇"},
-             {"1.2.3,a", "一・二．三、ａ", "一・二．三ａ", "一・二．三ａ"},
-             {"1.,2", "一・，二", "一・，二", "一・，二"},
-             {".5 a~漢", "．五 ａ～漢", "．五 ａ～漢", "．五 ａ～漢"},
-         }) {
-        EXPECT_EQ(kansuji(source, ZRN_auto), plain) << source;
-        EXPECT_EQ(kansuji(source, ZRN_grouping), grouping) << source;
-        EXPECT_EQ(kansuji(source, ZRN_readable), readable) << source;
-    }
+    const auto threeWays = [](const std::string& source) {
+        return kansuji(source, ZRN_auto) + " | " + kansuji(source, ZRN_grouping) + " | "
+               + kansuji(source, ZRN_readable);
+    };
+    expectTexts(
+        threeWays,
+        {" ->  |  | ", "0 -> 〇 | 〇 | 〇", "0円 -> 〇円 | 〇円 | 円",
+         "0.5 -> 〇・五 | 〇・五 | ・五", "0, -> 〇、 | 〇 | 〇",
+         "1000 -> 一〇〇〇 | 一〇〇〇 | 千", "1050 -> 一〇五〇 | 一〇五〇 | 千五十",
+         "12,345.67円 -> 一二、三四五・六七円 | 一万二三四五・六七円 | 一万二千三百四十五・六七円",
+         "12345678 -> 一二三四五六七八 | 一二三四万五六七八 | 千二百三十四万五千六百七十八",
+         "100000000 -> 一〇〇〇〇〇〇〇〇 | 一億 | 一億万",
+         "120000000 -> 一二〇〇〇〇〇〇〇 | 一億二〇〇〇万 | 一億二千万",
+         "00012345 -> 〇〇〇一二三四五 | 〇〇〇一万二三四五 | 一万二千三百四十五",
+         "00000000 -> 〇〇〇〇〇〇〇〇 | 〇〇〇〇万〇〇〇〇 | 〇",
+         "1.2.3,a -> 一・二．三、ａ | 一・二．三ａ | 一・二．三ａ",
+         "1.,2 -> 一・，二 | 一・，二 | 一・，二",
+         ".5 a~漢 -> ．五 ａ～漢 | ．五 ａ～漢 | ．五 ａ～漢"});
 }
 
 // The unit 極 ends at the 52nd digit; digits above it have none.

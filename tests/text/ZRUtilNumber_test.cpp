@@ -34,23 +34,17 @@ UnicodeString digits(int count, char16_t digit = u'1') {
 }
 
 TEST(ZRUtil, ParsesNumbers) {
-    const Rows<const char16_t*, const char*> cases = {
-        {u"12", "12|"},   {u"  -.5x", "-0.5|x"}, {u" \t\r\n+7 ", "7| "},
-        {u"-0", "-0|"},   {u"5.", "5|"},         {u"5..5", "5|.5"},
-        {u"1e3", "1|e3"}, {u"1,5", "1|,5"},      {u"0x10", "0|x10"}};
-    for (const auto& [text, expected] : cases) {
-        EXPECT_EQ(parsed(text), expected) << "for: " << utf8(text);
-    }
-    // Without a number nothing is taken, not even white space.
-    for (const char16_t* text :
-         {u"", u" ", u"-x", u"-.x", u" .", u"+-1", u"- 1", u"\f1", u"\u0661", u"\uFF11", u"inf"}) {
-        EXPECT_EQ(parsed(text), "0|" + utf8(text));
-    }
-    EXPECT_EQ(parsed(u"00012.500pt"), "12.5|pt");
-    EXPECT_EQ(parsed(u"9007199254740993"), "9007199254740992|");
-    EXPECT_EQ(parsed(u"1.7976931348623157"), "1.7976931348623157|");
-    EXPECT_EQ(parsed(u"0.1000000000000000055511151231257827"), "0.10000000000000001|");
-    EXPECT_EQ(parsed(u"18446744073709551617.5"), "1.8446744073709552e+19|");
+    expectTexts([](const std::string& number) { return parsed(text(number)); },
+                {"12 -> 12|", "  -.5x -> -0.5|x", " \t\r\n+7  -> 7| ", "-0 -> -0|", "5. -> 5|",
+                 "5..5 -> 5|.5", "1e3 -> 1|e3", "1,5 -> 1|,5", "0x10 -> 0|x10",
+                 "00012.500pt -> 12.5|pt", "9007199254740993 -> 9007199254740992|",
+                 "1.7976931348623157 -> 1.7976931348623157|",
+                 "0.1000000000000000055511151231257827 -> 0.10000000000000001|",
+                 "18446744073709551617.5 -> 1.8446744073709552e+19|",
+                 // Without a number nothing is taken, not even white space.
+                 " -> 0|", "  -> 0| ", "-x -> 0|-x", "-.x -> 0|-.x", " . -> 0| .", "+-1 -> 0|+-1",
+                 "- 1 -> 0|- 1", "\f1 -> 0|\f1", "\u0661 -> 0|\u0661", "\uFF11 -> 0|\uFF11",
+                 "inf -> 0|inf"});
     EXPECT_EQ(ZRUtil::parseNumber(u"2.5", nullptr), 2.5);
 }
 
@@ -82,27 +76,31 @@ TEST(ZRUtil, NumbersAreRoundedCorrectly) {
     freelocale(plain);
 }
 
+// "value|rest"
+std::string parsedHex(const UnicodeString& number, int maxDigits) {
+    UnicodeString text(number);
+    const char16_t* end = nullptr;
+    char value[20];
+    std::snprintf(value, sizeof value, "%X|",
+                  ZRUtil::parseHexNum(text.getTerminatedBuffer(), &end, maxDigits));
+    return value + utf8(end);
+}
+
 TEST(ZRUtil, ParsesHexadecimalNumbers) {
-    for (const auto& [text, maxDigits, value, rest] :
-         Rows<const char16_t*, int, unsigned, const char16_t*>{
-             {u"1aFg", 0, 0x1AF, u"g"},
-             {u" \r\n\t7F", 0, 0x7F, u""},
-             {u"123456", 4, 0x1234, u"56"},
-             {u"12 34", 4, 0x12, u" 34"},
-             {u"FFFFFFFF", 0, 0xFFFFFFFF, u""},
-             {u"123456789", 0, 0xFFFFFFFF, u""},
-             {u"000000000123", 0, 0x123, u""},
-             {u"0x1F", 0, 0, u"x1F"},
-             {u"", 0, 0, u""},
-             {u"-1", 0, 0, u"-1"},
-             {u"  g", 0, 0, u"g"},  // unlike a number's, the white space is taken
-         }) {
-        const char16_t* end = nullptr;
-        EXPECT_EQ(ZRUtil::parseHexNum(text, &end, maxDigits), value) << utf8(text);
-        EXPECT_EQ(utf8(end), utf8(rest)) << utf8(text);
-    }
-    const UnicodeString beyond = digits(98, u'0') + u"FF";
-    EXPECT_EQ(ZRUtil::parseHexNum(UnicodeString(beyond).getTerminatedBuffer(), nullptr, 0), 0U);
+    const Rows<UnicodeString, int, const char*> cases = {
+        {u"1aFg", 0, "1AF|g"},
+        {u" \r\n\t7F", 0, "7F|"},
+        {u"123456", 4, "1234|56"},
+        {u"12 34", 4, "12| 34"},
+        {u"FFFFFFFF", 0, "FFFFFFFF|"},
+        {u"123456789", 0, "FFFFFFFF|"},
+        {u"00000000123", 0, "123|"},
+        {u"0x1F", 0, "0|x1F"},
+        {u"", 0, "0|"},
+        {u"-1", 0, "0|-1"},
+        {u"  g", 0, "0|g"}};  // unlike a number's, the white space is taken
+    expectRows(parsedHex, cases);
+    EXPECT_EQ(parsedHex(digits(98, u'0') + u"FF", 0).substr(0, 2), "0|");
 }
 
 TEST(ZRUtil, RoundsHalvesAwayFromZero) {

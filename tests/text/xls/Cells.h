@@ -1,6 +1,7 @@
 #pragma once
 
-#include <initializer_list>
+#include <charconv>
+#include <sstream>
 
 #include "tests/support/Test.h"
 #include "zro/text/xls/XlsFormatString.h"
@@ -8,43 +9,37 @@
 namespace ZroCommon::testing {
 
 /// The text of a number in a cell so wide, and "(-3)" behind it when it does not fit.
-inline std::string cellText(const XlsFormatString& formats, const char16_t* format, double number,
-                            int width = 100) {
+inline std::string cellText(const XlsFormatString& formats, const UnicodeString& format,
+                            double number, int width = 100) {
     CELLV cell;
     cell.number = number;
     UnicodeString result(u"untouched");
-    const short outcome = formats.fmtnum(&cell, ZRValue(width), format, result, nullptr, nullptr,
-                                         ZRLength(), 0, 0, nullptr);
+    const short outcome =
+        formats.fmtnum(&cell, ZRValue(width), UnicodeString(format).getTerminatedBuffer(), result,
+                       nullptr, nullptr, ZRLength(), 0, 0, nullptr);
     return utf8(result) + (outcome < 0 ? "(" + std::to_string(outcome) + ")" : "");
 }
 
-inline std::string cellText(const char16_t* format, double number, int width = 100) {
-    return cellText(XlsFormatString(), format, number, width);
-}
-
-/// One number or several.
-struct Numbers : std::vector<double> {
-    Numbers(double number) : vector{number} {}
-    using vector::vector;
-};
-
-struct CellCase {
-    const char16_t* format = u"";
-    Numbers numbers;
-    const char* texts = "";  // with bars between
-    int width = 100;
-};
-
-inline void expectTexts(std::initializer_list<CellCase> cases, bool isSystem1904 = false) {
+/// Rows of "12.5 as 0.00 -> 12.50"; of several numbers, "1 -1 as 0;(0) -> 1 | (1)"; and of a narrow
+/// cell, "123 as 0 in 2 -> ##(-3)".
+inline void expectCells(std::initializer_list<std::string_view> rows, bool isSystem1904 = false) {
     XlsFormatString formats;
     formats.setDate1904(isSystem1904 ? 1 : 0);
-    for (const auto& [format, numbers, texts, width] : cases) {
+    const auto texts = [&formats](const std::string& row) {
+        const std::size_t as = row.find(" as ");
+        const std::size_t in = row.rfind(" in ");
+        const UnicodeString format = text(row.substr(as + 4, in - as - 4));
+        const int width = in == std::string::npos ? 100 : std::stoi(row.substr(in + 4));
+        std::istringstream numbers(row.substr(0, as));
         std::string all;
-        for (const double number : numbers) {
-            all += cellText(formats, format, number, width) + " | ";
+        for (std::string word; numbers >> word;) {
+            double number = 0;
+            std::from_chars(word.data(), word.data() + word.size(), number);
+            all += " | " + cellText(formats, format, number, width);
         }
-        EXPECT_EQ(all, texts + std::string(" | ")) << utf8(format);
-    }
+        return all.substr(3);
+    };
+    expectTexts(texts, rows);
 }
 
 }  // namespace ZroCommon::testing

@@ -44,90 +44,79 @@ std::string sections(const UnicodeString& format, const XlsFormatString& formats
     return all.str();
 }
 
+std::string compiled(const std::string& format) {
+    return sections(text(format));
+}
+
 TEST(XlsFormatCompile, CountsWhatASectionHolds) {
-    for (const auto& [format, expected] : Rows<const char16_t*, const char*>{
-             {u"", " kind 0"},
-             {u"0", "0 kind 1 intZeros 1 intPlaces 1 intDigits 1 last 3"},
-             {u"#,##0.0#?", "###0.0#? kind 1 grouped 1 point 1 intZeros 1 intPlaces 4 intDigits 4 "
-                            "fracPlaces 3 fracZeros 2 last 5"},
-             {u"0,,%", "0,,% kind 1 commas 2 percents 1 intZeros 1 intPlaces 1 intDigits 1 last 9"},
-             {u"0,,0", "0,0 kind 1 grouped 1 commas 1 intZeros 2 intPlaces 2 intDigits 2 last 3"},
-             {u"0.0E+0#", "0.0E+0# kind 1 point 1 exponent 1 intZeros 1 intPlaces 1 intDigits 1 "
-                          "fracPlaces 1 fracZeros 1 expPlaces 2 expZeros 1 last 4"},
-             {u"#\\ ?/??", "#\" \"?/?? kind 1 slash 1 intPlaces 2 intDigits 1 num 1 den 2 last 5"},
-             {u"?/16", "?/16 kind 1 slash 1 intPlaces 1 num 1 den 2 over 16 last 3"},
-             {u"?/16,", "?/16, kind 1 slash 1 commas 1 intPlaces 1 num 1 den 2 over 16 last 10"},
-             {u"?/100000", "?/100000 kind 1 slash 1 intPlaces 1 num 1 den 6 over 34464 last 3"},
-             {u"[Red]0;[Color56]0",
-              "0 kind 1 color 122 intZeros 1 intPlaces 1 intDigits 1 last 3 | "
-              "0 kind 1 color 63 intZeros 1 intPlaces 1 intDigits 1 last 3"},
-             {u"[>=-1.5][<>1e]@", "invalid at 8"},
-             {u"[>=-1.5]G", "R3 kind 2 last 31 if 1 -1.5"},
-             {u"[=+5.]G;[<16777217]G",
-              "R3 kind 2 last 31 if 6 5 | R3 kind 2 last 31 if 4 1.67772e+07"},
-             {u"[DBNum2]GenERAL", "G kind 1 dbNum 2 last 52"},
-             {u";;;", " kind 0 |  kind 0 last 2 |  kind 0 last 2 |  kind 3 last 2"},
-             {u";;;0", " kind 0 |  kind 0 last 2 |  kind 0 last 2 | "
-                       "0 kind 1 intZeros 1 intPlaces 1 intDigits 1 last 3"},
-         }) {
-        EXPECT_EQ(sections(format), expected) << utf8(format);
-    }
+    expectTexts(
+        compiled,
+        {" ->  kind 0", "0 -> 0 kind 1 intZeros 1 intPlaces 1 intDigits 1 last 3",
+         "#,##0.0#? -> ###0.0#? kind 1 grouped 1 point 1 intZeros 1 intPlaces 4 intDigits 4 "
+         "fracPlaces 3 fracZeros 2 last 5",
+         "0,,% -> 0,,% kind 1 commas 2 percents 1 intZeros 1 intPlaces 1 intDigits 1 last 9",
+         "0,,0 -> 0,0 kind 1 grouped 1 commas 1 intZeros 2 intPlaces 2 intDigits 2 last 3",
+         "0.0E+0# -> 0.0E+0# kind 1 point 1 exponent 1 intZeros 1 intPlaces 1 intDigits 1 "
+         "fracPlaces 1 fracZeros 1 expPlaces 2 expZeros 1 last 4",
+         "#\\ ?/?? -> #\" \"?/?? kind 1 slash 1 intPlaces 2 intDigits 1 num 1 den 2 last 5",
+         "?/16 -> ?/16 kind 1 slash 1 intPlaces 1 num 1 den 2 over 16 last 3",
+         "?/16, -> ?/16, kind 1 slash 1 commas 1 intPlaces 1 num 1 den 2 over 16 last 10",
+         "?/100000 -> ?/100000 kind 1 slash 1 intPlaces 1 num 1 den 6 over 34464 last 3",
+         "[Red]0;[Color56]0 -> 0 kind 1 color 122 intZeros 1 intPlaces 1 intDigits 1 last 3 | "
+         "0 kind 1 color 63 intZeros 1 intPlaces 1 intDigits 1 last 3",
+         "[>=-1.5][<>1e]@ -> invalid at 8", "[>=-1.5]G -> R3 kind 2 last 31 if 1 -1.5",
+         "[=+5.]G;[<16777217]G -> R3 kind 2 last 31 if 6 5 | R3 kind 2 last 31 if 4 1.67772e+07",
+         "[DBNum2]GenERAL -> G kind 1 dbNum 2 last 52",
+         ";;; ->  kind 0 |  kind 0 last 2 |  kind 0 last 2 |  kind 3 last 2",
+         ";;;0 ->  kind 0 |  kind 0 last 2 |  kind 0 last 2 | 0 kind 1 intZeros 1 intPlaces 1 "
+         "intDigits 1 last 3"});
 }
 
 TEST(XlsFormatCompile, NormalisesTokens) {
-    for (const auto& [format, expected] : Rows<const char16_t*, const char*>{
-             {u"yymMdD", "Y2M2D2 kind 2 last 24"},
-             {u"yyyymmmmmmddddd", "Y4M5M1D4D1 kind 2 last 23"},
-             {u"aaaaaaa", "D6D5 kind 2 last 27"},
-             {u"rrrggggeee", "R2R1R5R3R7R6 kind 2 last 34"},
-             {u"h:mmm", "h1\":\"m2m1 kind 2 hour 1 last 19"},
-             {u"m:SmmSm", "m1\":\"s1M2s1M1 kind 2 last 14"},
-             {u"mm:ssmmm:s", "m2\":\"s2M3\":\"s1 kind 2 last 42"},
-             {u"[m]mm", "m3M2 kind 2 last 15"},
-             {u"[hh][mm][ss][h][s]", "h4m4s4h3s3 kind 2 hour 1 last 44"},
-             {u"hhhA/P", "h2h1A/P kind 2 hour 1 half 1 last 46"},
-             {u"ss.000", "s2.000 kind 2 point 1 fracPlaces 3 fracZeros 3 last 3"},
-             {u"ss.0#", "s2.0# kind 1 point 1 fracPlaces 2 fracZeros 1 last 4"},
-             // Literals run together until something else stands between.
-             {u"\"a\"\\b:_x\"\"", "\"ab: \" kind 0 last 53"},
-             {u"\"a\"[Red]\"b\"", "\"a\"\"b\" kind 0 color 122 last 53"},
-             {u"\"a\"[$\u20AC-407]\"b\"", "\"a\u20AC\"\"b\" kind 0 last 53"},
-             {u"[$-F800]", " kind 0 last 55"},
-             {u"\"a\"\\\"\\b", "\"a\"\\\"\"b\" kind 0 last 53"},
-             {u"*-*", "*-* kind 0 last 49"},
-             {u"\\", "\"\" kind 0 last 53"},
-             {u"_", "\" \" kind 0 last 53"},
-             {u",", "\",\" kind 0 last 53"},
-             {u"@*\"", "@*\" kind 3 last 49"},
-         }) {
-        EXPECT_EQ(sections(format), expected) << utf8(format);
-    }
+    expectTexts(
+        compiled,
+        {"yymMdD -> Y2M2D2 kind 2 last 24", "yyyymmmmmmddddd -> Y4M5M1D4D1 kind 2 last 23",
+         "aaaaaaa -> D6D5 kind 2 last 27", "rrrggggeee -> R2R1R5R3R7R6 kind 2 last 34",
+         "h:mmm -> h1\":\"m2m1 kind 2 hour 1 last 19", "m:SmmSm -> m1\":\"s1M2s1M1 kind 2 last 14",
+         "mm:ssmmm:s -> m2\":\"s2M3\":\"s1 kind 2 last 42", "[m]mm -> m3M2 kind 2 last 15",
+         "[hh][mm][ss][h][s] -> h4m4s4h3s3 kind 2 hour 1 last 44",
+         "hhhA/P -> h2h1A/P kind 2 hour 1 half 1 last 46",
+         "ss.000 -> s2.000 kind 2 point 1 fracPlaces 3 fracZeros 3 last 3",
+         "ss.0# -> s2.0# kind 1 point 1 fracPlaces 2 fracZeros 1 last 4",
+         // Literals run together until something else stands between.
+         R"("a"\b:_x"" -> "ab: " kind 0 last 53)",
+         R"("a"[Red]"b" -> "a""b" kind 0 color 122 last 53)",
+         "\"a\"[$\u20AC-407]\"b\" -> \"a\u20AC\"\"b\" kind 0 last 53",
+         "[$-F800] ->  kind 0 last 55", R"("a"\"\b -> "a"\""b" kind 0 last 53)",
+         "*-* -> *-* kind 0 last 49", "\\ -> \"\" kind 0 last 53", "_ -> \" \" kind 0 last 53",
+         ", -> \",\" kind 0 last 53", "@*\" -> @*\" kind 3 last 49"});
 }
 
 TEST(XlsFormatCompile, RefusesWhatHasNoMeaning) {
-    for (const auto& [format, position] : Rows<const char16_t*, int>{
-             {u"$0", 0},      {u"\u20AC0", 0}, {u"\t0", 0},   {u"\"abc", 0}, {u"y", 0},
-             {u"yyy", 2},     {u"yyyyy", 4},   {u"Am/Pm", 0}, {u"aa", 0},    {u"1", 0},
-             {u"0 ", 1},      {u"0+0", 1},     {u"0z", 1},    {u"0\x7F", 1}, {u"0/8#", 3},
-             {u"[red]0", 0},  {u"[H]", 0},     {u"[hhh]", 0}, {u"[h", 0},    {u"[Color0]", 0},
-             {u"[Color]", 0}, {u"[Color9", 0}, {u"@[>1]", 1}, {u"[$x", 0},   {u"[>1-2]0", 0},
-             {u"[> 1]0", 0},  {u"[", 0},       {u"Gen", 2}}) {
-        EXPECT_EQ(sections(format), "invalid at " + std::to_string(position)) << utf8(format);
-    }
-    const Rows<const char16_t*, int> cases = {
-        {u"m/d/yy h:mm", 6}, {u"0.00;-0.00", 5}, {u"0;0;0;0;0", 7}, {u"0;0;[>1]0", 4},
-        {u"[Color57]", 0},   {u"[DBNum4]0", 0},  {u"[>1.2.3]0", 0}, {u"Dezember", 2}};
-    for (const auto& [format, position] : cases) {
-        EXPECT_EQ(sections(format), "invalid at " + std::to_string(position)) << utf8(format);
-    }
-    EXPECT_EQ(sections(u"#,##0_);(#,##0)"), "invalid at 8");
-    EXPECT_EQ(sections(u"[Color99999999999]"), "invalid at 0");
+    expectTexts(compiled,
+                {"$0 -> invalid at 0", "\u20AC0 -> invalid at 0", "\t0 -> invalid at 0",
+                 "\"abc -> invalid at 0", "y -> invalid at 0", "Am/Pm -> invalid at 0",
+                 "aa -> invalid at 0", "1 -> invalid at 0", "@[>1] -> invalid at 1",
+                 "yyy -> invalid at 2", "yyyyy -> invalid at 4", "0  -> invalid at 1",
+                 "0+0 -> invalid at 1", "0z -> invalid at 1", "0\x7F -> invalid at 1",
+                 "0/8# -> invalid at 3", "Gen -> invalid at 2", "Dezember -> invalid at 2",
+                 // Words in brackets.
+                 "[red]0 -> invalid at 0", "[H] -> invalid at 0", "[hhh] -> invalid at 0",
+                 "[h -> invalid at 0", "[Color0] -> invalid at 0", "[Color] -> invalid at 0",
+                 "[Color9 -> invalid at 0", "[Color57] -> invalid at 0",
+                 "[Color99999999999] -> invalid at 0", "[DBNum4]0 -> invalid at 0",
+                 "[$x -> invalid at 0", "[>1-2]0 -> invalid at 0", "[> 1]0 -> invalid at 0",
+                 "[ -> invalid at 0", "[>1.2.3]0 -> invalid at 0",
+                 // Sections.
+                 "m/d/yy h:mm -> invalid at 6", "0.00;-0.00 -> invalid at 5",
+                 "0;0;0;0;0 -> invalid at 7", "0;0;[>1]0 -> invalid at 4",
+                 "#,##0_);(#,##0) -> invalid at 8"});
 }
 
 // On purpose: the comma and the character behind it become one comma, a section mark too.
 TEST(XlsFormatCompile, ALiteralCommaSwallowsACharacter) {
-    EXPECT_EQ(sections(u"dddd,mmmm"), "D4\",\"M3 kind 2 last 16");
-    EXPECT_EQ(sections(u",;0"), "\",\"0 kind 1 intZeros 1 intPlaces 1 intDigits 1 last 3");
+    expectTexts(compiled, {"dddd,mmmm -> D4\",\"M3 kind 2 last 16",
+                           ",;0 -> \",\"0 kind 1 intZeros 1 intPlaces 1 intDigits 1 last 3"});
 }
 
 TEST(XlsFormatCompile, ASectionHasRoomFor255Characters) {

@@ -12,48 +12,29 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 TEST(XlsFormatString, ChoosesASection) {
-    expectTexts({
-        {u"\"a\"", -1, "-a"},
-        {u"\"a\";\"b\"", {0, -1}, "a | b"},
-        {u"\"a\";\"b\";\"c\"", {1, -1, -0.0}, "a | b | c"},
-        {u"\"a\";\"b\";\"c\";@", 0, "c"},
-        {u"\"a\";\"b\";\"c\";0", 0, "c"},
-        {u"[>5]\"a\"", {6, 5}, "a | "},
-        {u"[>100]0;[<50]0", 75, ""},
-        {u"[>100]0;\"b\"", 75, "b"},
-        {u"0;[<-5]\"b\"", -1, "-1"},
-        {u"[>5]\"a\";[<0]\"b\";\"c\"", 3, "c"},
-        {u"\"a\";[<-5]\"b\";\"c\"", -1, "-c"},
-        {u"[=1]\"a\";[<>2]\"b\";\"c\"", 2, "c"},
-        {u"[<=0]0;0", -1, "-1"},
-        {u"[<0]0;0", -1, "1"},
-        {u"[<-1]0;0", -2, "-2"},
-        {u"0;[<0]0", -1, "-1"},
-        {u"0.00;\\-0.00", -1, "-1.00"},
-        {u"0;0;@", -1, "1"},
-        {u"@", 5, "5"},
-        {u"@;0", 5, "5"},
-        {u"[-]0", 5, "untouched"},
-        {u"[>]\"a\";[<>--5]\"b\"", 5, "b"},
-        {u"[>=16777217]\"a\";\"b\"", 16777216, "a"},
-    });
+    expectCells({R"(-1 as "a" -> -a)", R"(0 -1 as "a";"b" -> a | b)",
+                 R"(1 -1 -0 as "a";"b";"c" -> a | b | c)", R"(0 as "a";"b";"c";@ -> c)",
+                 R"(0 as "a";"b";"c";0 -> c)", R"(6 5 as [>5]"a" -> a | )",
+                 "75 as [>100]0;[<50]0 -> ", R"(75 as [>100]0;"b" -> b)",
+                 R"(-1 as 0;[<-5]"b" -> -1)", R"(3 as [>5]"a";[<0]"b";"c" -> c)",
+                 R"(-1 as "a";[<-5]"b";"c" -> -c)", R"(2 as [=1]"a";[<>2]"b";"c" -> c)",
+                 // A condition may say that the section is for negative numbers.
+                 "-1 as [<=0]0;0 -> -1", "-1 as [<0]0;0 -> 1", "-2 as [<-1]0;0 -> -2",
+                 "-1 as 0;[<0]0 -> -1", "-1 as 0.00;\\-0.00 -> -1.00", "-1 as 0;0;@ -> 1",
+                 "5 as @ -> 5", "5 as @;0 -> 5", "5 as [-]0 -> untouched",
+                 R"(5 as [>]"a";[<>--5]"b" -> b)", R"(16777216 as [>=16777217]"a";"b" -> a)"});
 }
 
 // On purpose: conditions hold floats, and 0.1 is below the float next to it.
 TEST(XlsFormatString, ATenthIsNotAtLeastATenth) {
-    EXPECT_EQ(cellText(u"[>=0.1]\"a\";\"b\"", 0.1), "b");
+    expectCells({R"(0.1 as [>=0.1]"a";"b" -> b)"});
 }
 
 TEST(XlsFormatString, WhatIsNoNumberIsTooWide) {
     for (const char16_t* format : {u"0", u"0;0;0", u"[>1]0;0", u"General", u"yyyy", u"@", u"E+0"}) {
-        EXPECT_EQ(cellText(format, kNaN, 3).substr(0, 3), "###") << utf8(format);
-        EXPECT_EQ(cellText(format, kInfinity, 3).substr(0, 3), "###") << utf8(format);
+        EXPECT_EQ(cellText({}, format, kNaN, 3).substr(0, 3), "###") << utf8(format);
+        EXPECT_EQ(cellText({}, format, kInfinity, 3).substr(0, 3), "###") << utf8(format);
     }
-}
-
-TEST(XlsFormatString, InvalidFormatsShowNothing) {
-    EXPECT_EQ(cellText(u"0 0", 5), "untouched");
-    EXPECT_EQ(XlsFormatString().FormatString(u"0 0", 5), UnicodeString());
 }
 
 TEST(XlsFormatString, FormatStringClearsFill) {
@@ -61,23 +42,18 @@ TEST(XlsFormatString, FormatStringClearsFill) {
     EXPECT_TRUE(formats.isFill());
     EXPECT_EQ(utf8(formats.FormatString(u"*x0", 5)), "x5");
     EXPECT_FALSE(formats.isFill());
+    EXPECT_EQ(formats.FormatString(u"0 0", 5), UnicodeString()) << "an invalid format";
     formats.setDate1904(1);
     EXPECT_EQ(formats.GetYearBase(), 1904);
     EXPECT_EQ(formats.GetBookVersion(), 0x800);
 }
 
 TEST(XlsFormatString, FillsUpToTheWidth) {
-    expectTexts({
-        {u"*-0", 5, "-------5", 8},
-        {u"\\$* 0.0", 5, "$    5.0", 8},
-        {u"0*x*y", 5, "5yy", 3},
-        {u"0*\u3042", 5, "5\u3042\u3042", 3},
-        {u"yyyy*.", 61, "1900..", 6},
-        {u"0*", 5, "5", 3},
-        {u"0*x", 12345, "###(-3)", 3},
-        {u"0", 5, "(-3)", -1},
-    });
-    EXPECT_EQ(cellText(u"0*x", 5, std::numeric_limits<int>::max()).size(), 32767U);
+    expectCells({"5 as *-0 in 8 -> -------5", "5 as \\$* 0.0 in 8 -> $    5.0",
+                 "5 as 0*x*y in 3 -> 5yy", "5 as 0*\u3042 in 3 -> 5\u3042\u3042",
+                 "61 as yyyy*. in 6 -> 1900..", "5 as 0* in 3 -> 5", "12345 as 0*x in 3 -> ###(-3)",
+                 "5 as 0 in -1 -> (-3)"});
+    EXPECT_EQ(cellText({}, u"0*x", 5, std::numeric_limits<int>::max()).size(), 32767U);
 }
 
 TEST(XlsFormatString, ShowsTexts) {
@@ -106,7 +82,7 @@ bool isLongerThanFour(void* user, const UnicodeString& text, const ZRLength& len
     EXPECT_EQ(a + b, 5);
     EXPECT_EQ(length, ZRLength(9.0F));
     for (int format = 0; format < 99; ++format) {
-        cellText(testing::text(std::to_string(format) + "0").getTerminatedBuffer(), 1);
+        cellText({}, testing::text(std::to_string(format) + "0"), 1);
     }
     ++*static_cast<int*>(user);
     return text.length() > 4;
