@@ -13,18 +13,15 @@ ZRError errorAt(int line, int column, const UnicodeString& uri) {
     return {0x1801, u"bad", u"place", line, column, uri};
 }
 
-class Mute : public std::exception {
-public:
-    const char* what() const noexcept override { return nullptr; }
-};
-
 TEST(ZRError, IsNoErrorAtFirst) {
-    const ZRError error;
+    ZRError error;
     EXPECT_EQ(error.getErrorCode(), 0);
-    EXPECT_EQ(error.getLineNumber(), -1);
-    EXPECT_EQ(error.getColumnNumber(), -1);
-    EXPECT_EQ(utf8(error.getMessage() + error.getSource() + error.getUri()), "");
+    EXPECT_EQ(utf8(error.getPositionDescription() + error.getSource()), "");
     error.throwFatalError();
+    for (const char16_t* line : {u"", u"one", u"two", u""}) {
+        error.appendMessage(line);
+    }
+    EXPECT_EQ(utf8(error.getMessage()), "one\ntwo");
 }
 
 TEST(ZRError, DescribesWhatIsKnownOfThePosition) {
@@ -55,37 +52,27 @@ TEST(ZRError, AMessageSetBackGathersNoSecondPosition) {
               "worse\nLine 1, Col 7, file.xml\nLine 12, Col 7, file.xml");
 }
 
-TEST(ZRError, AppendsLines) {
-    ZRError error;
-    error.appendMessage(u"");
-    error.appendMessage(u"one");
-    error.appendMessage(u"two");
-    error.appendMessage(u"");
-    EXPECT_EQ(utf8(error.getRawMessage()), "one\ntwo");
-}
-
-TEST(ZRError, TheCategoryIsTheTopOfTheCode) {
-    EXPECT_EQ(ZRError(0x1E06, u"").getErrorCategory(), ZRErrorCodeXML);
-    EXPECT_EQ(ZRError(0x1003, u"").getErrorCategory(), ZRErrorCodeIO);
-    EXPECT_EQ(ZRError(0x0FFF, u"").getErrorCategory(), ZRErrorCodeZROLIB);
-    EXPECT_EQ(int{ZRError(0xFFFF, u"").getErrorCategory()}, 0xF800);
-}
-
-TEST(ZRError, ThrowsUnlessRecoverable) {
-    for (const auto& [code, thrown] : Rows<unsigned short, const char*>{
-             {0x0000, "nothing"},
-             {0x1806, "0x1806 text []"},
-             {0x1E06, "nothing"},
-             {0x0900, "0x0900 text []"},
-             {0x0C00, "nothing"},
-             {0x0001, "0x0001 text []"},
+TEST(ZRError, TheTopOfTheCodeTellsTheCategoryAndWhetherItIsFatal) {
+    for (const auto& [code, category, thrown] : Rows<unsigned short, int, const char*>{
+             {0x0000, 0, "nothing"},
+             {0x0001, 0, "0x0001 text []"},
+             {0x0900, ZRErrorCodeZROLIB, "0x0900 text []"},
+             {0x0FFF, ZRErrorCodeZROLIB, "nothing"},
+             {0x1003, ZRErrorCodeIO, "0x1003 text []"},
+             {0x1806, ZRErrorCodeXML, "0x1806 text []"},
+             {0x1E06, ZRErrorCodeXML, "nothing"},
+             {0xFFFF, 0xF800, "nothing"},
          }) {
         const ZRError error(code, u"text");
+        EXPECT_EQ(int{error.getErrorCategory()}, category) << std::hex << code;
         EXPECT_EQ(errorOf([&error] { error.throwFatalError(); }), thrown);
     }
 }
 
 TEST(ZRError, TakesOverOtherExceptions) {
+    class Mute : public std::exception {
+        const char* what() const noexcept override { return nullptr; }
+    };
     std::bad_alloc noMemory;
     std::runtime_error foreign("what \xC3\xA4");
     Mute mute;

@@ -1,7 +1,7 @@
 #include "zro/platform/internal/NativeFile.h"
 
-#include <filesystem>
 #include <fstream>
+#include <random>
 #include <unistd.h>
 
 #include "tests/support/TempFolder.h"
@@ -10,92 +10,72 @@
 namespace ZroCommon::internal {
 namespace {
 
-using ZroCommon::testing::TempFolder;
-using ZroCommon::testing::text;
-using ZroCommon::testing::utf8;
+using testing::TempFolder;
+using testing::text;
+using testing::utf8;
 
-TEST(NativeFile, TurnsALocalPathIntoANameOfTheSystem) {
-    for (const auto& [path, name] : testing::Rows<const char*, const char*>{
-             {"/tmp/a b.xml", "/tmp/a b.xml"},
-             {"a/\xC3\xA4.xml", "a/\xC3\xA4.xml"},
-             {"\\\\tmp\\a.xml", "/tmp/a.xml"},
-             {"\\\\\\\\tmp/a\\b", "/tmp/a/b"},
-             {"\\\\localhost\\tmp\\a", "/tmp/a"},
-             {"\\\\localhost", "/"},
-             {"\\\\localhosts\\a", "/localhosts/a"},
-             {"\\\\", "/"},
-             {"\\tmp\\a", "\\tmp\\a"},
-             {"/tmp/a\\b", "/tmp/a\\b"},
-             {"//localhost/a", "//localhost/a"},
-             {"1:x", "1:x"},
-             {"", ""},
-         }) {
-        EXPECT_EQ(nativeFileName(text(path)), name) << "for: " << path;
-    }
+// "none" for what cannot be a file here.
+std::string nameOf(const UnicodeString& path) {
+    const auto name = nativeFileName(path);
+    EXPECT_TRUE(name || !fileExists(path)) << utf8(path);
+    EXPECT_TRUE(name || (!openInputFile(path) && !openOutputFile(path))) << utf8(path);
+    return name.value_or("none");
 }
 
-TEST(NativeFile, RefusesWhatCannotBeAFileHere) {
-    const UnicodeString cases[] = {u"C:\\a",   u"c:",      u"z:a", UnicodeString(u"a\0b", 3),
-                                   u"a\xD800", u"\xDC00/a"};
-    for (const UnicodeString& path : cases) {
-        EXPECT_EQ(nativeFileName(path), std::nullopt) << "for: " << utf8(path);
-        EXPECT_FALSE(fileExists(path)) << "for: " << utf8(path);
-        EXPECT_EQ(openInputFile(path), nullptr) << "for: " << utf8(path);
-        EXPECT_EQ(openOutputFile(path), nullptr) << "for: " << utf8(path);
+TEST(NativeFile, TurnsALocalPathIntoANameOfTheSystem) {
+    testing::expectTexts([](const std::string& path) { return nameOf(text(path)); },
+                         {"/tmp/a b.xml -> /tmp/a b.xml", "a/\xC3\xA4.xml -> a/\xC3\xA4.xml",
+                          "\\\\tmp\\a.xml -> /tmp/a.xml", "\\\\\\\\tmp/a\\b -> /tmp/a/b",
+                          "\\\\localhost\\tmp\\a -> /tmp/a", "\\\\localhost -> /",
+                          "\\\\localhosts\\a -> /localhosts/a", "\\\\ -> /", "\\tmp\\a -> \\tmp\\a",
+                          "/tmp/a\\b -> /tmp/a\\b", "//localhost/a -> //localhost/a", "1:x -> 1:x",
+                          " -> ", "\U0001F600 -> \U0001F600", "C:\\a -> none", "c: -> none",
+                          "z:a -> none"});
+    for (const UnicodeString& path :
+         {UnicodeString(u"a\0b", 3), UnicodeString(u"a\xD800"), UnicodeString(u"\xDC00/a")}) {
+        EXPECT_EQ(nameOf(path), "none") << utf8(path);
     }
-    EXPECT_EQ(nativeFileName(u"\U0001F600"), "\xF0\x9F\x98\x80");
 }
 
 TEST(NativeFile, TellsFilesFromDirectories) {
     const TempFolder folder;
     const UnicodeString path = folder.write("a", "x");
-    EXPECT_TRUE(isDirectory(folder.path()));
-    EXPECT_FALSE(isDirectory(utf8(path)));
-    EXPECT_TRUE(fileExists(text(folder.path())));
-    EXPECT_TRUE(fileExists(path));
-    EXPECT_EQ(openInputFile(text(folder.path())), nullptr);
-    EXPECT_EQ(openOutputFile(text(folder.path())), nullptr);
-    EXPECT_NE(openInputFile(path), nullptr);
+    const UnicodeString directory = text(folder.path());
+    EXPECT_TRUE(isDirectory(folder.path()) && fileExists(directory));
+    EXPECT_TRUE(!openInputFile(directory) && !openOutputFile(directory));
+    EXPECT_TRUE(!isDirectory(utf8(path)) && fileExists(path) && openInputFile(path));
 }
 
 // On random positions and lengths the stream has to do what the standard one does.
 TEST(InputFile, ReadsAndSeeksAsAFileStreamDoes) {
     const TempFolder folder;
-    std::string bytes;
-    for (unsigned i = 0; i < 100000; ++i) {
-        bytes += static_cast<char>(i * 7919U >> 5U);
-    }
+    std::mt19937 engine(1);  // NOLINT(cert-msc51-cpp): the same numbers in each run
+    const auto random = [&engine](unsigned below) {
+        return static_cast<std::streamoff>(engine() % below);
+    };
+    std::string bytes(100000, '\0');
+    std::generate(bytes.begin(), bytes.end(), [&] { return static_cast<char>(random(256)); });
     const UnicodeString path = folder.write("a", bytes);
     const auto ours = openInputFile(path);
     std::ifstream standard(utf8(path), std::ios::binary);
-    unsigned state = 1;
-    const auto random = [&state](unsigned below) {
-        state = state * 1103515245U + 12345U;
-        return static_cast<std::streamoff>((state >> 8U) % below);
-    };
     std::string found(70000, '\0');
     std::string wanted(70000, '\0');
     for (int i = 0; i < 2000; ++i) {
         const std::streamoff count = random(i % 10 == 0 ? 70000 : 60);
-        const std::streamoff target = random(100010) - random(3);
+        const std::streamoff target = random(100012) - 2;
         const auto act = [&](std::istream& stream, std::string& into) {
-            stream.clear();
             switch (i % 6) {
             case 0: stream.seekg(target); break;
-            case 1: stream.seekg(random(2) - 1, std::ios::cur); break;
+            case 1: stream.seekg(-(target % 2), std::ios::cur); break;
             case 2: stream.seekg(-target, std::ios::end); break;
             case 3: stream.unget(); break;
             default: stream.read(into.data(), count); break;
             }
-            return stream.rdstate();
+            const auto state = stream.rdstate();
+            stream.clear();
+            return std::pair(state, std::streamoff(stream.tellg()));
         };
-        const unsigned before = state;
-        const auto ourState = act(*ours, found);
-        state = before;
-        ASSERT_EQ(ourState, act(standard, wanted)) << "step " << i;
-        ours->clear();
-        standard.clear();
-        ASSERT_EQ(ours->tellg(), standard.tellg()) << "step " << i;
+        ASSERT_EQ(act(*ours, found), act(standard, wanted)) << "step " << i;
         ASSERT_TRUE(found == wanted) << "step " << i;
     }
 }
@@ -112,9 +92,6 @@ TEST(InputFile, SeesWhatIsAppendedBehindTheEnd) {
 }
 
 TEST(InputFile, ReadsAPipeAndDoesNotSeekInIt) {
-    const auto stream = openInputFile(u"/dev/null");
-    ASSERT_NE(stream, nullptr);
-    EXPECT_EQ(stream->get(), EOF);
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);
     ASSERT_EQ(write(ends[1], "abc", 3), 3);

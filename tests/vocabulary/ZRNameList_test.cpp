@@ -16,37 +16,29 @@ TEST(ZRNameList, FindsNames) {
     EXPECT_EQ(list.indexOf(ZRN_before), 0);
     EXPECT_EQ(list.indexOf(ZRN_EMPTY), 3);
     EXPECT_EQ(list.indexOf(ZRN_end), -1);
-    EXPECT_TRUE(list.hasItem(ZRN_start));
-    EXPECT_FALSE(list.hasItem(ZRN_end));
+    EXPECT_TRUE(list.hasItem(ZRN_start) && !list.hasItem(ZRN_end));
+    for (const int index : {5, 1000000, -1}) {
+        EXPECT_TRUE(list.getItem(index).isEmpty()) << index;
+    }
 }
 
 TEST(ZRNameList, EndsAtAnEmptyNameWithoutACount) {
     const ZRNameList list(kNames.data());
     EXPECT_EQ(list.getCount(), 3);
-    EXPECT_FALSE(list.hasItem(ZRN_start));
-}
-
-TEST(ZRNameList, IsEmptyWithoutAnArray) {
-    for (const ZRNameList& list : {ZRNameList(), ZRNameList(nullptr), ZRNameList(nullptr, 5),
+    EXPECT_TRUE(list.getItem(3).isEmpty() && !list.hasItem(ZRN_start));
+    for (const ZRNameList& none : {ZRNameList(), ZRNameList(nullptr), ZRNameList(nullptr, 5),
                                    ZRNameList(kNames.data(), -1)}) {
-        EXPECT_EQ(list.getCount(), 0);
-        EXPECT_EQ(list.indexOf(ZRN_before), -1);
-    }
-}
-
-TEST(ZRNameList, AnswersOutsideWithTheEmptyName) {
-    const ZRNameList list(kNames.data(), 3);
-    for (const int index : {3, 4, 1000000, -1}) {
-        EXPECT_TRUE(list.getItem(index).isEmpty()) << index;
+        EXPECT_EQ(none.getCount(), 0);
+        EXPECT_EQ(none.indexOf(ZRN_before), -1);
     }
 }
 
 TEST(ZRNameListInstance, IsFilledItemByItem) {
     ZRNameListInstance list(3);
     EXPECT_EQ(list.indexOf(ZRN_EMPTY), 0);
-    list.setItem(ZRN_end, 2);
-    list.setItem(ZRN_end, 3);
-    list.setItem(ZRN_end, -1);
+    for (const int index : {2, 3, -1}) {
+        list.setItem(ZRN_end, index);
+    }
     EXPECT_EQ(list.indexOf(ZRN_end), 2);
     EXPECT_EQ(list.getCount(), 3);
     EXPECT_EQ(ZRNameListInstance(-1).getCount(), 0);
@@ -60,8 +52,7 @@ TEST(ZRNameListInstance, AssignmentSharesTheArray) {
     source.setItem(ZRN_end, 1);
     target.setItem(ZRN_start, 4);
     EXPECT_EQ(target.getCount(), 2);
-    EXPECT_TRUE(target.hasItem(ZRN_end));
-    EXPECT_FALSE(target.hasItem(ZRN_start));
+    EXPECT_TRUE(target.hasItem(ZRN_end) && !target.hasItem(ZRN_start));
 }
 
 }  // namespace

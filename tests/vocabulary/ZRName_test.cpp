@@ -1,7 +1,6 @@
 #include "zro/vocabulary/ZRName.h"
 
 #include <type_traits>
-#include <utility>
 
 #include "tests/support/Test.h"
 #include "zro/foundation/internal/AppendNumber.h"
@@ -12,33 +11,35 @@ namespace {
 
 static_assert(std::is_trivially_copyable_v<ZRName> && sizeof(ZRName) == 4);
 
-// The text that `generateID` is to make now.
-std::string nextId(const char* prefix) {
-    UnicodeString text(prefix);
-    internal::appendNumber(text, ZRNameTable::getSharedNameTable()->getNameLast() + 1);
-    return utf8(text);
-}
-
-TEST(ZRName, TheEmptyNameIsBuiltinNumberZero) {
-    const ZRName name{UnicodeString()};
-    EXPECT_EQ(name, ZRN_EMPTY);
-    EXPECT_EQ(name, ZRName());
-    EXPECT_TRUE(name.isEmpty());
-    EXPECT_TRUE(name.isBuiltin());
-    EXPECT_EQ(utf8(name.toString()), "");
+// An id with the number that comes so many after the last one of the shared table.
+UnicodeString idAfterLast(const char16_t* prefix, int count) {
+    UnicodeString id(prefix);
+    return internal::appendNumber(id, ZRNameTable::getSharedNameTable()->getNameLast() + count);
 }
 
 TEST(ZRName, BuiltinNamesHaveFixedNumbers) {
-    const Rows<const char16_t*, int> cases = {
-        {u"ANSI_X3.4", 1},  {u"#CMYK", 179}, {u"#RGB", 182}, {u"#SEPARATION", 183},
-        {u"fit", 611},      {u"fitv", 617},  {u"xyz", 1562}, {u"xyz-top", 1565},
-        {u"zoom", 1582},    {u"above", 188}, {u"yav", 257},  {u"azimuth", 258},
-        {u"ISO-8859-1", 82}};
+    const Rows<const char16_t*, int> cases = {{u"", 0},
+                                              {u"ANSI_X3.4", 1},
+                                              {u"#CMYK", 179},
+                                              {u"#RGB", 182},
+                                              {u"fit", 611},
+                                              {u"fitv", 617},
+                                              {u"xyz", 1562},
+                                              {u"xyz-top", 1565},
+                                              {u"zoom", 1582},
+                                              {u"above", 188},
+                                              {u"yav", 257},
+                                              {u"azimuth", 258},
+                                              {u"#SEPARATION", 183},
+                                              {u"ISO-8859-1", 82},
+                                              {u"field-muiltiline", 588}};
     for (const auto& [text, number] : cases) {
-        EXPECT_EQ(int{ZRName(text)}, number) << utf8(text);
-        EXPECT_TRUE(ZRName(text).isBuiltin());
+        const ZRName name(text);
+        EXPECT_EQ(int{name}, number) << utf8(text);
+        EXPECT_TRUE(name.isBuiltin() && name.isEmpty() == (number == 0)) << utf8(text);
+        EXPECT_EQ(utf8(name.toString()), utf8(text));
     }
-    EXPECT_EQ(int{ZRName(u"field-muiltiline")}, 588);
+    EXPECT_EQ(ZRName(), ZRN_EMPTY);
 }
 
 TEST(ZRName, TextsAreExact) {
@@ -60,18 +61,15 @@ TEST(ZRName, NumbersAreNotChecked) {
 }
 
 TEST(ZRName, GeneratesIdsFromTheNextNumber) {
-    for (const auto& [prefix, start] : {std::pair(u"", "N-"), std::pair(u"x", "x-")}) {
-        const std::string expected = nextId(start);
-        EXPECT_EQ(utf8(ZRName::generateID(prefix).toString()), expected);
-    }
+    const UnicodeString plain = idAfterLast(u"N-", 1);
+    EXPECT_EQ(ZRName::generateID(u"").toString(), plain);
+    const UnicodeString prefixed = idAfterLast(u"x-", 1);
+    EXPECT_EQ(ZRName::generateID(u"x").toString(), prefixed);
 }
 
 // On purpose: nobody looks whether the text is new.
 TEST(ZRName, AGeneratedIdMayExistAlready) {
-    const int last = ZRNameTable::getSharedNameTable()->getNameLast();
-    UnicodeString taken(u"dup-");
-    internal::appendNumber(taken, last + 2);
-    const ZRName existing(taken);
+    const ZRName existing(idAfterLast(u"dup-", 2));
     EXPECT_EQ(ZRName::generateID(u"dup"), existing);
 }
 
