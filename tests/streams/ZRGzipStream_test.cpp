@@ -1,8 +1,10 @@
 #include "zro/streams/compression/ZRGzipStream.h"
 
+#include <filesystem>
 #include <fstream>
 
 #include "tests/support/Deflate.h"
+#include "tests/support/Skips.h"
 #include "tests/support/Streams.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/Test.h"
@@ -182,6 +184,39 @@ TEST(Crc32, IsThatOfZlib) {
     EXPECT_EQ(internal::extendCrc32(internal::extendCrc32(0, {bytes.data(), 1234}),
                                     {bytes.data() + 1234, 3766}),
               crc32(0, reinterpret_cast<const Bytef*>(bytes.data()), 5000));
+}
+
+// Crafted files.
+const std::filesystem::path kCorners = ZRO_TEST_DATA_DIR "/corner/gzip";
+
+// How many bytes come of a stream and of a file; one number if it is the same.
+std::string sizes(const std::string& name) {
+    std::ifstream source(kCorners / name, std::ios::binary);
+    const std::string streamed = fromStream(restOf(source));
+    ZRGzipStream file((kCorners / name).c_str());
+    const std::string whole = restOf(file);
+    EXPECT_TRUE(whole.starts_with(streamed) || streamed.starts_with(whole)) << name;
+    const std::string size = std::to_string(whole.size());
+    return whole == streamed ? size : std::to_string(streamed.size()) + " and " + size;
+}
+
+TEST(GzipCorners, ReadAsTheyShould) {
+    if (!exists(kCorners)) {
+        GTEST_SKIP() << noData(kCorners.string());
+    }
+    expectTexts(
+        sizes,
+        {// Sound ones, and what is none.
+         "empty-member.gz -> 0", "empty-then-data.gz -> 0 and 1198",
+         "fextra-fname-fcomment-fhcrc.gz -> 1198", "fname.gz -> 38866", "huffman-only.gz -> 1198",
+         "not-gzip.txt -> 1198", "one-byte.gz -> 1", "plain.gz -> 1198", "raw-deflate.bin -> 678",
+         "stored.gz -> 9000", "tool-bgzip.gz -> 38866", "tool-gzip-N.gz -> 38866",
+         "tool-pigz.gz -> 38866", "two-members.gz -> 1198 and 40064", "zeros-70000.gz -> 70000",
+         "zlib-wrapped.z -> 684",
+         // Broken ones.
+         "bad-crc.gz -> 1198", "bad-isize.gz -> 1198", "corrupt-middle.gz -> 29537 and 16384",
+         "header-only.gz -> 0", "trailing-garbage.gz -> 1198", "trailing-zeros.gz -> 1198",
+         "truncated-data.gz -> 32993", "truncated-trailer.gz -> 1198"});
 }
 
 }  // namespace

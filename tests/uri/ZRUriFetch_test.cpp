@@ -167,62 +167,46 @@ TEST(ZRUriResolver, ThreadsMayChangeItAndTheTablesWhileOthersOpen) {
     });
 }
 
-std::string moduleUri(const char* module, const char* name) {
-    return utf8(ZRUri::getModuleUri(module, name, kVariable));
+std::string moduleUri(const std::string& variable, const char* module, const char* name) {
+    setenv("ZRO_TEST_MODULE_URI", variable.c_str(), 1);
+    std::string result = utf8(ZRUri::getModuleUri(module, name, "ZRO_TEST_MODULE_URI"));
+    unsetenv("ZRO_TEST_MODULE_URI");
+    return result;
 }
-};  // namespace
 
-TEST_F(ZRUriModule, TakesTheDirectoryOfTheVariable) {
+TEST(ZRUriModule, TakesTheDirectoryOfTheVariable) {
     const TempFolder folder;
-    setVariable(folder.path());
-    EXPECT_EQ(moduleUri(nullptr, "a.xml"), "file:" + folder.path() + "/a.xml");
-    EXPECT_EQ(moduleUri("", ""), "file:" + folder.path());
-    setVariable(folder.path() + "/");
     const auto above = std::filesystem::path(folder.path()).parent_path().string();
-    EXPECT_EQ(moduleUri(nullptr, "../a.xml"), "file:" + above + "/a.xml");
-    EXPECT_EQ(moduleUri(nullptr, nullptr), "file:" + folder.path());
-=======
-    std::string moduleUri(const std::string& variable, const char* module, const char* name) {
-        setenv("ZRO_TEST_MODULE_URI", variable.c_str(), 1);
-        std::string result = utf8(ZRUri::getModuleUri(module, name, "ZRO_TEST_MODULE_URI"));
-        unsetenv("ZRO_TEST_MODULE_URI");
-        return result;
+    EXPECT_EQ(moduleUri(folder.path(), nullptr, "a.xml"), "file:" + folder.path() + "/a.xml");
+    EXPECT_EQ(moduleUri(folder.path(), "", ""), "file:" + folder.path());
+    EXPECT_EQ(moduleUri(folder.path() + "/", nullptr, "../a.xml"), "file:" + above + "/a.xml");
+    EXPECT_EQ(moduleUri(folder.path() + "/", nullptr, nullptr), "file:" + folder.path());
+    for (const std::string& none : {std::string("/no/such/folder"), std::string("http://h/"),
+                                    std::string(), "/tmp" + std::string(1020, '/')}) {
+        EXPECT_EQ(moduleUri(none, nullptr, "a.xml"), "a.xml") << "for: " << none;
     }
+    EXPECT_NE(moduleUri("/tmp" + std::string(1019, '/'), nullptr, "a.xml"), "a.xml")
+        << "1023 units are still a value";
+}
 
-    TEST(ZRUriModule, TakesTheDirectoryOfTheVariable) {
-        const TempFolder folder;
-        const auto above = std::filesystem::path(folder.path()).parent_path().string();
-        EXPECT_EQ(moduleUri(folder.path(), nullptr, "a.xml"), "file:" + folder.path() + "/a.xml");
-        EXPECT_EQ(moduleUri(folder.path(), "", ""), "file:" + folder.path());
-        EXPECT_EQ(moduleUri(folder.path() + "/", nullptr, "../a.xml"), "file:" + above + "/a.xml");
-        EXPECT_EQ(moduleUri(folder.path() + "/", nullptr, nullptr), "file:" + folder.path());
-        for (const std::string& none : {std::string("/no/such/folder"), std::string("http://h/"),
-                                        std::string(), "/tmp" + std::string(1020, '/')}) {
-            EXPECT_EQ(moduleUri(none, nullptr, "a.xml"), "a.xml") << "for: " << none;
-        }
-        EXPECT_NE(moduleUri("/tmp" + std::string(1019, '/'), nullptr, "a.xml"), "a.xml")
-            << "1023 units are still a value";
-    }
+TEST(ZRUriModule, FallsBackToTheModuleAndThenTheWorkingDirectory) {
+    const std::string found = utf8(ZRUri::getModuleUri("libc.so.6", "a.xml", "ZRO_TEST_NO_URI"));
+    EXPECT_TRUE(found.starts_with("file:/") && found.ends_with("/a.xml")) << found;
+    EXPECT_EQ(utf8(ZRUri::getModuleUri("libno-such-module.so", "b/a.dll", nullptr)), "b/a.dll");
+    EXPECT_EQ(utf8(ZRUri::getModuleUri(nullptr, nullptr, nullptr)), ".");
+}
 
-    TEST(ZRUriModule, FallsBackToTheModuleAndThenTheWorkingDirectory) {
-        const std::string found =
-            utf8(ZRUri::getModuleUri("libc.so.6", "a.xml", "ZRO_TEST_NO_URI"));
-        EXPECT_TRUE(found.starts_with("file:/") && found.ends_with("/a.xml")) << found;
-        EXPECT_EQ(utf8(ZRUri::getModuleUri("libno-such-module.so", "b/a.dll", nullptr)), "b/a.dll");
-        EXPECT_EQ(utf8(ZRUri::getModuleUri(nullptr, nullptr, nullptr)), ".");
-    }
-
-    TEST(ZRUriLibrary, LoadsALibraryAndFindsASymbol) {
-        HINSTANCE handle = uri(u"libc.so.6").loadLibrary();
-        ASSERT_NE(handle, nullptr);
-        EXPECT_NE(ZRUri::getProcAddress(handle, "qsort"), nullptr);
-        EXPECT_EQ(ZRUri::getProcAddress(handle, "no such symbol"), nullptr);
-        ZRUri::freeLibrary(handle);
-        ZRUri::freeLibrary(nullptr);
-        EXPECT_EQ(ZRUri::getProcAddress(nullptr, "qsort"), nullptr);
-        EXPECT_EQ(uri(u"/no/such/library.so").loadLibrary(), nullptr);
-        EXPECT_EQ(ZRUri().loadLibrary(), nullptr);
-    }
+TEST(ZRUriLibrary, LoadsALibraryAndFindsASymbol) {
+    HINSTANCE handle = uri(u"libc.so.6").loadLibrary();
+    ASSERT_NE(handle, nullptr);
+    EXPECT_NE(ZRUri::getProcAddress(handle, "qsort"), nullptr);
+    EXPECT_EQ(ZRUri::getProcAddress(handle, "no such symbol"), nullptr);
+    ZRUri::freeLibrary(handle);
+    ZRUri::freeLibrary(nullptr);
+    EXPECT_EQ(ZRUri::getProcAddress(nullptr, "qsort"), nullptr);
+    EXPECT_EQ(uri(u"/no/such/library.so").loadLibrary(), nullptr);
+    EXPECT_EQ(ZRUri().loadLibrary(), nullptr);
+}
 
 }  // namespace
 }  // namespace ZroCommon::testing
