@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/containers/OleFile.h"
+#include "tests/support/Cheap.h"
 #include "tests/support/PropertySetBuilder.h"
 #include "tests/support/Rows.h"
 #include "tests/support/Text.h"
@@ -225,6 +226,7 @@ TEST(OleSummaryInformation, DamageEndsAtOnceAndKeepsWhatWasAheadOfIt) {
              {property(b.integer(kHuge, kVector | 3) + b.number(5)), "1 !2[5]"},
              {property(b.integer(kHuge, kVector | 64)), "1"},
          }) {
+        const Cheap cheap("for " + std::to_string(stream.size()) + " bytes");
         EXPECT_EQ(told(stream), expected) << "for " << stream.size() << " bytes";
     }
 }
@@ -238,8 +240,9 @@ TEST(OleSummaryInformation, WhatOverlapsWithoutEndIsRefused) {
         entries += b.entry(28 + 20 * kCount);
         table += b.numbers({2, 8});
     }
-    EXPECT_EQ(told(b.head(kCount) + entries + b.numbers({8, kCount}) + table + b.number(0)),
-              "-1 2[8]");
+    const std::string stream = b.head(kCount) + entries + b.numbers({8, kCount}) + table;
+    const Cheap cheap("all");
+    EXPECT_EQ(told(stream + b.number(0)), "-1 2[8]");
 }
 
 // On purpose: the start of the set counts twice in the positions of properties.

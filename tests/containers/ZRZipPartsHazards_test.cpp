@@ -1,10 +1,12 @@
 // Office packages that want to do harm, and questions out of order.
 #include <memory>
+#include <new>
 #include <sstream>
 #include <string>
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Memory.h"
 #include "tests/support/OpcBuilder.h"
 #include "tests/support/Rows.h"
 #include "tests/support/Text.h"
@@ -123,6 +125,21 @@ TEST(ZRZipPartsHazards, CopiesKnowWhatWasReadInTime) {
     EXPECT_EQ(late.getOfficeDocument(), late.getFileEntry(2U));
     EXPECT_NE(early.getOfficeDocument(), nullptr) << "the bytes are there still";
     EXPECT_EQ(late.getContentType(late.getFileEntry(2U)), u"") << "and these have never been";
+}
+
+// The last one: texts have memory of their own from here on.
+TEST(ZRZipPartsHazards, ALackOfMemoryIsNoFaultOfAPart) {
+    const auto package =
+        opened(ZipBuilder()
+                   .deflated("[Content_Types].xml",
+                             contentTypes(defaultType("a", std::string(100'000, 'x'))
+                                          + defaultType("b", kPlain)))
+                   .stored("a.b", ""));
+    ZRZipFileEntry* const part = package->getFileEntry(1U);
+    lendTextsMemory(100'000);
+    EXPECT_THROW(package->getContentType(part), std::bad_alloc);
+    lendTextsMemory();
+    EXPECT_EQ(package->getContentType(part), text(kPlain));
 }
 
 }  // namespace

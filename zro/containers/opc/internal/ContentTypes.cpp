@@ -12,21 +12,13 @@ public:
         : m_defaults(defaults), m_take(take) {}
 
     bool read(const ZRXmlParser& parser) const {
-        if (parser.getNamespace() != m_namespace) {
-            return false;
-        }
-        switch (parser.getDepth()) {
-        case 1: return parser.getName() == m_types;
-        case 2: return readType(parser);
-        default: return false;
-        }
+        const int depth = parser.getDepth();
+        return m_markup.owns(parser) && (depth == 1 || (depth == 2 && readType(parser)));
     }
 
 private:
-    // On purpose: attributes are looked for in the namespace, so those of an element with a prefix,
-    // which have none themselves, are not found.
     bool readType(const ZRXmlParser& parser) const {
-        const UnicodeString type = parser.getAttributeValue(m_namespace, m_contentType);
+        const UnicodeString type = m_markup.attribute(parser, m_contentType);
         if (type.isEmpty()) {
             return false;
         }
@@ -36,7 +28,7 @@ private:
     }
 
     bool readDefault(const ZRXmlParser& parser, const UnicodeString& type) const {
-        UnicodeString extension = parser.getAttributeValue(m_namespace, m_extension);
+        UnicodeString extension = m_markup.attribute(parser, m_extension);
         if (extension.isEmpty()) {
             return false;
         }
@@ -48,27 +40,23 @@ private:
     }
 
     bool readOverride(const ZRXmlParser& parser, const UnicodeString& type) const {
-        UnicodeString name = parser.getAttributeValue(m_namespace, m_partName);
+        const UnicodeString name = m_markup.attribute(parser, m_partName);
         if (name.isEmpty()) {
             return false;
         }
-        if (name[0] == u'/') {
-            name.remove(0, 1);
-        }
-        m_take(name, type);
+        m_take(name[0] == u'/' ? name.tempSubString(1) : name, type);
         return true;
     }
 
     DefaultTypes& m_defaults;
     const OverrideTaker& m_take;
-    const ZRName m_namespace =
-        UnicodeString(u"http://schemas.openxmlformats.org/package/2006/content-types");
-    const ZRName m_types = UnicodeString(u"Types");
-    const ZRName m_default = UnicodeString(u"Default");
-    const ZRName m_override = UnicodeString(u"Override");
-    const ZRName m_contentType = UnicodeString(u"ContentType");
-    const ZRName m_extension = UnicodeString(u"Extension");
-    const ZRName m_partName = UnicodeString(u"PartName");
+    const PartMarkup m_markup{u"http://schemas.openxmlformats.org/package/2006/content-types",
+                              u"Types"};
+    const ZRName m_default = internSharedName(u"Default");
+    const ZRName m_override = internSharedName(u"Override");
+    const ZRName m_contentType = internSharedName(u"ContentType");
+    const ZRName m_extension = internSharedName(u"Extension");
+    const ZRName m_partName = internSharedName(u"PartName");
 };
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <new>
 #include <streambuf>
 
+#include "zro/foundation/ZRError.h"
 #include "zro/xml/ZRXmlUtil.h"
 
 namespace ZroCommon::internal {
@@ -18,6 +19,13 @@ constexpr ZRLimits guards() {
     limits.skipExternal = true;
     limits.elementDepth = 0;  // the parser takes any depth, and what stands deep is passed over
     return limits;
+}
+
+// Whether there is so much of a part that it may expand beyond what is always allowed.
+bool needsBound(const ZRZipFileEntry& part) {
+    constexpr std::uint64_t kMostOfDeflate = 1032;  // bytes from one: a block of noughts
+    return part.getCompressionMethod() == CMETHOD_DEFLATE
+           && part.getCompressedSize() > guards().entityExpansionThreshold / kMostOfDeflate;
 }
 
 std::uint64_t enoughOf(ZRZipFileEntry& part) {
@@ -48,8 +56,7 @@ private:
     static constexpr std::streamsize kBlock = 4096;
 
     bool isTooMuch() const {
-        return m_given >= guards().entityExpansionThreshold
-               && m_part.getCompressionMethod() == CMETHOD_DEFLATE && m_given >= enoughOf(m_part);
+        return m_given >= guards().entityExpansionThreshold && m_given >= enoughOf(m_part);
     }
 
     ZRZipFileEntry& m_part;
@@ -58,11 +65,14 @@ private:
     std::array<char, kBlock> m_block;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled
 };
 
-bool readAll(ZRXmlParser& parser, const StartTagReader& read) {
+bool readAll(std::istream& stream, const StartTagReader& read) {
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    parser->setLimits(guards());
+    parser->setInput(stream, {}, {});
     for (;;) {
-        switch (parser.next()) {
+        switch (parser->next()) {
         case ZRXmlParser::START_TAG:
-            if (!read(parser)) {
+            if (!read(*parser)) {
                 return false;
             }
             break;
@@ -76,14 +86,20 @@ bool readAll(ZRXmlParser& parser, const StartTagReader& read) {
 
 bool readStartTags(ZRZipFileEntry& part, const StartTagReader& read) {
     try {
+        if (!needsBound(part)) {
+            return readAll(*part.getUncompressedStream(false), read);
+        }
         BoundedBuf buffer(part);
         std::istream stream(&buffer);
-        const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
-        parser->setLimits(guards());
-        parser->setInput(stream, {}, {});
-        return readAll(*parser, read);
+        return readAll(stream, read);
     } catch (const std::bad_alloc&) {
         throw;
+    } catch (const ZRError& error) {
+        constexpr unsigned short kOutOfMemory = 0x0801;  // no fault of the part's
+        if (error.getErrorCode() == kOutOfMemory) {
+            throw std::bad_alloc();
+        }
+        return false;
     } catch (...) {
         return false;
     }

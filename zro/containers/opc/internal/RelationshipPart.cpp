@@ -40,14 +40,10 @@ public:
     RelationshipReader(Relationships& found, const PartBase* base) : m_found(found), m_base(base) {}
 
     bool read(const ZRXmlParser& parser) const {
-        if (parser.getNamespace() != m_namespace) {
+        if (!m_markup.owns(parser)) {
             return false;
         }
-        const int depth = parser.getDepth();
-        if (depth == 1) {
-            return parser.getName() == m_relationships;
-        }
-        if (depth == 2 && parser.getName() == m_relationship) {
+        if (parser.getDepth() == 2 && parser.getName() == m_relationship) {
             readRelationship(parser);
         }
         return true;
@@ -55,10 +51,10 @@ public:
 
 private:
     void readRelationship(const ZRXmlParser& parser) const {
-        const UnicodeString id = parser.getAttributeValue(m_namespace, m_id);
-        const UnicodeString type = parser.getAttributeValue(m_namespace, m_type);
-        UnicodeString target = parser.getAttributeValue(m_namespace, m_target);
-        const UnicodeString mode = parser.getAttributeValue(m_namespace, m_targetMode);
+        const UnicodeString id = m_markup.attribute(parser, m_id);
+        const UnicodeString type = m_markup.attribute(parser, m_type);
+        UnicodeString target = m_markup.attribute(parser, m_target);
+        const UnicodeString mode = m_markup.attribute(parser, m_targetMode);
         if (id.isEmpty() || type.isEmpty() || target.isEmpty()) {
             return;
         }
@@ -74,14 +70,13 @@ private:
 
     Relationships& m_found;
     const PartBase* m_base;  // null for the package
-    const ZRName m_namespace =
-        UnicodeString(u"http://schemas.openxmlformats.org/package/2006/relationships");
-    const ZRName m_relationships = UnicodeString(u"Relationships");
-    const ZRName m_relationship = UnicodeString(u"Relationship");
-    const ZRName m_id = UnicodeString(u"Id");
-    const ZRName m_type = UnicodeString(u"Type");
-    const ZRName m_target = UnicodeString(u"Target");
-    const ZRName m_targetMode = UnicodeString(u"TargetMode");
+    const PartMarkup m_markup{u"http://schemas.openxmlformats.org/package/2006/relationships",
+                              u"Relationships"};
+    const ZRName m_relationship = internSharedName(u"Relationship");
+    const ZRName m_id = internSharedName(u"Id");
+    const ZRName m_type = internSharedName(u"Type");
+    const ZRName m_target = internSharedName(u"Target");
+    const ZRName m_targetMode = internSharedName(u"TargetMode");
 };
 
 SharedRelationships read(ZRZipFileEntry& part, const PartBase* base) {
