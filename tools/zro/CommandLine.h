@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <CLI/CLI.hpp>
 
@@ -35,5 +36,35 @@ CLI::Option* addOption(CLI::App& command, const std::string& names, Value& value
                        const std::string& placeholder, const std::string& help) {
     return command.add_option(names, value, help)->option_text(placeholder);
 }
+
+/// Adds to a command the operations on files of one kind, each a command of its own.
+class FileOperations {
+public:
+    /// \param argument  how the help calls the file
+    /// \param kind      what it says that the file is: "A ZIP package"
+    FileOperations(CLI::App& command, Task& task, std::string argument, std::string kind)
+        : m_command(command),
+          m_task(task),
+          m_argument(std::move(argument)),
+          m_kind(std::move(kind)) {}
+
+    /// \param options  `file` takes the name of the file
+    template <class Options, class Run>
+    CLI::App& add(const std::string& name, const std::string& summary,
+                  const std::shared_ptr<Options>& options, Run run) const {
+        CLI::App& operation = addCommand(m_command, name, summary, "", "");
+        addOption(operation, m_argument, options->file, " ",
+                  m_kind + ": a path, a URI, or - for standard input")
+            ->required();
+        setTask(operation, m_task, options, run);
+        return operation;
+    }
+
+private:
+    CLI::App& m_command;
+    Task& m_task;
+    std::string m_argument;
+    std::string m_kind;
+};
 
 }  // namespace zro

@@ -280,14 +280,6 @@ void why(Session& session, const Options& options) {
     }
 }
 
-CLI::App& addOperation(CLI::App& parent, const char* name, const char* help, Options& options) {
-    CLI::App& command = addCommand(parent, name, help, "", "");
-    addOption(command, "FILE", options.file, " ",
-              "A compound file: a path, a URI, or - for standard input")
-        ->required();
-    return command;
-}
-
 }  // namespace
 
 void addOleCommand(CLI::App& program, Task& task) {
@@ -301,17 +293,13 @@ void addOleCommand(CLI::App& program, Task& task) {
         "  zro ole why damaged.xls\n");
     command.require_subcommand(1);
     const auto options = std::make_shared<Options>();
-    setTask(addOperation(command, "list", "Storages and streams as a tree, with size and time",
-                         *options),
-            task, options, list);
-    CLI::App& catCommand = addOperation(command, "cat", "Write the content of streams", *options);
+    const FileOperations operations(command, task, "FILE", "A compound file");
+    operations.add("list", "Storages and streams as a tree, with size and time", options, list);
+    CLI::App& catCommand = operations.add("cat", "Write the content of streams", options, cat);
     addOption(catCommand, "STREAM", options->streams, "...", "Paths of streams, as listed")
         ->required();
-    setTask(catCommand, task, options, cat);
-    addOlePropertyOperations(command, task);
-    setTask(addOperation(command, "why", "What is wrong with a file: which check, at which block",
-                         *options),
-            task, options, why);
+    addOlePropertyOperations(operations);
+    operations.add("why", "What is wrong with a file: which check, at which block", options, why);
 }
 
 }  // namespace zro

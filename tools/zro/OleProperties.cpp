@@ -95,16 +95,6 @@ void links(Session& session, const Options& options) {
     }
 }
 
-void addOperation(CLI::App& parent, Task& task, const char* name, const char* help,
-                  void (*run)(Session&, const Options&)) {
-    const auto options = std::make_shared<Options>();
-    CLI::App& command = addCommand(parent, name, help, "", "");
-    addOption(command, "FILE", options->file, " ",
-              "A compound file: a path, a URI, or - for standard input")
-        ->required();
-    setTask(command, task, options, run);
-}
-
 }  // namespace
 
 bool hasStream(OleCompFile& file, const char* name) {
@@ -121,9 +111,10 @@ bool openSummary(OleCompFile& file, OleSummaryInformation& summary, bool& isTher
     return summary.initSummaryInformation(&file) > 0;
 }
 
-void addOlePropertyOperations(CLI::App& command, Task& task) {
-    addOperation(command, task, "props", "The properties: title, author and so on", props);
-    addOperation(command, task, "links", "The hyperlinks that the properties list", links);
+void addOlePropertyOperations(const FileOperations& operations) {
+    const auto options = std::make_shared<Options>();
+    operations.add("props", "The properties: title, author and so on", options, props);
+    operations.add("links", "The hyperlinks that the properties list", options, links);
 }
 
 }  // namespace zro

@@ -20,6 +20,6 @@ bool openSummary(ZroCommon::OleCompFile& file, ZroCommon::OleSummaryInformation&
 bool hasStream(ZroCommon::OleCompFile& file, const char* name);
 
 /// Adds `props` and `links` to the command on compound files.
-void addOlePropertyOperations(CLI::App& command, Task& task);
+void addOlePropertyOperations(const FileOperations& operations);
 
 }  // namespace zro

@@ -20,7 +20,7 @@ using ZroCommon::ZRZipFileEntry;
 using Json = nlohmann::ordered_json;
 
 struct Options {
-    std::string package;
+    std::string file;
 };
 
 using Row = std::vector<std::string>;
@@ -52,12 +52,12 @@ std::string orDash(const UnicodeString& text) {
 void complainAboutPart(Session& session, const Options& options, const UnicodeString& part,
                        const std::string& fault) {
     if (!fault.empty()) {
-        session.fail(options.package, printable(part) + " cannot be read: " + fault);
+        session.fail(options.file, printable(part) + " cannot be read: " + fault);
     }
 }
 
 void types(Session& session, const Options& options) {
-    auto input = openPackage(session, options.package);
+    auto input = openPackage(session, options.file);
     if (!input) {
         return;
     }
@@ -112,14 +112,13 @@ void printRelationships(Session& session, const Options& options, ZRZipFileEntry
 Relationships ofPackage(Session& session, const Options& options, const ZRZipFile& package) {
     Relationships found = relationshipsOf(package, nullptr);
     if (!found.isThere) {
-        session.fail(options.package,
-                     "has no relationships that the walk reaches (see zro zip why)");
+        session.fail(options.file, "has no relationships that the walk reaches (see zro zip why)");
     }
     return found;
 }
 
 void rels(Session& session, const Options& options) {
-    const auto input = openPackage(session, options.package);
+    const auto input = openPackage(session, options.file);
     if (!input) {
         return;
     }
@@ -142,8 +141,8 @@ public:
         complainAboutPart(m_session, m_options, found.part, found.fault);
         for (const Relationship& relationship : found.all) {
             if (relationship.isMissing) {
-                m_session.fail(m_options.package, printable(relationship.target) + " is missing: "
-                                                      + printable(found.part) + " leads there");
+                m_session.fail(m_options.file, printable(relationship.target) + " is missing: "
+                                                   + printable(found.part) + " leads there");
             } else if (relationship.mode == u"Internal") {
                 take(m_input.package.getFileEntry(relationship.target), from, relationship.type);
             }
@@ -198,7 +197,7 @@ private:
 };
 
 void parts(Session& session, const Options& options) {
-    auto input = openPackage(session, options.package);
+    auto input = openPackage(session, options.file);
     if (!input) {
         return;
     }
@@ -206,16 +205,6 @@ void parts(Session& session, const Options& options) {
     walk.follow(nullptr, ofPackage(session, options, input->package));
     walk.followAll();
     walk.tell();
-}
-
-void addOperation(CLI::App& parent, Task& task, const char* name, const char* help,
-                  void (*run)(Session&, const Options&)) {
-    const auto options = std::make_shared<Options>();
-    CLI::App& command = addCommand(parent, name, help, "", "");
-    addOption(command, "FILE", options->package, " ",
-              "An office document: a path, a URI, or - for standard input")
-        ->required();
-    setTask(command, task, options, run);
 }
 
 }  // namespace
@@ -228,10 +217,12 @@ void addOoxmlCommand(CLI::App& program, Task& task) {
         "  zro ooxml rels letter.docx --json | jq 'select(.mode == \"External\").target'\n"
         "  zro ooxml types 'jar:file:///tmp/outer.zip!/letter.docx'\n");
     command.require_subcommand(1);
-    addOperation(command, task, "types", "The media type of each entry", types);
-    addOperation(command, task, "rels", "The relationships of the package and of its parts", rels);
-    addOperation(command, task, "parts",
-                 "The parts, in the order in which relationships lead to them", parts);
+    const auto options = std::make_shared<Options>();
+    const FileOperations operations(command, task, "FILE", "An office document");
+    operations.add("types", "The media type of each entry", options, types);
+    operations.add("rels", "The relationships of the package and of its parts", options, rels);
+    operations.add("parts", "The parts, in the order in which relationships lead to them", options,
+                   parts);
 }
 
 }  // namespace zro

@@ -20,7 +20,7 @@ using ZroCommon::ZRZipFileEntry;
 using Json = nlohmann::ordered_json;
 
 struct Options {
-    std::string package;
+    std::string file;
     std::vector<std::string> entries;
     bool stored = false;
 };
@@ -57,7 +57,7 @@ Json jsonOf(const ZRZipFileEntry& entry) {
 }
 
 void list(Session& session, const Options& options) {
-    const auto input = openPackage(session, options.package);
+    const auto input = openPackage(session, options.file);
     for (unsigned i = 0; input && i < input->entries(); ++i) {
         const ZRZipFileEntry& entry = input->entry(i);
         if (session.settings().json) {
@@ -73,14 +73,14 @@ void list(Session& session, const Options& options) {
 }
 
 void cat(Session& session, const Options& options) {
-    const auto input = openPackage(session, options.package);
+    const auto input = openPackage(session, options.file);
     for (const std::string& name : options.entries) {
         if (!input) {
             return;
         }
         ZRZipFileEntry* const entry = input->package.getFileEntry(fromUtf8(name));
         if (entry == nullptr) {
-            session.fail(options.package, "no such entry: " + printable(fromUtf8(name)));
+            session.fail(options.file, "no such entry: " + printable(fromUtf8(name)));
             continue;
         }
         std::istream& data = options.stored ? *entry->getCompressedStream(false)
@@ -208,19 +208,11 @@ private:
 };
 
 void why(Session& session, const Options& options) {
-    auto input = openPackage(session, options.package);
+    auto input = openPackage(session, options.file);
     if (input && !WalkReport(session, *input).tell()) {
-        session.fail(options.package,
+        session.fail(options.file,
                      "has no directory where its walk ends: entries may be out of reach");
     }
-}
-
-CLI::App& addOperation(CLI::App& parent, const char* name, const char* help, Options& options) {
-    CLI::App& command = addCommand(parent, name, help, "", "");
-    addOption(command, "PACKAGE", options.package, " ",
-              "A ZIP package: a path, a URI, or - for standard input")
-        ->required();
-    return command;
 }
 
 }  // namespace
@@ -236,17 +228,13 @@ void addZipCommand(CLI::App& program, Task& task) {
         "  zro zip list 'jar:file:///tmp/outer.zip!/inner.zip'\n");
     command.require_subcommand(1);
     const auto options = std::make_shared<Options>();
-    setTask(addOperation(command, "list", "The entries, with size, packed size, method and date",
-                         *options),
-            task, options, list);
-    CLI::App& catCommand = addOperation(command, "cat", "Write the data of entries", *options);
+    const FileOperations operations(command, task, "PACKAGE", "A ZIP package");
+    operations.add("list", "The entries, with size, packed size, method and date", options, list);
+    CLI::App& catCommand = operations.add("cat", "Write the data of entries", options, cat);
     addOption(catCommand, "ENTRY", options->entries, "...", "Names of entries, exactly as listed")
         ->required();
     catCommand.add_flag("--stored", options->stored, "Write the bytes as they are stored");
-    setTask(catCommand, task, options, cat);
-    setTask(
-        addOperation(command, "why", "Record by record, why the walk ends where it does", *options),
-        task, options, why);
+    operations.add("why", "Record by record, why the walk ends where it does", options, why);
 }
 
 }  // namespace zro
