@@ -51,10 +51,17 @@ private:
     // Adds to what is left of the input. \return false when nothing came
     bool fill() {
         std::copy(m_input.begin(), m_input.end(), m_memory.begin());
-        const std::size_t got =
-            readSource(*m_file, m_memory.data() + m_input.size(), m_memory.size() - m_input.size());
+        const std::size_t wanted = m_memory.size() - m_input.size();
+        const std::size_t got = readSource(*m_file, m_memory.data() + m_input.size(), wanted);
         m_input = {m_memory.data(), m_input.size() + got};
+        m_isLast = got < wanted;
         return got > 0;
+    }
+
+    // Gives the state what there is, but for one byte until the end of the file is known.
+    void feed() {
+        m_reserve = m_isLast || m_input.empty() ? 0 : 1;
+        m_state.setInput(m_input.first(m_input.size() - m_reserve), false);
     }
 
     void findMember() {
@@ -79,25 +86,33 @@ private:
         header.skipRest();
         m_place = Place::Member;
         m_state.restart();
-        m_state.setInput(m_input, false);
+        feed();
         m_check = 0;
         m_size = 0;
         m_hasMember = true;
     }
 
     // Fills the room, so that faults are met at the same distances from the start of the member.
+    //
+    // On purpose: what comes with the last of the file is expanded run by run, since what is still
+    // to come of input that a run has used up is not handed out.
     std::size_t expand(std::span<char> room) {
         std::size_t made = 0;
+        std::size_t runStart = 0;
         bool isSound = true;
         while (isSound && made < room.size() && m_place == Place::Member) {
-            made += m_state.expand(room.subspan(made));
-            m_input = m_state.inputLeft();
+            const std::size_t before = made;
+            made += m_state.expand(
+                room.subspan(made, m_isLast ? kWholeRun - made % kWholeRun : room.size() - made));
+            m_input = m_input.last(m_state.inputLeft().size() + m_reserve);
+            // A fault shows with the byte before it, where there is one.
+            runStart = made > before ? made - 1 : made;
+            runStart -= runStart % kWholeRun;
             if (m_state.isComplete()) {
                 m_check = extendCrc32(m_check, room.first(made));
                 isSound = endMember(made);
             } else if (m_state.needsInput()) {
-                m_place = fill() ? Place::Member : Place::End;
-                m_state.setInput(m_input, false);
+                takeMore();
             } else {
                 isSound = !m_state.isBroken();
             }
@@ -106,14 +121,20 @@ private:
             m_check = extendCrc32(m_check, room.first(made));
         }
         m_size += made;
-        return isSound ? made : wholeRuns(made);
+        return isSound ? made : wholeRuns(made, runStart);
     }
 
-    // On purpose: the run in which a fault was met is held back, unless it is all there is. It was
-    // met in the run before when that was full.
-    std::size_t wholeRuns(std::size_t made) {
+    void takeMore() {
+        if (!fill() && m_reserve == 0) {
+            m_place = Place::End;
+        }
+        feed();
+    }
+
+    // On purpose: the run in which a fault was met is held back, unless it is all there is.
+    std::size_t wholeRuns(std::size_t made, std::size_t runStart) {
         m_place = Place::End;
-        return m_size > kWholeRun && made > 0 ? (made - 1) / kWholeRun * kWholeRun : made;
+        return m_size > kWholeRun ? runStart : made;
     }
 
     std::size_t copyOut(std::span<char> room) {
@@ -144,6 +165,8 @@ private:
     std::unique_ptr<std::istream> m_file;
     std::array<char, kInputSize> m_memory{};
     std::span<const char> m_input;  // what is not used yet of the memory
+    std::size_t m_reserve = 0;      // of it, what the state has not been given
+    bool m_isLast = false;          // nothing comes behind it
     InflateState m_state;
     std::uint32_t m_check = 0;  // of what the member gave so far
     std::uint64_t m_size = 0;   // and its size
