@@ -67,7 +67,8 @@ int main(int count, char** arguments) {
         const zro::ZRPtr<zro::ZRDocument> document = new zro::ZRDocument;
         document->setPullMode(true);
         document->load(zro::UnicodeString::fromUTF8(arguments[1]));
-        const Counts counts = readThrough(*document->getDocumentElement());
+        zro::ZRElement* root = document->getDocumentElement();
+        const Counts counts = root != nullptr ? readThrough(*root) : Counts();
         std::cout << counts.elements << " elements, " << counts.characters
                   << " characters of text, at most " << counts.mostLive << " nodes at a time\n";
     } catch (const zro::ZRError& error) {

@@ -164,7 +164,7 @@ std::string_view fixedAdvice(int code) {
     case 0x1830: return "write a less-than sign in an attribute as &lt;";
     case 0x1833: return "of the control characters only 9, 10 and 13 can be in a document";
     case 0x1839: return "the byte order mark at the start of the file says otherwise";
-    case 0x183A: return "the limit was set by --limits";
+    case 0x183A: return "the option --limits sets this limit, or none";
     default: return {};
     }
 }

@@ -17,12 +17,19 @@
 
 namespace zro {
 
+/// Ends documents that grow by their entities without end, and refuses no other.
+inline ZroCommon::ZRLimits commonLimits() {
+    ZroCommon::ZRLimits limits;
+    limits.entityExpansionFactor = ZroCommon::ZRLimits::strict().entityExpansionFactor;
+    return limits;
+}
+
 /// What the options that go with every command say.
 struct Settings {
     bool json = false;
     When color = When::Auto;
     External external = External::Local;
-    ZroCommon::ZRLimits limits;
+    ZroCommon::ZRLimits limits = commonLimits();
 };
 
 /// One run of the program: where results and diagnostics go, and what they add up to.

@@ -77,9 +77,9 @@ void addCommonOptions(CLI::App& program, CommonOptions& options) {
                    "Colours: auto (on a terminal, the default), always or never")
         ->check(CLI::IsMember({"auto", "always", "never"}));
     zro::addOption(program, "--limits", options.limits, "LIMITS",
-                   "Guards against hostile documents, none by default: strict, or any of\n"
-                   "depth=N (open elements), nesting=N (inputs inside one another),\n"
-                   "expansion=N (entity text, times the input), separated by commas")
+                   "Guards against hostile documents: strict, none, or any of depth=N\n"
+                   "(open elements), nesting=N (inputs inside one another), expansion=N\n"
+                   "(entity text, times the input; 100 by default), joined by commas")
         ->delimiter(',')
         ->allow_extra_args(false)
         ->check(CLI::Validator(limitError, ""));

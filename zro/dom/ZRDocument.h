@@ -44,7 +44,8 @@ public:
     ZRName getLocalName() const override { return ZRN_hash_document; }
     ZRNodeType getNodeType() const override { return ZRNodeTypeDocument; }
 
-    /// The first child that is an element; loads until there is one.
+    /// The first child that is an element, or null: a document of blanks and comments has none.
+    /// Loads until there is one.
     virtual ZRElement* getDocumentElement();
 
     // New nodes belong to this document and have no parent.
