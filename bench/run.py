@@ -10,8 +10,10 @@ are met: figures depend on the machine and on what else it does.
 
 import argparse
 import json
+import operator
 import pathlib
 import re
+import statistics
 import subprocess
 import sys
 
@@ -55,6 +57,20 @@ class Figures:
         record = self.find(job, corpus, contender)
         return None if record is None else record["bytes"] / record["ns"] * 1000
 
+    def paired(self, job, corpus, left, right, combine):
+        """The median of what `combine` makes of the two contenders' times, round by round.
+
+        Both were measured within moments in a round, so what the machine did then is in both.
+        """
+        rounds = [self.value(job, corpus, name, "rounds") for name in (left, right)]
+        if None in rounds:
+            return None
+        return statistics.median(combine(a, b) for a, b in zip(*rounds, strict=True))
+
+    def ratio(self, job, corpus, left, right):
+        """How many times the time of `right` the contender `left` takes."""
+        return self.paired(job, corpus, left, right, operator.truediv)
+
 
 class Goal:
     """One row of the table of goals; `is_met` is None when a side was not measured."""
@@ -78,9 +94,8 @@ class Goal:
 
 def ratio_goals(figures, job, title, peer, times):
     for corpus in BINDING:
-        ours, theirs = (figures.value(job, corpus, name) for name in ("zro", peer))
-        yield Goal(f"{title}, {CORPUS_TITLES[corpus]}: times {peer}", times, ratio(theirs, ours), "x",
-                   False)
+        yield Goal(f"{title}, {CORPUS_TITLES[corpus]}: times {peer}", times,
+                   figures.ratio(job, corpus, peer, "zro"), "x", False)
 
 
 def value_goals(figures):
@@ -91,33 +106,29 @@ def value_goals(figures):
         yield Goal(f"Value, {case}: times from_chars", times,
                    ratio(figures.value("values", case, "zro"), unit), "x", True)
     for case in ("#ff0000", "cornflowerblue"):
-        ours, theirs = (figures.value("values", case, name) for name in ("zro", "qt"))
-        yield Goal(f"Colour, {case}: times Qt's", 1, ratio(ours, theirs), "x", True)
+        yield Goal(f"Colour, {case}: times Qt's", 1, figures.ratio("values", case, "zro", "qt"), "x",
+                   True)
 
 
 def transcoding_goals(figures):
     """The streams, as a multiple of the speed of ICU's converters fed with blocks."""
     for encoding in figures.names("corpus", "decode"):
-        ours, theirs = (figures.value("decode", encoding, name) for name in ("zro", "icu"))
-        yield Goal(f"{encoding} to UTF-16: times ICU by blocks", 0.8, ratio(theirs, ours), "x", False)
+        yield Goal(f"{encoding} to UTF-16: times ICU by blocks", 0.8,
+                   figures.ratio("decode", encoding, "icu", "zro"), "x", False)
 
 
 def opening_goals(figures):
     """Resources by URI, next to the program curl and to the standard library."""
-    ours, theirs = (figures.value("http", "100 MB", name) for name in ("zro", "curl"))
-    yield Goal("100 MB over HTTP: times the program curl", 0.9, ratio(theirs, ours), "x", False)
+    yield Goal("100 MB over HTTP: times the program curl", 0.9,
+               figures.ratio("http", "100 MB", "curl", "zro"), "x", False)
     yield Goal("100 MB over HTTP: memory it takes", 4,
                scaled(figures.value("http", "100 MB", "zro", "grown"), 1 / 2**20), "MiB", True)
-    ours, theirs = (figures.value("open", "file", name) for name in ("zro", "ifstream"))
-    yield Goal("A file opened by its URI: times std::ifstream", 1.5, ratio(ours, theirs), "x", True)
+    yield Goal("A file opened by its URI: times std::ifstream", 1.5,
+               figures.ratio("open", "file", "zro", "ifstream"), "x", True)
 
 
 def ratio(left, right):
     return None if left is None or right is None else left / right
-
-
-def difference(left, right):
-    return None if left is None or right is None else left - right
 
 
 def scaled(value, factor):
@@ -142,36 +153,31 @@ def goals(figures):
                figures.value("names", "document order", "zro"), "ns", True)
     yield from value_goals(figures)
     for corpus in figures.names("corpus", "gzip"):
-        loops = [figures.value("gzip", corpus, name)
-                 for name in figures.names("contender", "gzip") if name.startswith("gzread")]
+        loops = [name for name in figures.names("contender", "gzip") if name.startswith("gzread")]
+        best = min(loops, key=lambda name: figures.value("gzip", corpus, name))
         for road in ("file", "stream"):
-            yield Goal(f"Gzip from a {road}, {CORPUS_TITLES[corpus]}: times the best gzread loop",
-                       1, ratio(min(loops), figures.value("gzip", corpus, f"zro {road}")), "x",
-                       False)
+            yield Goal(f"Gzip from a {road}, {CORPUS_TITLES[corpus]}: times the best gzread loop", 1,
+                       figures.ratio("gzip", corpus, best, f"zro {road}"), "x", False)
     yield from transcoding_goals(figures)
     yield from opening_goals(figures)
-    load = [figures.value("load", "library", name) for name in ("zro", "empty")]
-    yield Goal("Load of the library over an empty one", 60, scaled(difference(*load), 1e-3), "us",
-               True)
+    load = figures.paired("load", "library", "zro", "empty", operator.sub)
+    yield Goal("Load of the library over an empty one", 60, scaled(load, 1e-3), "us", True)
     for corpus, times in (("5000 small", 1.1), ("40 large", 1)):
-        ours, theirs = (figures.value("zip", corpus, name) for name in ("zro", "libzip"))
-        yield Goal(f"ZIP, {corpus} entries: times libzip", times, ratio(theirs, ours), "x", False)
+        yield Goal(f"ZIP, {corpus} entries: times libzip", times,
+                   figures.ratio("zip", corpus, "libzip", "zro"), "x", False)
     for job, title, times in (("ole open", "opened and listed", 1),
                               ("ole read", "all streams in pieces of 4 KB", 0.5)):
         for corpus in figures.names("corpus", job):
-            ours, theirs = (figures.value(job, corpus, name) for name in ("zro", "libgsf"))
             yield Goal(f"Compound file, {corpus}, {title}: times libgsf", times,
-                       ratio(theirs, ours), "x", False)
+                       figures.ratio(job, corpus, "libgsf", "zro"), "x", False)
     yield Goal("Compound file, a stream of 1 GB: time at ten times the size", LINEAR,
                ratio(figures.value("ole long", "whole", "zro"),
                      figures.value("ole long", "a tenth", "zro")), "x", True)
-    least, walk = (figures.value("opc", "docx", name)
-                   for name in ("zlib, two parts", "zro, open and walk"))
-    memory, path = (figures.value("opc", "docx", f"zro, {road}") for road in ("memory", "path"))
-    yield Goal("Kind of a docx in memory: times zlib on its two parts", 4, ratio(memory, least), "x",
-               True)
-    yield Goal("The same by path, without opening and walking", 4,
-               ratio(difference(path, walk), least), "x", True)
+    least = figures.value("opc", "docx", "zlib, two parts")
+    path = figures.paired("opc", "docx", "zro, path", "zro, open and walk", operator.sub)
+    yield Goal("Kind of a docx in memory: times zlib on its two parts", 4,
+               figures.ratio("opc", "docx", "zro, memory", "zlib, two parts"), "x", True)
+    yield Goal("The same by path, without opening and walking", 4, ratio(path, least), "x", True)
     growth = [r["ratio"] for r in figures.records
               if r["job"] == "growth" and r["ns"] >= SHORTEST]
     yield Goal("Growth: worst time at ten times the size", LINEAR, max(growth, default=None), "x",

@@ -89,7 +89,10 @@ void readGzip(const std::string& bytes) {
     require(!isSound || first == bytes || file.starts_with(first) || first.starts_with(file));
     source.clear();
     ZRGzipStream again(source);
-    require(restOf(again) == first);
+    const std::size_t piece = 65536 - bytes.size() % 3;
+    require(
+        testing::readInPieces(again, {piece, 70000, 1, 65536, first.size() + 1}, bytes.size() % 11)
+        == first);
 }
 
 }  // namespace

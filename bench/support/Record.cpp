@@ -15,22 +15,38 @@ Record::~Record() {
 }
 
 Record& Record::set(std::string_view key, double value) {
-    std::array<char, 32> digits{};
-    std::snprintf(digits.data(), digits.size(), "%.6g", value);
-    m_line += m_line.empty() ? "\"" : ", \"";
-    m_line.append(key).append("\": ").append(digits.data());
+    beginKey(key);
+    append(value);
     return *this;
 }
 
 // Keys and values are names from this folder's sources: nothing in them needs escaping.
 Record& Record::set(std::string_view key, std::string_view value) {
-    m_line += m_line.empty() ? "\"" : ", \"";
-    m_line.append(key).append("\": \"").append(value).append("\"");
+    beginKey(key);
+    m_line.append("\"").append(value).append("\"");
     return *this;
 }
 
 Record& Record::setSpread(const Spread& spread) {
-    return set("ns", spread.median).set("lower", spread.lower).set("upper", spread.upper);
+    set("ns", spread.median).beginKey("rounds");
+    char separator = '[';
+    for (const double round : spread.rounds) {
+        m_line += separator;
+        append(round);
+        separator = ',';
+    }
+    m_line += separator == '[' ? "[]" : "]";
+    return *this;
+}
+
+void Record::beginKey(std::string_view key) {
+    m_line.append(m_line.empty() ? "\"" : ", \"").append(key).append("\": ");
+}
+
+void Record::append(double value) {
+    std::array<char, 32> digits{};
+    std::snprintf(digits.data(), digits.size(), "%.6g", value);
+    m_line += digits.data();
 }
 
 }  // namespace ZroCommon::bench

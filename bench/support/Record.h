@@ -18,10 +18,13 @@ public:
 
     Record& set(std::string_view key, double value);
     Record& set(std::string_view key, std::string_view value);
-    /// As "ns", "lower" and "upper".
+    /// As "ns", and each round under "rounds".
     Record& setSpread(const Spread& spread);
 
 private:
+    void append(double value);
+    void beginKey(std::string_view key);
+
     std::string m_line;
 };
 

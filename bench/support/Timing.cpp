@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <ctime>
+#include <utility>
 
 namespace ZroCommon::bench {
 namespace {
@@ -23,14 +24,15 @@ double wallNow() {
     return now(CLOCK_MONOTONIC);
 }
 
-Spread spreadOf(std::vector<double> samples) {
-    if (samples.empty()) {
+Spread spreadOf(std::vector<double> rounds) {
+    if (rounds.empty()) {
         return {};
     }
-    std::sort(samples.begin(), samples.end());
-    const std::size_t count = samples.size();
-    const double middle = (samples[(count - 1) / 2] + samples[count / 2]) / 2;
-    return {.median = middle, .lower = samples[count / 4], .upper = samples[count - 1 - count / 4]};
+    std::vector<double> sorted = rounds;
+    std::sort(sorted.begin(), sorted.end());
+    const std::size_t count = sorted.size();
+    const double middle = (sorted[(count - 1) / 2] + sorted[count / 2]) / 2;
+    return {.median = middle, .rounds = std::move(rounds)};
 }
 
 std::vector<Spread> interleave(const std::vector<std::function<double()>>& jobs, int rounds) {
@@ -46,8 +48,8 @@ std::vector<Spread> interleave(const std::vector<std::function<double()>>& jobs,
     }
     std::vector<Spread> result;
     result.reserve(samples.size());
-    for (const auto& times : samples) {
-        result.push_back(spreadOf(times));
+    for (auto& times : samples) {
+        result.push_back(spreadOf(std::move(times)));
     }
     return result;
 }

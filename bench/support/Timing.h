@@ -11,14 +11,13 @@ double cpuNow();
 /// Nanoseconds of the steady clock: for spans below some 50 us, which `cpuNow` is too coarse for.
 double wallNow();
 
-/// Median and quartiles of one job's rounds, in nanoseconds.
+/// What one job took, in nanoseconds.
 struct Spread {
     double median = 0;
-    double lower = 0;
-    double upper = 0;
+    std::vector<double> rounds = {};  ///< in the order of measuring: compare jobs round by round
 };
 
-Spread spreadOf(std::vector<double> samples);
+Spread spreadOf(std::vector<double> rounds);
 
 /// Runs the jobs in turn, round by round, so that a slow spell of the machine meets all of them.
 /// A first round only warms up. Each job answers with the time that it took. Every round begins

@@ -99,6 +99,25 @@ TEST(ZRGzipStream, PutsBackTenBytesAnywhere) {
     }
 }
 
+// Whole blocks go past the get area, but for their end.
+TEST(ZRGzipStream, PutsBackTenBytesBehindPiecesOfAnySize) {
+    const std::string bytes = noise(6 * 65536 + 5);
+    const TempFolder folder;
+    const UnicodeString file = folder.write("a", packed(bytes));
+    for (const std::vector<std::size_t>& pieces :
+         std::vector<std::vector<std::size_t>>{{65536, 65536, 131072, 200000},
+                                               {1, 500000},
+                                               {65530, 65545, 3, 65536, 300000},
+                                               {65536, 4, 65537, 5, 131072, 1, 200000}}) {
+        std::istringstream source(packed(bytes));
+        ZRGzipStream streams[] = {source, file};
+        for (ZRGzipStream& stream : streams) {
+            EXPECT_EQ(readInPieces(stream, pieces, 10), bytes);
+            EXPECT_EQ(stream.get(), EOF);
+        }
+    }
+}
+
 TEST(ZRGzipStream, BeginsAtTheStartOfAStreamAndGoesOnByBlocks) {
     const std::string file = packed(noise(30000)) + noise(9000);
     std::istringstream source(file);

@@ -9,6 +9,7 @@
 #include <streambuf>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace ZroCommon::testing {
 
@@ -34,6 +35,27 @@ inline std::size_t readsTwice(std::istream& stream, const std::string& bytes) {
         }
     }
     return bytes.size();
+}
+
+/// Reads pieces of these sizes, also beyond the end; behind each, as many as `back` bytes are put
+/// back and read again.
+inline std::string readInPieces(std::istream& stream, const std::vector<std::size_t>& sizes,
+                                std::size_t back) {
+    std::string result;
+    for (const std::size_t size : sizes) {
+        std::string piece(size, '\0');
+        stream.read(piece.data(), static_cast<std::streamsize>(size));
+        result.append(piece, 0, static_cast<std::size_t>(stream.gcount()));
+        stream.clear();
+        const std::size_t count = std::min(back, result.size());
+        for (std::size_t i = 0; i < count && stream.unget(); ++i) {
+            result.pop_back();
+        }
+        std::string again(count, '\0');
+        stream.read(again.data(), static_cast<std::streamsize>(count));
+        result.append(again, 0, static_cast<std::size_t>(stream.gcount()));
+    }
+    return result;
 }
 
 /// A buffer that cannot seek and refills `step` bytes at a time; the base of the others.

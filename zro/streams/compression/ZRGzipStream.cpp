@@ -1,5 +1,6 @@
 #include "zro/streams/compression/ZRGzipStream.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "zro/platform/internal/NativeFile.h"
@@ -7,6 +8,11 @@
 #include "zro/streams/compression/internal/GzipWriter.h"
 
 namespace ZroCommon {
+namespace {
+
+constexpr std::streamsize kBlockSize = internal::ExpandedBlock::kSize;
+
+}  // namespace
 
 ZRGzipStreamBuf::ZRGzipStreamBuf(const UnicodeString& path)
     : m_reader(internal::readGzipFile(internal::openInputFile(path))) {}
@@ -42,6 +48,41 @@ ZRGzipStreamBuf::int_type ZRGzipStreamBuf::underflow() {
     }
     setg(block.begin(), block.bytes(), block.bytes() + made);
     return traits_type::to_int_type(*gptr());
+}
+
+// Whole blocks go where they are wanted, at the same places in the data as if they came by the
+// area.
+std::streamsize ZRGzipStreamBuf::xsgetn(char* bytes, std::streamsize count) {
+    std::streamsize done = 0;
+    while (done < count) {
+        const std::streamsize piece = std::min<std::streamsize>(egptr() - gptr(), count - done);
+        if (piece > 0) {
+            std::copy_n(gptr(), piece, bytes + done);
+            setg(eback(), gptr() + piece, egptr());
+            done += piece;
+        } else if (is_open() && count - done >= kBlockSize) {
+            const std::streamsize made = readBlock(bytes + done);
+            if (made == 0) {
+                break;
+            }
+            done += made;
+        } else if (traits_type::eq_int_type(underflow(), traits_type::eof())) {
+            break;
+        }
+    }
+    return done;
+}
+
+// Reads a block past the area, which keeps its end to be put back. \return the count, 0 at the end
+std::streamsize ZRGzipStreamBuf::readBlock(char* bytes) {
+    internal::ExpandedBlock& block = m_reader->block();
+    block.next(eback(), gptr());
+    const std::size_t made = m_reader->read({bytes, internal::ExpandedBlock::kSize});
+    if (made > 0) {
+        block.keepEndOf({bytes, made});
+        setg(block.begin(), block.bytes(), block.bytes());
+    }
+    return static_cast<std::streamsize>(made);
 }
 
 ZRGzipStream::ZRGzipStream(const UnicodeString& path)

@@ -32,8 +32,11 @@ public:
 
 protected:
     int_type underflow() override;
+    std::streamsize xsgetn(char* bytes, std::streamsize count) override;
 
 private:
+    std::streamsize readBlock(char* bytes);
+
     std::unique_ptr<internal::GzipReader> m_reader;  // null when not open
 };
 

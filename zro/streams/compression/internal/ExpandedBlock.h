@@ -25,7 +25,16 @@ public:
         return {bytes(), kSize};
     }
 
-    /// Where the new get area begins: before what `next` kept.
+    /// Keeps the end of bytes that went elsewhere, behind what `next` kept.
+    void keepEndOf(std::span<const char> bytes) {
+        const std::size_t count = std::min(bytes.size(), kPutback);
+        const std::size_t dropped = m_kept - std::min(m_kept, kPutback - count);
+        char* const end = std::copy_n(m_last.begin() + dropped, m_kept - dropped, m_last.begin());
+        std::copy_n(bytes.last(count).begin(), count, end);
+        m_kept += count - dropped;
+    }
+
+    /// Where the new get area begins: before what was kept.
     char* begin() { return std::copy_backward(m_last.begin(), m_last.begin() + m_kept, bytes()); }
     char* bytes() { return m_memory.get() + kPutback; }
 
