@@ -20,7 +20,8 @@
 namespace ZroCommon::bench {
 namespace {
 
-constexpr std::size_t kPiece = 65536;  // what a program that wants all of a file reads at a time
+// What a program that wants all of a file reads at a time.
+constexpr std::size_t kPiece = std::size_t{1} << 20U;
 
 struct Contender {
     std::string name;

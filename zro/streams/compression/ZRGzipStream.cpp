@@ -61,7 +61,8 @@ std::streamsize ZRGzipStreamBuf::xsgetn(char* bytes, std::streamsize count) {
             setg(eback(), gptr() + piece, egptr());
             done += piece;
         } else if (is_open() && count - done >= kBlockSize) {
-            const std::streamsize made = readBlock(bytes + done);
+            const std::streamsize made =
+                readBlocks(bytes + done, count - done - (count - done) % kBlockSize);
             if (made == 0) {
                 break;
             }
@@ -73,11 +74,11 @@ std::streamsize ZRGzipStreamBuf::xsgetn(char* bytes, std::streamsize count) {
     return done;
 }
 
-// Reads a block past the area, which keeps its end to be put back. \return the count, 0 at the end
-std::streamsize ZRGzipStreamBuf::readBlock(char* bytes) {
+// Reads past the area, which keeps the end to be put back. \return the count, 0 at the end
+std::streamsize ZRGzipStreamBuf::readBlocks(char* bytes, std::streamsize size) {
     internal::ExpandedBlock& block = m_reader->block();
     block.next(eback(), gptr());
-    const std::size_t made = m_reader->read({bytes, internal::ExpandedBlock::kSize});
+    const std::size_t made = m_reader->read({bytes, static_cast<std::size_t>(size)});
     if (made > 0) {
         block.keepEndOf({bytes, made});
         setg(block.begin(), block.bytes(), block.bytes());

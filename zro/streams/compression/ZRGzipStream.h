@@ -35,7 +35,7 @@ protected:
     std::streamsize xsgetn(char* bytes, std::streamsize count) override;
 
 private:
-    std::streamsize readBlock(char* bytes);
+    std::streamsize readBlocks(char* bytes, std::streamsize size);
 
     std::unique_ptr<internal::GzipReader> m_reader;  // null when not open
 };
