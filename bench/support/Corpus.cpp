@@ -34,7 +34,7 @@ double Corpus::size() const {
 
 int Corpus::rounds(const Options& options) const {
     constexpr double kSeconds = 50e6;  // bytes that slow contenders need a second or more for
-    return size() > kSeconds ? std::max(1, options.rounds / 4) : options.rounds;
+    return size() > kSeconds ? std::max(1, options.rounds / 4) : options.rounds * 2;
 }
 
 const std::vector<std::string>& corpusNames() {

@@ -17,7 +17,7 @@ struct Corpus {
 
     /// Bytes of all documents.
     double size() const;
-    /// Fewer rounds for what takes seconds each time.
+    /// Fewer rounds for what takes seconds each time, more for the rest.
     int rounds(const Options& options) const;
 };
 
