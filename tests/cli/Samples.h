@@ -27,7 +27,8 @@ inline void writePackages(const Workplace& place) {
 }
 
 /// An office document with a main part "d.xml" and core properties.
-inline std::string officeDocumentWith(const std::string& properties) {
+inline std::string officeDocumentWith(const std::string& properties,
+                                      const std::string& target = "d.xml") {
     const std::string core =
         "http://schemas.openxmlformats.org/package/2006/relationships/metadata/core-properties";
     return ZipBuilder()
@@ -35,7 +36,7 @@ inline std::string officeDocumentWith(const std::string& properties) {
                 contentTypes(overrideType("/d.xml", "application/vnd.openxmlformats-officedocument."
                                                     "wordprocessingml.document.main+xml")))
         .stored("_rels/.rels",
-                relationships(officeDocument("d.xml") + relationship("r", core, "c.xml")))
+                relationships(officeDocument(target) + relationship("r", core, "c.xml")))
         .stored("d.xml", "<d/>")
         .stored("c.xml", "<!DOCTYPE c SYSTEM 'http://h/x.dtd'>"
                          "<c xmlns:d='http://purl.org/dc/elements/1.1/'>"
@@ -67,6 +68,7 @@ inline void writeOfficePackages(const Workplace& place) {
                 ZipBuilder().deflated("_rels/.rels", relationships("\n<a></b>")).package());
     place.write("a.docx",
                 officeDocumentWith("<d:title>T&amp;T</d:title><d:creator>Bo</d:creator>"));
+    place.write("slash.docx", officeDocumentWith("", "/d.xml"));
     place.write("broken.docx", officeDocumentWith("<d:title>T</d:creator>"));
 }
 

@@ -4,20 +4,14 @@
 #include <string>
 #include <utility>
 
-#include "zro/streams/compression/ZRGzipStream.h"
-#include "zro/uri/ZRUri.h"
-
+#include "tools/zro/CheckedBytes.h"
 #include "tools/zro/CommandLine.h"
 #include "tools/zro/Commands.h"
-#include "tools/zro/Opening.h"
 #include "tools/zro/Target.h"
 #include "tools/zro/TextPassage.h"
 
 namespace zro {
 namespace {
-
-using ZroCommon::ZRGzipStream;
-using ZroCommon::ZRUri;
 
 struct Options {
     std::string input;
@@ -42,62 +36,46 @@ void passOn(Session& session, std::istream& stream, std::ostream& target) {
     }
 }
 
-/// What is packed in other bytes.
-class Unpacked : public std::istream {
-public:
-    explicit Unpacked(std::unique_ptr<PeekedBytes> packed)
-        : std::istream(nullptr), m_packed(std::move(packed)), m_stream(m_packed->all()) {
-        rdbuf(m_stream.rdbuf());
+CheckedBytes openBytes(Session& session, const Options& options, const Input& input) {
+    CheckedBytes bytes = openChecked(session, input);
+    if (bytes.stream == nullptr || !options.gunzip) {
+        return bytes;
     }
-
-private:
-    std::unique_ptr<PeekedBytes> m_packed;
-    ZRGzipStream m_stream;
-};
-
-// Of a file the library reads all that is packed in it, of a stream the first member.
-std::unique_ptr<std::istream> unpacked(Session& session, const Input& input,
-                                       std::unique_ptr<PeekedBytes> packed) {
-    if (!packed->head().starts_with("\x1F\x8B")) {
+    bytes = unpacked(std::move(bytes));
+    if (bytes.stream == nullptr) {
         session.end(input);
         session.fail(input.shownName(), "is no gzip data");
-        return nullptr;
     }
-    if (input.size() != 0) {
-        const ZRUri uri(input.uri(), ZroCommon::URISTR_PATH_OR_URI_CSS);
-        std::unique_ptr<std::istream> file(uri.getGzipStream());
-        return file != nullptr ? session.counted(input, std::move(file)) : nullptr;
-    }
-    return std::make_unique<Unpacked>(std::move(packed));
+    return bytes;
 }
 
-std::unique_ptr<std::istream> openBytes(Session& session, const Options& options,
-                                        const Input& input) {
-    auto stream = openInput(session, input);
-    if (stream == nullptr || !options.gunzip) {
-        return stream;
+void convert(Session& session, const Options& options, const Input& input, std::istream& stream) {
+    PeekedBytes bytes(stream);
+    convertText(session, input, bytes, {options.from, options.to, 0, options.output});
+}
+
+void write(Session& session, const Options& options, const Input& input, std::istream& stream) {
+    if (auto target = Target::open(session, options.output, input)) {
+        passOn(session, stream, target->stream());
+        session.end(input);
+        target->finish();
     }
-    return unpacked(session, input, std::make_unique<PeekedBytes>(std::move(stream)));
 }
 
 void cat(Session& session, const Options& options) {
     const Input input(options.input);
-    auto stream = openBytes(session, options, input);
-    if (stream == nullptr) {
+    const CheckedBytes bytes = openBytes(session, options, input);
+    if (bytes.stream == nullptr) {
         return;
     }
-    if (!options.to.empty()) {
-        PeekedBytes bytes(std::move(stream));
-        convertText(session, input, bytes, {options.from, options.to, 0, options.output});
-        return;
+    if (options.to.empty()) {
+        write(session, options, input, *bytes.stream);
+    } else {
+        convert(session, options, input, *bytes.stream);
     }
-    auto target = Target::open(session, options.output, input);
-    if (!target) {
-        return;
+    if (const std::string fault = bytes.fault(); !fault.empty()) {
+        session.fail(input.shownName(), fault);
     }
-    passOn(session, *stream, target->stream());
-    session.end(input);
-    target->finish();
 }
 
 }  // namespace
@@ -108,7 +86,7 @@ void addCatCommand(CLI::App& program, Task& task) {
         program, "cat", "Write what any name leads to: a file, an entry of packages, an address",
         "Opens what the library opens: paths, file:, http: and https: addresses, jar: entries,\n"
         "also of packages in packages, and data: URIs. Bytes are written as they come.\n"
-        "With --gunzip, damaged data ends where the damage is.",
+        "Data that is damaged is written as far as it goes.",
         "  zro cat jar:file:///tmp/book.epub!/META-INF/container.xml\n"
         "  zro cat --gunzip letters.txt.gz --to-encoding EUC-JP -o letters.txt\n"
         "  zro cat http://127.0.0.1:8000/big.iso -o big.iso\n");

@@ -1,18 +1,11 @@
 #include "tools/zro/CoreProperties.h"
 
-#include "zro/foundation/ZRError.h"
-#include "zro/xml/ZRLimits.h"
-#include "zro/xml/ZRXmlUtil.h"
-
-#include "tools/zro/Text.h"
+#include "tools/zro/OfficeParts.h"
 
 namespace zro {
 namespace {
 
-using ZroCommon::ZRLimits;
-using ZroCommon::ZRPtr;
 using ZroCommon::ZRXmlParser;
-using ZroCommon::ZRXmlUtil;
 using ZroCommon::ZRZipFileEntry;
 
 constexpr const char16_t* kRelationship =
@@ -20,16 +13,6 @@ constexpr const char16_t* kRelationship =
 constexpr const char16_t* kDublinCore = u"http://purl.org/dc/elements/1.1/";
 constexpr const char16_t* kCoreProperties =
     u"http://schemas.openxmlformats.org/package/2006/metadata/core-properties";
-
-ZRPtr<ZRXmlParser> parserOf(ZRZipFileEntry& part) {
-    ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
-    ZRLimits limits = ZRLimits::strict();
-    limits.skipExternal = true;
-    parser->setFeature(ZRXmlParser::FEATURE_SKIP_EXTERNAL_SUBSET, true);
-    parser->setLimits(limits);
-    parser->setInput(*part.getUncompressedStream(false), u"", u"");
-    return parser;
-}
 
 UnicodeString* fieldOf(Introduction& introduction, const ZRXmlParser& parser) {
     const UnicodeString space = parser.getNamespace().toString();
@@ -46,38 +29,40 @@ UnicodeString* fieldOf(Introduction& introduction, const ZRXmlParser& parser) {
                                 : nullptr;
 }
 
-void read(ZRXmlParser& parser, Introduction& introduction) {
-    UnicodeString* field = nullptr;
-    for (;;) {
-        switch (parser.next()) {
-        case ZRXmlParser::END_DOCUMENT: return;
-        case ZRXmlParser::START_TAG:
-            field = parser.getDepth() == 2 ? fieldOf(introduction, parser) : field;
-            break;
-        case ZRXmlParser::END_TAG: field = parser.getDepth() == 2 ? nullptr : field; break;
-        case ZRXmlParser::TEXT:
-            if (field != nullptr) {
-                *field += parser.getText();
-            }
-            break;
-        default: break;
+/// Takes the texts of properties out of the events of a parser.
+class PropertyReader {
+public:
+    explicit PropertyReader(Introduction& introduction) : m_introduction(introduction) {}
+
+    void take(const ZRXmlParser& parser) {
+        const int event = parser.getEventType();
+        if (event == ZRXmlParser::TEXT && m_field != nullptr) {
+            *m_field += parser.getText();
+        } else if (event == ZRXmlParser::START_TAG && parser.getDepth() == 2) {
+            m_field = fieldOf(m_introduction, parser);
+        } else if (event == ZRXmlParser::END_TAG && parser.getDepth() == 2) {
+            m_field = nullptr;
         }
     }
-}
+
+private:
+    Introduction& m_introduction;
+    UnicodeString* m_field = nullptr;  // of the element that is open
+};
 
 }  // namespace
 
-Introduction corePropertiesOf(const ZroCommon::ZRZipFile& package, std::string& damage) {
+Introduction corePropertiesOf(Session& session, const std::string& file,
+                              const ZroCommon::ZRZipFile& package) {
     Introduction introduction;
     const UnicodeString name = package.getRelationshipTargetFromType(kRelationship, nullptr);
-    ZRZipFileEntry* const part = name.isEmpty() ? nullptr : package.getFileEntry(name);
-    if (part == nullptr) {
-        return introduction;
-    }
-    try {
-        read(*parserOf(*part), introduction);
-    } catch (const ZroCommon::ZRError& error) {
-        damage = "in \"" + printable(name) + "\": " + toUtf8(error.getMessage());
+    ZRZipFileEntry* const part = name.isEmpty() ? nullptr : partOf(package, name);
+    if (part != nullptr) {
+        PropertyReader reader(introduction);
+        complainAboutPart(session, file, name, readPart(*part, [&reader](const auto& parser) {
+                              reader.take(parser);
+                              return std::string();
+                          }));
     }
     return introduction;
 }

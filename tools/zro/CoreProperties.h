@@ -5,6 +5,8 @@
 #include "zro/containers/zip/ZRZipFile.h"
 #include "zro/foundation/Text.h"
 
+#include "tools/zro/Session.h"
+
 namespace zro {
 
 using ZroCommon::UnicodeString;
@@ -17,8 +19,9 @@ struct Introduction {
     UnicodeString keywords;
 };
 
-/// Reads the core properties of an OOXML package, and opens nothing outside of it.
-/// \param damage  receives what is wrong with them, if something is
-Introduction corePropertiesOf(const ZroCommon::ZRZipFile& package, std::string& damage);
+/// Reads the core properties of an OOXML package, and opens nothing outside of it. What is wrong
+/// with them is an error.
+Introduction corePropertiesOf(Session& session, const std::string& file,
+                              const ZroCommon::ZRZipFile& package);
 
 }  // namespace zro

@@ -72,6 +72,11 @@ std::string excerptText(const Excerpt& whole, const Style& style) {
            + style.mark(marks(line.substr(shown.start, shown.length))) + "\n";
 }
 
+// What is shown already stays as it is.
+std::string oneLine(const std::string& text) {
+    return printable(fromUtf8(text));
+}
+
 std::string positionText(const Diagnostic& diagnostic) {
     if (diagnostic.excerpt) {
         return ":" + std::to_string(diagnostic.excerpt->number) + ":"
@@ -105,12 +110,12 @@ void addPosition(nlohmann::ordered_json& object, const Diagnostic& diagnostic) {
 
 std::string asText(const Diagnostic& diagnostic, const Style& style) {
     const std::string kind = kindName(diagnostic.kind);
-    std::string text = style.bold((diagnostic.file.empty() ? "zro" : diagnostic.file)
+    std::string text = style.bold((diagnostic.file.empty() ? "zro" : oneLine(diagnostic.file))
                                   + positionText(diagnostic) + ":");
     text += " ";
     text += diagnostic.kind == Diagnostic::Kind::Error ? style.error(kind + ":")
                                                        : style.note(kind + ":");
-    text += " " + diagnostic.message;
+    text += " " + oneLine(diagnostic.message);
     if (diagnostic.code != 0) {
         text += style.faint(" [0x" + asHex(static_cast<std::uint32_t>(diagnostic.code)) + "]");
     }

@@ -21,7 +21,7 @@ void detect(Session& session, const std::vector<std::string>& inputs) {
         if (stream == nullptr) {
             continue;
         }
-        const std::optional<std::string> name = PeekedBytes(std::move(stream)).detectEncoding();
+        const std::optional<std::string> name = PeekedBytes(*stream).detectEncoding();
         session.end(input);
         if (!name) {
             failToDetect(session, input);
@@ -41,7 +41,7 @@ struct ConvertOptions {
 void convert(Session& session, const ConvertOptions& options) {
     const Input input(options.input);
     if (auto stream = openInput(session, input)) {
-        PeekedBytes bytes(std::move(stream));
+        PeekedBytes bytes(*stream);
         convertText(session, input, bytes, options.conversion);
     }
 }

@@ -44,13 +44,6 @@ const char* nameOf(ZRXmlParser::EventType event) {
     return kEventNames.at(static_cast<std::size_t>(event));
 }
 
-std::string padded(std::string text, std::size_t width) {
-    if (text.size() < width) {
-        text.append(width - text.size(), ' ');
-    }
-    return text;
-}
-
 std::string attributesOf(const ZRXmlParser& parser) {
     std::string result;
     for (int index = 0; index < parser.getAttributeCount(); ++index) {
@@ -89,8 +82,8 @@ void printEvent(Session& session, const ZRXmlParser& parser) {
         std::to_string(parser.getLineNumber()) + ":" + std::to_string(parser.getColumnNumber());
     const std::string detail = detailOf(parser);
     const std::string event = nameOf(parser.getEventType());
-    session.out() << session.outStyle().faint(padded(position, 8)) << " "
-                  << (detail.empty() ? event : padded(event, 10) + " " + detail) << "\n";
+    session.out() << session.outStyle().faint(leftAligned(position, 8)) << " "
+                  << (detail.empty() ? event : leftAligned(event, 10) + " " + detail) << "\n";
 }
 
 void addTag(Json& object, const ZRXmlParser& parser) {

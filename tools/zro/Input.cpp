@@ -7,6 +7,8 @@
 #include <unistd.h>
 #include <utility>
 
+#include <unicode/uchar.h>
+
 #include "zro/uri/ZRUri.h"
 
 #include "tools/zro/Text.h"
@@ -53,50 +55,56 @@ std::string absolutePath(const std::string& argument) {
 
 }  // namespace
 
+BlockBuffer::int_type BlockBuffer::underflow() {
+    const std::size_t count = readBlock(m_buffer);
+    if (count == 0) {
+        return traits_type::eof();
+    }
+    setg(m_buffer.data(), m_buffer.data(), m_buffer.data() + count);
+    return traits_type::to_int_type(m_buffer.front());
+}
+
+std::size_t readReady(std::streambuf& source, std::span<char> room) {
+    using Traits = std::streambuf::traits_type;
+    if (Traits::eq_int_type(source.sgetc(), Traits::eof())) {
+        return 0;
+    }
+    const auto most = static_cast<std::streamsize>(room.size());
+    const auto ready = std::clamp<std::streamsize>(source.in_avail(), 1, most);
+    return static_cast<std::size_t>(source.sgetn(room.data(), ready));
+}
+
 CountingBuffer::CountingBuffer(std::unique_ptr<std::istream> source,
                                std::function<void(std::uint64_t)> count)
     : m_source(std::move(source)), m_count(std::move(count)) {}
 
-// What is there, and no more than that, so that a slow source is passed on as it comes.
-std::streamsize CountingBuffer::readSome() {
-    std::streambuf& source = *m_source->rdbuf();
-    if (traits_type::eq_int_type(source.sgetc(), traits_type::eof())) {
-        return 0;
+std::size_t CountingBuffer::readBlock(std::span<char> room) {
+    const std::size_t count = readReady(*m_source->rdbuf(), room);
+    if (count > 0) {
+        m_total += count;
+        m_count(m_total);
     }
-    const auto room = static_cast<std::streamsize>(m_buffer.size());
-    return source.sgetn(m_buffer.data(), std::clamp<std::streamsize>(source.in_avail(), 1, room));
-}
-
-CountingBuffer::int_type CountingBuffer::underflow() {
-    const std::streamsize count = readSome();
-    if (count <= 0) {
-        return traits_type::eof();
-    }
-    m_total += static_cast<std::uint64_t>(count);
-    m_count(m_total);
-    setg(m_buffer.data(), m_buffer.data(), m_buffer.data() + count);
-    return traits_type::to_int_type(m_buffer.front());
+    return count;
 }
 
 StandardInput::StandardInput(std::function<void(std::uint64_t)> count)
     : m_count(std::move(count)) {}
 
-StandardInput::int_type StandardInput::underflow() {
+std::size_t StandardInput::readBlock(std::span<char> room) {
     ssize_t count = 0;
     do {
-        count = ::read(STDIN_FILENO, m_buffer.data(), m_buffer.size());
+        count = ::read(STDIN_FILENO, room.data(), room.size());
     } while (count < 0 && errno == EINTR);
     if (count <= 0) {
-        return traits_type::eof();
+        return 0;
     }
     const auto size = static_cast<std::size_t>(count);
     if (m_total == m_kept.size() && m_kept.size() + size <= kKept) {
-        m_kept.append(m_buffer.data(), size);
+        m_kept.append(room.data(), size);
     }
     m_total += size;
     m_count(m_total);
-    setg(m_buffer.data(), m_buffer.data(), m_buffer.data() + size);
-    return traits_type::to_int_type(m_buffer.front());
+    return size;
 }
 
 Input::Input(std::string argument)
@@ -144,6 +152,19 @@ std::string shownPath(const UnicodeString& uri) {
     std::error_code error;
     const std::string nearby = std::filesystem::proximate(path, error).string();
     return printable(fromUtf8(error || nearby.starts_with("..") ? path : nearby));
+}
+
+UnicodeString withoutJar(const UnicodeString& uri) {
+    const UnicodeString jar(u"jar:");
+    int32_t start = 0;
+    while (uri.caseCompare(start, jar.length(), jar, U_FOLD_CASE_DEFAULT) == 0) {
+        start += jar.length();
+    }
+    return {uri, start};
+}
+
+bool isLocal(const UnicodeString& uri) {
+    return ZRUri(withoutJar(uri), ZroCommon::URISTR_PATH_OR_URI).isFile();
 }
 
 bool isReadableAgain(const UnicodeString& uri) {

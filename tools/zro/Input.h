@@ -5,6 +5,7 @@
 #include <functional>
 #include <istream>
 #include <memory>
+#include <span>
 #include <streambuf>
 #include <string>
 
@@ -14,23 +15,36 @@ namespace zro {
 
 using ZroCommon::UnicodeString;
 
+/// Bytes that are read block by block.
+class BlockBuffer : public std::streambuf {
+protected:
+    /// Reads what is there, and waits only for the first byte.
+    /// \return the number of bytes, 0 at the end
+    virtual std::size_t readBlock(std::span<char> room) = 0;
+
+    int_type underflow() final;
+
+private:
+    std::array<char, 65536> m_buffer{};
+};
+
+/// As much of a stream as is there, so that a slow one is passed on as it comes.
+std::size_t readReady(std::streambuf& source, std::span<char> room);
+
 /// Bytes of another stream, counted as they pass.
-class CountingBuffer : public std::streambuf {
+class CountingBuffer : public BlockBuffer {
 public:
     /// \param count  gets the number of bytes read so far
     CountingBuffer(std::unique_ptr<std::istream> source, std::function<void(std::uint64_t)> count);
 
 protected:
-    int_type underflow() override;
+    std::size_t readBlock(std::span<char> room) override;
     std::streamsize showmanyc() override { return m_source->rdbuf()->in_avail(); }
 
 private:
-    std::streamsize readSome();
-
     std::unique_ptr<std::istream> m_source;
     std::function<void(std::uint64_t)> m_count;
     std::uint64_t m_total = 0;
-    std::array<char, 65536> m_buffer{};
 };
 
 /// A stream that owns its buffer.
@@ -50,7 +64,7 @@ private:
 
 /// Standard input, handed on as it arrives. What has passed is kept, up to a limit, so that it can
 /// be read again and lines in error be shown.
-class StandardInput : public std::streambuf {
+class StandardInput : public BlockBuffer {
 public:
     static constexpr std::size_t kKept = std::size_t{16} * 1024 * 1024;
 
@@ -61,13 +75,12 @@ public:
     bool isAllKept() const { return m_total == m_kept.size(); }
 
 protected:
-    int_type underflow() override;
+    std::size_t readBlock(std::span<char> room) override;
 
 private:
     std::function<void(std::uint64_t)> m_count;
     std::string m_kept;
     std::uint64_t m_total = 0;
-    std::array<char, 65536> m_buffer{};
 };
 
 /// A document as named on the command line.
@@ -110,6 +123,13 @@ std::string localPath(const UnicodeString& uri);
 
 /// A file or URI as one would type it: relative to the working directory when it lies in there.
 std::string shownPath(const UnicodeString& uri);
+
+/// The URI of a package entry without "jar:" at its start, which may stand there any number of
+/// times.
+UnicodeString withoutJar(const UnicodeString& uri);
+
+/// A file, or an entry of a package that is a file.
+bool isLocal(const UnicodeString& uri);
 
 /// Whether opening the resource again gives the same bytes: not for pipes and the network.
 bool isReadableAgain(const UnicodeString& uri);

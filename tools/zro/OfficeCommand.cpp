@@ -13,8 +13,10 @@
 #include "tools/zro/Commands.h"
 #include "tools/zro/CompoundInput.h"
 #include "tools/zro/CoreProperties.h"
+#include "tools/zro/OfficeParts.h"
 #include "tools/zro/OleProperties.h"
 #include "tools/zro/Opening.h"
+#include "tools/zro/PackageInput.h"
 #include "tools/zro/Text.h"
 #include "tools/zro/Values.h"
 
@@ -28,6 +30,9 @@ using ZroCommon::OleSummaryInformation;
 using ZroCommon::ZRValue;
 using ZroCommon::ZRZipFile;
 using Json = nlohmann::ordered_json;
+
+constexpr const char16_t* kMainPart =
+    u"http://schemas.openxmlformats.org/officeDocument/2006/relationships/officeDocument";
 
 struct Options {
     std::vector<std::string> files;
@@ -114,10 +119,31 @@ void print(Session& session, const Input& input, const Report& report) {
     printRows(session, object, 2);
 }
 
-// The walk can miss a main part that is there.
+// Why the library finds no main part, which may be there all the same.
+std::string reasonForNoMainPart(const ZRZipFile& package) {
+    const unsigned count = package.getFileEntryCount();
+    if (count > 0 && isSizeBehindData(*package.getFileEntry(count - 1))) {
+        return "whose entries are out of reach: the size of "
+               + quoted(package.getFileEntry(count - 1)->getFileName())
+               + " stands only behind its data, as it was written to a stream";
+    }
+    const UnicodeString target = package.getRelationshipTargetFromType(kMainPart, nullptr);
+    if (target.isEmpty()) {
+        return "without a relationship to the main part of an office document";
+    }
+    return partOf(package, target) == nullptr ? "without its main part " + quoted(target)
+                                              : "whose main part is called " + quoted(target)
+                                                    + ", and no entry has just that name";
+}
+
 void tellPackage(Session& session, const Input& input, std::istream& stream) {
     ZRZipFile package(&stream, false);
-    const bool isOffice = package.getOfficeDocument() != nullptr;
+    if (package.getOfficeDocument() == nullptr) {
+        session.fail(
+            input.shownName(), "is a ZIP package " + reasonForNoMainPart(package),
+            "zro zip why tells how far entries are found, zro ooxml rels what leads where");
+        return;
+    }
     Report report{kOoxTypes[package.detectOOXDocument()], "ooxml"};
     for (unsigned i = 0; i < package.getFileEntryCount(); ++i) {
         const UnicodeString& name = package.getFileEntry(i)->getFileName();
@@ -125,20 +151,9 @@ void tellPackage(Session& session, const Input& input, std::istream& stream) {
             report.parts.push_back(toUtf8(name));
         }
     }
-    if (!isOffice) {
-        session.fail(
-            input.shownName(),
-            "is a ZIP package in which no main part of an office "
-            "document is found",
-            "zro zip why tells how far entries are found, zro ooxml rels what leads where");
-        return;
-    }
-    std::string damage;
-    report.introduction = corePropertiesOf(package, damage);
+    report.introduction = corePropertiesOf(session, input.shownName(), package);
     print(session, input, report);
-    if (!damage.empty()) {
-        session.fail(input.shownName(), damage);
-    }
+    complainAboutContentTypes(session, input.shownName(), package);
 }
 
 UnicodeString textOf(OleSummaryInformation& summary, unsigned long id) {

@@ -1,10 +1,11 @@
 #include "tools/zro/OfficeParts.h"
 
-#include <functional>
-
 #include "zro/foundation/ZRError.h"
+#include "zro/uri/ZRUri.h"
 #include "zro/xml/ZRXmlUtil.h"
 
+#include "tools/zro/PackageInput.h"
+#include "tools/zro/Position.h"
 #include "tools/zro/Text.h"
 
 namespace zro {
@@ -14,6 +15,7 @@ using ZroCommon::ZRError;
 using ZroCommon::ZRLimits;
 using ZroCommon::ZRName;
 using ZroCommon::ZRPtr;
+using ZroCommon::ZRUri;
 using ZroCommon::ZRXmlParser;
 using ZroCommon::ZRXmlUtil;
 using ZroCommon::ZRZipFile;
@@ -30,31 +32,12 @@ using Rule = std::function<std::string(const ZRXmlParser& parser)>;
 
 // The first fault of a part, with its line.
 std::string firstFault(ZRZipFileEntry& part, const Rule& rule) {
-    if (part.getCompressedSize() == 0 && (part.getFlags() & 8U) != 0) {
+    if (isSizeBehindData(part)) {
         return "its size is not in its header (see zro zip why)";
     }
-    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
-    std::string fault;
-    try {
-        ZRLimits limits = ZRLimits::strict();
-        limits.skipExternal = true;
-        parser->setLimits(limits);
-        parser->setInput(*part.getUncompressedStream(false), {}, {});
-        while (fault.empty() && parser->next() != ZRXmlParser::END_DOCUMENT) {
-            if (parser->getEventType() == ZRXmlParser::START_TAG) {
-                fault = rule(*parser);
-            }
-        }
-    } catch (const ZRError& error) {
-        fault = toUtf8(error.getMessage());
-    }
-    const int line = parser->getLineNumber();
-    parser->closeStream();
-    return fault.empty() || line < 1 ? fault : "line " + std::to_string(line) + ": " + fault;
-}
-
-std::string quoted(const UnicodeString& text) {
-    return "\"" + printable(text) + "\"";
+    return readPart(part, [&rule](const ZRXmlParser& parser) {
+        return parser.getEventType() == ZRXmlParser::START_TAG ? rule(parser) : "";
+    });
 }
 
 std::string wrongElement(const ZRXmlParser& parser, const char16_t* namespaceUri,
@@ -99,19 +82,69 @@ UnicodeString relationshipPartOf(const UnicodeString& name) {
            + u".rels";
 }
 
-// A place in a document counts as the document, and "#place" in the part itself as there.
-bool isThere(const ZRZipFile& package, const UnicodeString& target) {
+UnicodeString withoutFragment(const UnicodeString& target) {
     const int32_t fragment = target.indexOf(u'#');
-    const UnicodeString name(target, 0, fragment < 0 ? target.length() : fragment);
-    return package.getFileEntry(name) != nullptr || (fragment >= 0 && name.endsWith(u"/", 1));
+    return {target, 0, fragment < 0 ? target.length() : fragment};
+}
+
+// "#place" leads into the part itself, and comes with what stands before the part's name.
+bool isPlace(const UnicodeString& target) {
+    return target.indexOf(u"/#") >= 0;
 }
 
 }  // namespace
 
-std::string faultOfContentTypes(const ZRZipFile& package) {
+ZRZipFileEntry* partOf(const ZRZipFile& package, const UnicodeString& target) {
+    if (ZRZipFileEntry* const part = package.getFileEntry(withoutFragment(target))) {
+        return part;
+    }
+    const UnicodeString root(u"http://package/");
+    const ZRUri uri(ZRUri(root, ZroCommon::URISTR_GUESS), withoutFragment(target),
+                    ZroCommon::URISTR_GUESS);
+    if (!uri.toString().startsWith(root)) {
+        return nullptr;
+    }
+    const UnicodeString name(uri.toString(), root.length());
+    ZRZipFileEntry* const part = package.getFileEntry(name);
+    return part != nullptr ? part : package.getFileEntry(ZRUri::unescape(name));
+}
+
+std::string readPart(ZRZipFileEntry& part,
+                     const std::function<std::string(const ZRXmlParser&)>& look) {
+    const ZRPtr<ZRXmlParser> parser = ZRXmlUtil::createXmlParser();
+    std::string fault;
+    try {
+        ZRLimits limits = ZRLimits::strict();
+        limits.skipExternal = true;
+        parser->setFeature(ZRXmlParser::FEATURE_SKIP_EXTERNAL_SUBSET, true);
+        parser->setLimits(limits);
+        parser->setInput(*part.getUncompressedStream(false), {}, {});
+        while (fault.empty() && parser->next() != ZRXmlParser::END_DOCUMENT) {
+            fault = look(*parser);
+        }
+    } catch (const ZRError& error) {
+        UnicodeString message = error.getRawMessage();
+        takePosition(message);
+        fault = printable(message);
+    }
+    const int line = parser->getLineNumber();
+    parser->closeStream();
+    return fault.empty() || line < 1 ? fault : "line " + std::to_string(line) + ": " + fault;
+}
+
+void complainAboutPart(Session& session, const std::string& file, const UnicodeString& part,
+                       const std::string& fault) {
+    if (!fault.empty()) {
+        session.fail(file, printable(part) + " cannot be read: " + fault);
+    }
+}
+
+void complainAboutContentTypes(Session& session, const std::string& file,
+                               const ZRZipFile& package) {
     ZRZipFileEntry* const part = package.getFileEntry(kContentTypes);
-    return part == nullptr ? "there is none that the walk reaches (see zro zip why)"
-                           : firstFault(*part, wrongType);
+    complainAboutPart(session, file, kContentTypes,
+                      part == nullptr ? "there is none that the walk reaches (see zro zip why)"
+                                      : firstFault(*part, wrongType));
 }
 
 Relationships relationshipsOf(const ZRZipFile& package, ZRZipFileEntry* entry) {
@@ -133,7 +166,10 @@ Relationships relationshipsOf(const ZRZipFile& package, ZRZipFileEntry* entry) {
     for (Relationship& row : found.all) {
         row.target = package.getRelationshipTargetFromId(row.id, entry);
         row.mode = package.getRelationshipTargetMode(row.target, entry);
-        row.isMissing = row.mode == u"Internal" && !isThere(package, row.target);
+        if (row.mode == u"Internal") {
+            row.part = partOf(package, row.target);
+            row.isMissing = row.part == nullptr && !isPlace(row.target);
+        }
     }
     return found;
 }

@@ -31,10 +31,6 @@ struct Options {
     std::vector<std::string> streams;
 };
 
-std::string padded(const std::string& text, std::size_t width) {
-    return text.size() < width ? std::string(width - text.size(), ' ') + text : text;
-}
-
 // "2004-02-29 12:30" from the tenths of microseconds since 1601; empty for none.
 std::string timeText(std::uint64_t ticks) {
     using namespace std::chrono;
@@ -96,9 +92,10 @@ void list(Session& session, const Options& options) {
         }
         const bool isStream = info.isStream();
         const std::string time = timeText(info.getModifyTime());
-        session.out() << padded(isStream ? std::to_string(info.getStreamSize()) : "-", 10) << "  "
-                      << padded(time, 16) << "  " << std::string(2 * (entry.path.size() - 1), ' ')
-                      << printable(entry.name()) << (isStream ? "" : "/") << "\n";
+        session.out() << rightAligned(isStream ? std::to_string(info.getStreamSize()) : "-", 10)
+                      << "  " << rightAligned(time, 16) << "  "
+                      << std::string(2 * (entry.path.size() - 1), ' ') << printable(entry.name())
+                      << (isStream ? "" : "/") << "\n";
     }
 }
 
@@ -129,7 +126,8 @@ void writeStream(Session& session, const CompoundInput& input, const CompoundEnt
         session.out().write(piece.data(), got);
     }
     if (stream.OLEtell() != stream.GetStreamSize() && !session.isOutputLost()) {
-        session.fail(file, name + " is damaged behind byte " + std::to_string(stream.OLEtell())
+        session.fail(file, name + " is damaged behind byte "
+                               + withThousands(static_cast<std::uint64_t>(stream.OLEtell()))
                                + ": zro ole why tells");
     }
 }
@@ -258,9 +256,7 @@ private:
             printLine(m_session, Json{{"part", what}, {"text", text}});
             return;
         }
-        const std::string label(what);
-        m_session.out() << m_session.outStyle().faint(label + std::string(11 - label.size(), ' '))
-                        << text << "\n";
+        m_session.out() << rowLabel(m_session, what) << text << "\n";
     }
 
     Session& m_session;

@@ -47,11 +47,7 @@ void props(Session& session, const Options& options) {
     OleSummaryInformation summary;
     bool isThere = false;
     const bool isSound = openSummary(*input->file, summary, isThere);
-    if (!isThere) {
-        session.fail(options.file, "has no summary information");
-        return;
-    }
-    Json object;
+    Json object = Json::object();
     for (const auto& [id, name] : kProperties) {
         ZRValue value;
         if (summary.getProperty(id, value) > 0) {
@@ -60,11 +56,13 @@ void props(Session& session, const Options& options) {
         }
     }
     if (session.settings().json) {
-        printLine(session, object.is_null() ? Json::object() : object);
+        printLine(session, object);
     } else {
         printRows(session, object);
     }
-    if (!isSound) {
+    if (!isThere) {
+        session.note(options.file, "has no summary information");
+    } else if (!isSound) {
         session.fail(options.file, "its summary information is damaged");
     }
 }
@@ -85,13 +83,13 @@ void links(Session& session, const Options& options) {
             session.out() << printable(link) << "\n";
         }
     }
-    if (!hasStream(*input->file, kDocumentSummary)) {
-        session.fail(options.file, "has no document summary information");
-    } else if (!isSound) {
+    const bool isThere = hasStream(*input->file, kDocumentSummary);
+    if (isThere && !isSound) {
         session.fail(options.file, "its document summary information is damaged");
+    } else if (found.empty()) {
+        session.note(options.file, "lists no hyperlinks");
     } else if (!isWhole) {
-        session.fail(options.file,
-                     found.empty() ? "lists no hyperlinks" : "its list of hyperlinks is damaged");
+        session.fail(options.file, "its list of hyperlinks is damaged");
     }
 }
 

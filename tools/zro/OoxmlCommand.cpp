@@ -49,13 +49,6 @@ std::string orDash(const UnicodeString& text) {
     return text.isEmpty() ? "-" : printable(text);
 }
 
-void complainAboutPart(Session& session, const Options& options, const UnicodeString& part,
-                       const std::string& fault) {
-    if (!fault.empty()) {
-        session.fail(options.file, printable(part) + " cannot be read: " + fault);
-    }
-}
-
 void types(Session& session, const Options& options) {
     auto input = openPackage(session, options.file);
     if (!input) {
@@ -76,8 +69,7 @@ void types(Session& session, const Options& options) {
     if (!session.settings().json) {
         printTable(session, rows, "");
     }
-    complainAboutPart(session, options, u"[Content_Types].xml",
-                      faultOfContentTypes(input->package));
+    complainAboutContentTypes(session, options.file, input->package);
 }
 
 void printJson(Session& session, ZRZipFileEntry* entry, const Relationship& relationship) {
@@ -106,7 +98,7 @@ void printRelationships(Session& session, const Options& options, ZRZipFileEntry
         session.out() << (entry == nullptr ? "package" : printable(entry->getFileName())) << "\n";
         printTable(session, rows, "  ");
     }
-    complainAboutPart(session, options, found.part, found.fault);
+    complainAboutPart(session, options.file, found.part, found.fault);
 }
 
 Relationships ofPackage(Session& session, const Options& options, const ZRZipFile& package) {
@@ -138,13 +130,13 @@ public:
         : m_session(session), m_options(options), m_input(input) {}
 
     void follow(ZRZipFileEntry* from, const Relationships& found) {
-        complainAboutPart(m_session, m_options, found.part, found.fault);
+        complainAboutPart(m_session, m_options.file, found.part, found.fault);
         for (const Relationship& relationship : found.all) {
             if (relationship.isMissing) {
                 m_session.fail(m_options.file, printable(relationship.target) + " is missing: "
                                                    + printable(found.part) + " leads there");
-            } else if (relationship.mode == u"Internal") {
-                take(m_input.package.getFileEntry(relationship.target), from, relationship.type);
+            } else {
+                take(relationship.part, from, relationship.type);
             }
         }
     }
@@ -205,6 +197,7 @@ void parts(Session& session, const Options& options) {
     walk.follow(nullptr, ofPackage(session, options, input->package));
     walk.followAll();
     walk.tell();
+    complainAboutContentTypes(session, options.file, input->package);
 }
 
 }  // namespace

@@ -6,8 +6,6 @@
 #include <unistd.h>
 #include <utility>
 
-#include <unicode/uchar.h>
-
 #include "zro/containers/zip/ZRZipFile.h"
 #include "zro/streams/ZRMemStream.h"
 #include "zro/text/ZRUtil.h"
@@ -39,18 +37,6 @@ std::string reasonOfFile(const std::string& path) {
 bool isPackage(std::unique_ptr<std::istream> stream) {
     ZRMemStream seekable(stream.get(), ZroCommon::ZRMemStreamBuf::kDefaultGrowBytes, false);
     return ZRZipFile::isZipFile(&seekable);
-}
-
-constexpr int kJarLength = 4;
-
-// "jar:" may stand before a package any number of times.
-UnicodeString withoutJar(const UnicodeString& uri) {
-    const UnicodeString jar(u"jar:");
-    int32_t start = 0;
-    while (uri.caseCompare(start, kJarLength, jar, U_FOLD_CASE_DEFAULT) == 0) {
-        start += kJarLength;
-    }
-    return {uri, start};
 }
 
 std::string reasonOfResource(const UnicodeString& uri, const UnicodeString& fromLibrary) {

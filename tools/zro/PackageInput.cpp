@@ -1,8 +1,46 @@
 #include "tools/zro/PackageInput.h"
 
+#include "zro/foundation/ZRResourceLimits.h"
+
 #include "tools/zro/Opening.h"
+#include "tools/zro/Text.h"
 
 namespace zro {
+namespace {
+
+using ZroCommon::ZRZipEntry;
+using ZroCommon::ZRZipFileEntry;
+
+constexpr unsigned kEncrypted = 1;
+constexpr unsigned kSizesBehindData = 8;
+
+std::uint32_t signatureBehind(std::istream& package, const ZRZipFileEntry& entry) {
+    package.clear();
+    package.seekg(entry.getDataPosition() + entry.getCompressedSize());
+    return ZRZipEntry::getSignature(package);
+}
+
+// Whether the data come out as they were packed in, so that the header is about them.
+bool isUnpacked(const ZRZipFileEntry& entry) {
+    const auto method = entry.getCompressionMethod();
+    return (entry.getFlags() & kEncrypted) == 0
+           && (method == ZroCommon::CMETHOD_STORED || method == ZroCommon::CMETHOD_DEFLATE);
+}
+
+// Some writers leave noughts where they have descriptors.
+bool isChecked(const ZRZipFileEntry& entry) {
+    return (entry.getFlags() & kSizesBehindData) == 0 || entry.getCrc32() != 0;
+}
+
+// The library reads on to the limit; one entry more shows that there are such.
+bool isCutByLimit(const PackageInput& input) {
+    const unsigned most = ZroCommon::ZRResourceLimits::getCurrent().packageEntries;
+    return most != 0 && input.entries() == most
+           && signatureBehind(*input.stream, input.entry(most - 1))
+                  == ZRZipEntry::kLocalHeaderSignature;
+}
+
+}  // namespace
 
 std::optional<PackageInput> openPackage(Session& session, const std::string& name) {
     const Input input(name);
@@ -15,7 +53,37 @@ std::optional<PackageInput> openPackage(Session& session, const std::string& nam
         return std::nullopt;
     }
     result.package.open(result.stream.get(), false);
+    if (isCutByLimit(result)) {
+        session.fail(input.shownName(),
+                     "is cut by --limits behind " + counted(result.entries(), "entry", "entries"));
+    }
     return result;
+}
+
+bool isSizeBehindData(const ZRZipFileEntry& entry) {
+    return (entry.getFlags() & kSizesBehindData) != 0 && entry.getCompressedSize() == 0;
+}
+
+std::string faultOfData(std::istream& package, const ZRZipFileEntry& entry, const Checksum& given) {
+    if (isSizeBehindData(entry)
+        && signatureBehind(package, entry) != ZRZipEntry::kDescriptorSignature) {
+        return "has its size only behind its data: zro zip why tells";
+    }
+    if (isUnpacked(entry) && entry.getCompressedSize() == kInZip64Field) {
+        return given.crc32() == entry.getCrc32()
+                   ? ""
+                   : "has its size only in a ZIP64 field, which is not read";
+    }
+    const bool isWhole = isUnpacked(entry) && isChecked(entry);
+    const std::uint64_t size = isWhole ? entry.getUncompressedSize() : entry.getCompressedSize();
+    if (given.size() < size) {
+        return damagedBehind(given.size(), size);
+    }
+    if (isWhole && given.size() > size) {
+        return "is damaged: it has " + counted(given.size(), "byte") + ", and "
+               + withThousands(size) + " by its header";
+    }
+    return isWhole ? wrongCrc32(given, entry.getCrc32(), "header") : "";
 }
 
 std::string methodName(const ZroCommon::ZRZipFileEntry& entry) {

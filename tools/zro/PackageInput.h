@@ -7,6 +7,7 @@
 
 #include "zro/containers/zip/ZRZipFile.h"
 
+#include "tools/zro/Checksum.h"
 #include "tools/zro/Session.h"
 
 namespace zro {
@@ -22,6 +23,19 @@ struct PackageInput {
 
 /// Opens a package. None, and an error that says why, when there is none.
 std::optional<PackageInput> openPackage(Session& session, const std::string& name);
+
+/// The size of entries whose size has no room in the header. The library does not read their field.
+constexpr std::uint32_t kInZip64Field = 0xFFFFFFFF;
+
+/// Whether the size of an entry stands only behind its data. Then it reads as empty, and if it is
+/// not, nothing behind it is found.
+bool isSizeBehindData(const ZroCommon::ZRZipFileEntry& entry);
+
+/// What is wrong with the data of an entry by its size and CRC-32 in the header, as in "is damaged
+/// behind byte 7 of 9". Empty when nothing is known to be.
+/// \param given  the data as the library expands it
+std::string faultOfData(std::istream& package, const ZroCommon::ZRZipFileEntry& entry,
+                        const Checksum& given);
 
 /// "deflate", "stored", or the number of another method.
 std::string methodName(const ZroCommon::ZRZipFileEntry& entry);

@@ -4,28 +4,13 @@
 #include <sstream>
 #include <utility>
 
-#include <unicode/uchar.h>
-
 #include "zro/uri/ZRUri.h"
 
 #include "tools/zro/Input.h"
 
 namespace zro {
-namespace {
 
 using ZroCommon::ZRUri;
-
-// A file, or an entry of a package that is a file: any number of "jar:" comes before the file.
-bool isLocal(const UnicodeString& uri) {
-    const UnicodeString jar(u"jar:");
-    int32_t start = 0;
-    while (uri.caseCompare(start, jar.length(), jar, U_FOLD_CASE_DEFAULT) == 0) {
-        start += jar.length();
-    }
-    return ZRUri(UnicodeString(uri, start), ZroCommon::URISTR_PATH_OR_URI).isFile();
-}
-
-}  // namespace
 
 ResourceGate::ResourceGate(External allowed)
     : m_allowed(allowed), m_previous(ZRUri::setUriReferenceResolver(this)) {}

@@ -1,5 +1,6 @@
 #include "tools/zro/Text.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -26,7 +27,8 @@ const char* shortEscape(char32_t character) {
 }
 
 bool isPlain(char32_t character, bool quoted) {
-    if (isUnsafe(character)) {
+    constexpr char32_t kReplacement = 0xFFFD;
+    if (isUnsafe(character) || character == kReplacement || U_IS_UNICODE_NONCHAR(character)) {
         return false;
     }
     return !quoted || (character != U'"' && character != U'\\');
@@ -77,7 +79,11 @@ std::string printable(const UnicodeString& text) {
 }
 
 std::string quoted(const std::string& typed) {
-    return "\"" + printable(fromUtf8(typed)) + "\"";
+    return quoted(fromUtf8(typed));
+}
+
+std::string quoted(const UnicodeString& text) {
+    return "\"" + printable(text) + "\"";
 }
 
 bool isUnsafe(char32_t character) {
@@ -126,8 +132,18 @@ std::string withThousands(std::uint64_t number) {
     return digits;
 }
 
-std::string counted(std::uint64_t number, const std::string& thing) {
-    return withThousands(number) + " " + thing + (number == 1 ? "" : "s");
+std::string counted(std::uint64_t number, const std::string& thing, const std::string& things) {
+    const std::string many = things.empty() ? thing + "s" : things;
+    return withThousands(number) + " " + (number == 1 ? thing : many);
+}
+
+std::string leftAligned(std::string text, std::size_t width) {
+    text.resize(std::max(text.size(), width), ' ');
+    return text;
+}
+
+std::string rightAligned(const std::string& text, std::size_t width) {
+    return text.size() < width ? std::string(width - text.size(), ' ') + text : text;
 }
 
 std::string asSize(std::uint64_t bytes) {

@@ -58,14 +58,14 @@ void failForLackOf(Session& session, const std::string& encoding) {
 
 }  // namespace
 
-PeekedBytes::PeekedBytes(std::unique_ptr<std::istream> source) : m_source(std::move(source)) {
+PeekedBytes::PeekedBytes(std::istream& source) {
     m_headBytes.resize(kHead);
-    m_source->read(m_headBytes.data(), kHead);
-    m_headBytes.resize(static_cast<std::size_t>(m_source->gcount()));
+    source.read(m_headBytes.data(), kHead);
+    m_headBytes.resize(static_cast<std::size_t>(source.gcount()));
     m_head.str(m_headBytes);
     m_all.setKeepMemory(false);
     m_all.setSource(&m_head, false);
-    m_all.setSource(m_source.get(), false);
+    m_all.setSource(&source, false);
 }
 
 std::optional<std::string> PeekedBytes::detectEncoding() const {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <istream>
-#include <memory>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -17,7 +16,8 @@ class PeekedBytes {
 public:
     static constexpr std::size_t kHead = 2048;
 
-    explicit PeekedBytes(std::unique_ptr<std::istream> source);
+    /// \param source  lives as long
+    explicit PeekedBytes(std::istream& source);
 
     /// Up to `kHead` bytes.
     const std::string& head() const { return m_headBytes; }
@@ -29,7 +29,6 @@ public:
     std::optional<std::string> detectEncoding() const;
 
 private:
-    std::unique_ptr<std::istream> m_source;
     std::string m_headBytes;
     std::istringstream m_head;
     ZroCommon::ZRMemStream m_all;

@@ -103,13 +103,14 @@ void printLine(Session& session, const Json& object) {
     session.out() << object.dump(-1, ' ', false, Json::error_handler_t::replace) << "\n";
 }
 
+std::string rowLabel(const Session& session, const std::string& name) {
+    constexpr std::size_t kWidth = 12;
+    return session.outStyle().faint(leftAligned(name, kWidth) + " ");
+}
+
 void printRows(Session& session, const Json& object, std::size_t indent) {
-    constexpr std::size_t kWidth = 13;
     for (const auto& [name, value] : object.items()) {
-        const std::string label = printable(fromUtf8(name));
-        const std::size_t gap = label.size() < kWidth ? kWidth - label.size() : 1;
-        session.out() << std::string(indent, ' ')
-                      << session.outStyle().faint(label + std::string(gap, ' '));
+        session.out() << std::string(indent, ' ') << rowLabel(session, printable(fromUtf8(name)));
         if (value.is_object()) {
             session.out() << "\n";
             printRows(session, value, indent + 2);

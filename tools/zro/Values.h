@@ -26,6 +26,9 @@ nlohmann::ordered_json rowsOf(const ZroCommon::ZRValue& value);
 /// One object on one line.
 void printLine(Session& session, const nlohmann::ordered_json& object);
 
+/// What stands before a text of that name in a column of its own.
+std::string rowLabel(const Session& session, const std::string& name);
+
 /// The members of an object one below the other, each behind its name; objects within it indented.
 void printRows(Session& session, const nlohmann::ordered_json& object, std::size_t indent = 0);
 

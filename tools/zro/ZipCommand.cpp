@@ -15,6 +15,7 @@
 namespace zro {
 namespace {
 
+using ZroCommon::ZRPtr;
 using ZroCommon::ZRZipEntry;
 using ZroCommon::ZRZipFileEntry;
 using Json = nlohmann::ordered_json;
@@ -24,10 +25,6 @@ struct Options {
     std::vector<std::string> entries;
     bool stored = false;
 };
-
-std::string padded(const std::string& text, std::size_t width) {
-    return text.size() < width ? std::string(width - text.size(), ' ') + text : text;
-}
 
 // MS-DOS counts years from 1980 and seconds in twos.
 std::string dateOf(const ZRZipFileEntry& entry) {
@@ -64,16 +61,27 @@ void list(Session& session, const Options& options) {
             printLine(session, jsonOf(entry));
             continue;
         }
-        session.out() << padded(std::to_string(entry.getUncompressedSize()), 10) << ' '
-                      << padded(std::to_string(entry.getCompressedSize()), 10) << "  "
-                      << methodName(entry)
-                      << std::string(methodName(entry) == "stored" ? 3 : 2, ' ') << dateOf(entry)
-                      << "  " << nameOf(entry) << "\n";
+        session.out() << rightAligned(std::to_string(entry.getUncompressedSize()), 10) << ' '
+                      << rightAligned(std::to_string(entry.getCompressedSize()), 10) << "  "
+                      << leftAligned(methodName(entry), 9) << dateOf(entry) << "  " << nameOf(entry)
+                      << "\n";
     }
 }
 
+// What is wrong with the data of an entry, once they have been written; see `faultOfData`.
+std::string writeEntry(std::ostream& out, PackageInput& input, ZRZipFileEntry& entry,
+                       bool isStored) {
+    if (!isStored) {
+        return faultOfData(*input.stream, entry,
+                           checksumOf(*entry.getUncompressedStream(false), &out));
+    }
+    const Checksum sum = checksumOf(*entry.getCompressedStream(false), &out);
+    const std::uint32_t size = entry.getCompressedSize();
+    return sum.size() < size ? damagedBehind(sum.size(), size) : "";
+}
+
 void cat(Session& session, const Options& options) {
-    const auto input = openPackage(session, options.file);
+    auto input = openPackage(session, options.file);
     for (const std::string& name : options.entries) {
         if (!input) {
             return;
@@ -83,10 +91,9 @@ void cat(Session& session, const Options& options) {
             session.fail(options.file, "no such entry: " + printable(fromUtf8(name)));
             continue;
         }
-        std::istream& data = options.stored ? *entry->getCompressedStream(false)
-                                            : *entry->getUncompressedStream(false);
-        if (data.peek() != std::istream::traits_type::eof()) {
-            session.out() << data.rdbuf();
+        const std::string fault = writeEntry(session.out(), *input, *entry, options.stored);
+        if (!fault.empty() && !session.isOutputLost()) {
+            session.fail(options.file, nameOf(*entry) + " " + fault);
         }
     }
 }
@@ -97,6 +104,7 @@ struct Signature {
 };
 
 constexpr std::array kSignatures = {
+    Signature{ZRZipEntry::kLocalHeaderSignature, "an entry that --limits keeps out of reach"},
     Signature{ZRZipEntry::kDirectorySignature, "the central directory"},
     Signature{ZRZipEntry::kEndSignature, "the end record"},
     Signature{0x08064B50, "an archive extra data record"},
@@ -114,9 +122,6 @@ std::string meaningOf(std::uint32_t signature) {
     return "no signature: " + asHex(signature);
 }
 
-// Larger files have their sizes in a ZIP64 field, which the library does not read.
-constexpr std::uint32_t kInZip64Field = 0xFFFFFFFF;
-
 bool isSound(std::uint32_t signature) {
     return signature == ZRZipEntry::kDirectorySignature || signature == ZRZipEntry::kEndSignature;
 }
@@ -131,12 +136,11 @@ public:
     }
 
     /// \return whether the walk ended where a sound package does
-    bool tell() {
+    bool tellWalk() {
         for (unsigned i = 0; i < m_input.entries(); ++i) {
             const ZRZipFileEntry& entry = m_input.entry(i);
             tellDescriptors();
-            step("entry", nameOf(entry) + ", " + methodName(entry) + ", "
-                              + counted(entry.getCompressedSize(), "byte"));
+            tellEntry(entry);
             m_position = entry.getDataPosition() + entry.getCompressedSize();
             m_last = &entry;
         }
@@ -146,11 +150,31 @@ public:
         return isSound(signature);
     }
 
+    /// The number of entries that are not as their headers say.
+    unsigned damaged() const { return m_damaged; }
+
 private:
     std::uint32_t signatureHere() {
         m_input.stream->clear();
         m_input.stream->seekg(m_position);
         return m_position < m_size ? ZRZipEntry::getSignature(*m_input.stream) : 0;
+    }
+
+    // Reads the data by an entry of its own, which lets go of them.
+    std::string faultOf(const ZRZipFileEntry& entry) const {
+        std::istream& package = *m_input.stream;
+        package.clear();
+        package.seekg(entry.getPosition());
+        const ZRPtr<ZRZipFileEntry> own(new ZRZipFileEntry(package));
+        return faultOfData(package, *own, checksumOf(*own->getUncompressedStream(false), nullptr));
+    }
+
+    void tellEntry(const ZRZipFileEntry& entry) {
+        const std::string fault = isSizeBehindData(entry) ? "" : faultOf(entry);
+        step("entry", nameOf(entry) + ", " + methodName(entry) + ", "
+                          + counted(entry.getCompressedSize(), "byte")
+                          + (fault.empty() ? "" : ", " + fault));
+        m_damaged += fault.empty() ? 0U : 1U;
     }
 
     void tellDescriptors() {
@@ -173,16 +197,12 @@ private:
                    + counted(static_cast<std::uint64_t>(m_position - m_size), "byte") + " before \""
                    + nameOf(*m_last) + "\" does";
         }
-        if (m_last != nullptr && hasSizesInDescriptor(*m_last)) {
+        if (m_last != nullptr && isSizeBehindData(*m_last)) {
             return "data: the size of \"" + nameOf(*m_last)
                    + "\" stands only in a descriptor behind it";
         }
         return m_size - m_position < 4 ? "the end of the file, without a directory"
                                        : meaningOf(signature);
-    }
-
-    static bool hasSizesInDescriptor(const ZRZipFileEntry& entry) {
-        return (entry.getFlags() & 8U) != 0 && entry.getCompressedSize() == 0;
     }
 
     void step(const char* what, const std::string& text) {
@@ -194,10 +214,8 @@ private:
             printLine(m_session, object);
             return;
         }
-        const std::string label(what);
-        m_session.out() << padded(std::to_string(m_position), 10) << "  "
-                        << m_session.outStyle().faint(label + std::string(12 - label.size(), ' '))
-                        << text << "\n";
+        m_session.out() << rightAligned(std::to_string(m_position), 10) << "  "
+                        << rowLabel(m_session, what) << text << "\n";
     }
 
     Session& m_session;
@@ -205,13 +223,21 @@ private:
     std::int64_t m_size = 0;
     std::int64_t m_position = 0;
     const ZRZipFileEntry* m_last = nullptr;
+    unsigned m_damaged = 0;
 };
 
 void why(Session& session, const Options& options) {
     auto input = openPackage(session, options.file);
-    if (input && !WalkReport(session, *input).tell()) {
+    if (!input) {
+        return;
+    }
+    WalkReport report(session, *input);
+    if (!report.tellWalk()) {
         session.fail(options.file,
                      "has no directory where its walk ends: entries may be out of reach");
+    }
+    if (report.damaged() > 0) {
+        session.fail(options.file, "not whole: " + counted(report.damaged(), "entry", "entries"));
     }
 }
 
@@ -234,7 +260,8 @@ void addZipCommand(CLI::App& program, Task& task) {
     addOption(catCommand, "ENTRY", options->entries, "...", "Names of entries, exactly as listed")
         ->required();
     catCommand.add_flag("--stored", options->stored, "Write the bytes as they are stored");
-    operations.add("why", "Record by record, why the walk ends where it does", options, why);
+    operations.add("why", "Record by record, which data are damaged and why the walk ends", options,
+                   why);
 }
 
 }  // namespace zro
