@@ -1,9 +1,11 @@
 // Compound files: what opens, what is refused and why, and how entries are found.
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "tests/containers/OleFile.h"
+#include "tests/support/Rows.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/Text.h"
 
@@ -20,23 +22,19 @@ OleBuilder sample(const OleLayout& layout = {}) {
 }
 
 TEST(OleCompFile, ReadsWhateverTheLayout) {
-    const struct {
-        const char* what;
-        OleLayout layout;
-    } cases[] = {
-        {"plain", {}},
-        {"big-endian", {.bigEndian = true}},
-        {"backward", {.backward = true}},
-        {"mini blocks of 32", {.miniShift = 5}},
-        {"mini blocks of 512", {.miniShift = 9}},
-        {"no mini stream", {.miniCutoff = 0}},
-        {"mini stream alone", {.miniCutoff = 100000}},
-        {"blocks of 128", {.blockShift = 7}},
-        {"blocks of 4096 behind 512 bytes", {.blockShift = 12}},
-        {"one indirect block", {.fatBlocks = 110}},
-        {"three indirect blocks", {.fatBlocks = 109 + 127 + 127 + 1}},
-    };
-    for (const auto& [what, layout] : cases) {
+    for (const auto& [what, layout] : Rows<const char*, OleLayout>{
+             {"plain", {}},
+             {"big-endian", {.bigEndian = true}},
+             {"backward", {.backward = true}},
+             {"mini blocks of 32", {.miniShift = 5}},
+             {"mini blocks of 512", {.miniShift = 9}},
+             {"no mini stream", {.miniCutoff = 0}},
+             {"mini stream alone", {.miniCutoff = 100000}},
+             {"blocks of 128", {.blockShift = 7}},
+             {"blocks of 4096 behind 512 bytes", {.blockShift = 12}},
+             {"one indirect block", {.fatBlocks = 110}},
+             {"three indirect blocks", {.fatBlocks = 109 + 127 + 127 + 1}},
+         }) {
         OleFile file(sample(layout).build().bytes);
         EXPECT_TRUE(file.isOpen()) << what;
         EXPECT_EQ(file->isLittleEndian(), !layout.bigEndian) << what;
@@ -60,34 +58,29 @@ TEST(OleCompFile, AnyOtherByteOrderMarkMeansBigEndian) {
     EXPECT_TRUE(file.read({"Large"}) == oleData(5000, 2));
 }
 
+// What the file tells of its layout, in the order of the header.
+std::vector<long> layoutOf(const OleCompFile& file) {
+    return {file.getBlockShift(false),       file.getBlockShift(true),    file.getBytesPerBlock(),
+            file.getBytesPerMini(),          file.getMinisPerBlock(),     file.getLongsPerBlock(),
+            file.getMiniFatCutoff(),         file.getFatBlockCount(),     file.getDirStartBlock(),
+            file.getIndirectFatBlockCount(), file.getMiniFatBlockCount(), file.getDirCount(),
+            file.getNextBlock(0, false),     file.getNextBlock(0, true)};
+}
+
 TEST(OleCompFile, TellsItsFields) {
-    const OleCompFile closed;
-    EXPECT_EQ(closed.getBlockShift(false), 9);
-    EXPECT_EQ(closed.getBlockShift(true), 6);
-    EXPECT_EQ(closed.getBytesPerBlock(), 512);
-    EXPECT_EQ(closed.getBytesPerMini(), 128);
-    EXPECT_EQ(closed.getMinisPerBlock(), 4);
-    EXPECT_EQ(closed.getLongsPerBlock(), 128);
-    EXPECT_EQ(closed.getMiniFatCutoff(), 64);
-    EXPECT_EQ(closed.getDirStartBlock(), -1);
-    EXPECT_EQ(closed.getNextBlock(0, false), -1);
+    using Fields = std::vector<long>;
     const OleImage image = sample({.miniShift = 7, .fatBlocks = 110}).build();
     OleFile file(image.bytes);
-    EXPECT_EQ(file->getBlockShift(true), 7);
-    EXPECT_EQ(file->getBytesPerMini(), 128);
-    EXPECT_EQ(file->getMinisPerBlock(), 4);
-    EXPECT_EQ(file->getMiniFatCutoff(), 4096);
-    EXPECT_EQ(file->getFatBlockCount(), 110);
-    EXPECT_EQ(file->getIndirectFatBlockCount(), 1);
+    const auto directory = static_cast<long>(image.directoryStart);
+    // Entries without a name count, too.
+    EXPECT_EQ(layoutOf(*file),
+              (Fields{9, 7, 512, 128, 4, 128, 4096, 110, directory, 1, 1, 8, 1, -2}));
+    EXPECT_EQ(layoutOf(OleCompFile()),
+              (Fields{9, 6, 512, 128, 4, 128, 64, 0, -1, 0, 0, 0, -1, -1}));
     EXPECT_EQ(file->getIndirectFatStartBlock(), static_cast<long>(image.blocks) - 1);
-    EXPECT_EQ(file->getMiniFatBlockCount(), 1);
     EXPECT_EQ(file->getMiniFatStartBlock(), static_cast<long>(image.miniFatStart));
     EXPECT_EQ(file->getMiniStartSect(), static_cast<long>(image.miniStreamStart));
-    EXPECT_EQ(file->getDirStartBlock(), static_cast<long>(image.directoryStart));
     EXPECT_EQ(file->getVersion(), "03 00");
-    EXPECT_EQ(file->getDirCount(), 8) << "entries without a name among them";
-    EXPECT_EQ(file->getNextBlock(0, false), 1);
-    EXPECT_EQ(file->getNextBlock(0, true), -2);
     for (const long beyond : {-1L, 110L * 128, 1L << 40}) {
         EXPECT_EQ(file->getNextBlock(beyond, false), -1) << beyond;
     }
@@ -134,34 +127,28 @@ TEST(OleDirInfo, KeepsAllUnitsOfANameButZeros) {
 }
 
 TEST(OleCompFile, IsRefusedByTheFirstCheckThatFails) {
-    const struct {
-        OleCheck check;
-        std::int64_t number;
-        std::size_t at;  // in the header
-        std::int64_t value;
-        std::size_t size;
-    } cases[] = {
-        {OleCheck::Signature, 0, 7, 0xE0, 1},
-        {OleCheck::BlockShift, 32, 30, 32, 2},
-        {OleCheck::BlockShift, 0xFFFF, 30, 0xFFFF, 2},
-        {OleCheck::MiniShift, 32, 32, 32, 2},
-        {OleCheck::DirectoryStart, -1, 48, -1, 4},
-        {OleCheck::DirectoryStart, -2, 48, -2, 4},
-        {OleCheck::MiniFatStart, -1, 60, -1, 4},
-        {OleCheck::IndirectFatStart, -1, 68, -1, 4},
-        {OleCheck::IndirectFatStart, -2, 44, 110, 4},
-        {OleCheck::FatRead, 1000, 76, 1000, 4},
-        {OleCheck::FatRead, -1, 76, -1, 4},
-        {OleCheck::FatCapacity, 1, 30, 1, 2},
-        {OleCheck::MiniFatRead, -2, 64, 2, 4},
-        {OleCheck::MiniFatLength, 130, 64, 130, 4},
-        {OleCheck::DirectoryRead, 1000, 48, 1000, 4},
-        {OleCheck::DirectoryCapacity, 6, 30, 6, 2},
-        {OleCheck::Passed, 0, 26, 0, 2},
-        {OleCheck::Passed, 0, 72, -1, 4},
-        {OleCheck::Passed, 0, 32, 31, 2},
-    };
-    for (const auto& [check, number, at, value, size] : cases) {
+    for (const auto& [check, number, at, value, size] :
+         Rows<OleCheck, std::int64_t, std::size_t, std::int64_t, std::size_t>{
+             {OleCheck::Signature, 0, 7, 0xE0, 1},
+             {OleCheck::BlockShift, 32, 30, 32, 2},
+             {OleCheck::BlockShift, 0xFFFF, 30, 0xFFFF, 2},
+             {OleCheck::MiniShift, 32, 32, 32, 2},
+             {OleCheck::DirectoryStart, -1, 48, -1, 4},
+             {OleCheck::DirectoryStart, -2, 48, -2, 4},
+             {OleCheck::MiniFatStart, -1, 60, -1, 4},
+             {OleCheck::IndirectFatStart, -1, 68, -1, 4},
+             {OleCheck::IndirectFatStart, -2, 44, 110, 4},
+             {OleCheck::FatRead, 1000, 76, 1000, 4},
+             {OleCheck::FatRead, -1, 76, -1, 4},
+             {OleCheck::FatCapacity, 1, 30, 1, 2},
+             {OleCheck::MiniFatRead, -2, 64, 2, 4},
+             {OleCheck::MiniFatLength, 130, 64, 130, 4},
+             {OleCheck::DirectoryRead, 1000, 48, 1000, 4},
+             {OleCheck::DirectoryCapacity, 6, 30, 6, 2},
+             {OleCheck::Passed, 0, 26, 0, 2},
+             {OleCheck::Passed, 0, 72, -1, 4},
+             {OleCheck::Passed, 0, 32, 31, 2},
+         }) {
         OleFile file(sample().build().header(at, value, size).bytes);
         EXPECT_EQ(file.refusedBy(), check) << "header at " << at;
         EXPECT_EQ(file->getRefusal().number, number) << "header at " << at;
@@ -280,10 +267,7 @@ TEST(OleCompFile, CopiesShareBytesAndTables) {
 
 TEST(OleCompFile, DetectsTheKindOfDocument) {
     const std::string user(20, 'u');
-    const struct {
-        OLEDOCUMENT_TYPE type;
-        OleBuilder builder;
-    } cases[] = {
+    const Rows<OLEDOCUMENT_TYPE, OleBuilder> cases = {
         {OLEDOCUMENT_NONE, sample()},
         {OLEDOCUMENT_WORD, OleBuilder().stream(u"WORKBOOK", "").stream(u"wordDOCUMENT", "")},
         {OLEDOCUMENT_NONE, OleBuilder().storage(u"WordDocument")},
@@ -308,7 +292,7 @@ TEST(OleCompFile, DetectsTheKindOfDocument) {
     for (const auto& [type, builder] : cases) {
         const std::string bytes = builder.build().bytes;
         std::istringstream stream(bytes);
-        EXPECT_EQ(OleCompFile::detectOLEDocument(stream), type) << &type - &cases[0].type;
+        EXPECT_EQ(OleCompFile::detectOLEDocument(stream), type) << static_cast<int>(type);
         const ZRUri uri(folder.write("f", bytes), URISTR_PATH_OR_URI_CSS);
         EXPECT_EQ(OleCompFile::detectOLEDocument(uri), type);
         EXPECT_TRUE(OleCompFile::isOLEUri(uri));

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/containers/OleFile.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Streams.h"
 #include "tests/support/TempFolder.h"
 #include "zro/containers/ole/ZROleStream.h"
@@ -25,11 +26,7 @@ OleBuilder sample(const OleLayout& layout = {}) {
 }
 
 TEST(OleStream, SeeksFromStartPositionAndEnd) {
-    const struct {
-        long offset;
-        int origin;
-        long position;
-    } cases[] = {
+    const Rows<long, int, long> cases = {
         {100, 0, 100},   {-1, 0, 0},     {1L << 40, 0, 5120}, {-5120, 1, 0},       {512, 1, 512},
         {5120, 0, 5120}, {1, 1, 5120},   {0, 3, -1},          {0, -1, -1},         {0, 1, 5120},
         {10, 2, 5110},   {-10, 2, 5120}, {1L << 62, 2, 0},    {-(1L << 62), 1, 0}, {0, 2, 5120},
@@ -99,19 +96,17 @@ TEST(OleStream, StreamsOfAFileAreReadInTurn) {
 
 // A stream of size 0 has no place, and needs none; a size that the chain cannot hold is a claim.
 TEST(OleStream, EndsWhereItsChainEnds) {
-    const struct {
-        const char* what;
-        std::int64_t size;
-        std::int64_t next;  // behind block 1 of the stream
-        long seekToEnd;     // -1 where there is no place
-        std::size_t bytes;
-    } cases[] = {
-        {"whole", 5120, 2, 5120, 5120},         {"-3 ends a chain", 5120, -3, -1, 1024},
-        {"shorter", 4200, 2, 4200, 4200},       {"chain too short", 5120, -2, -1, 1024},
-        {"chain broken", 5120, -1, -1, 1024},   {"chain in a circle", 5120, 0, -1, 1024},
-        {"leads out", 5120, 1000000, -1, 1024}, {"huge", 0x7FFFFFFF, 2, -1, 5120},
-    };
-    for (const auto& [what, size, next, seekToEnd, bytes] : cases) {
+    for (const auto& [what, size, next, seekToEnd, bytes] :
+         Rows<const char*, std::int64_t, std::int64_t, long, std::size_t>{
+             {"whole", 5120, 2, 5120, 5120},
+             {"-3 ends a chain", 5120, -3, -1, 1024},
+             {"shorter", 4200, 2, 4200, 4200},
+             {"chain too short", 5120, -2, -1, 1024},
+             {"chain broken", 5120, -1, -1, 1024},
+             {"chain in a circle", 5120, 0, -1, 1024},
+             {"leads out", 5120, 1000000, -1, 1024},
+             {"huge", 0x7FFFFFFF, 2, -1, 5120},
+         }) {
         OleImage image = sample().build();
         OleFile file(image.fat(1, next).entry(2, OleBuilder::kSize, size).bytes);
         const auto stream = file.open({"large"});
@@ -124,22 +119,16 @@ TEST(OleStream, EndsWhereItsChainEnds) {
 }
 
 TEST(OleStream, OpensByItsEntry) {
-    const struct {
-        const char* what;
-        std::size_t entry;
-        std::int64_t start;
-        std::int64_t size;
-        const char* content;
-    } cases[] = {
-        {"empty", 3, -2, 0, ""},
-        {"empty, other end", 3, -3, 0, ""},
-        {"empty, no end", 3, -1, 0, "none"},
-        {"negative size", 2, 0, -16, ""},
-        {"no blocks", 3, -2, 10, "none"},
-        {"no mini block", 3, -1, 10, "none"},
-        {"beyond the mini stream", 3, 100, 10, "none"},
-    };
-    for (const auto& [what, entry, start, size, content] : cases) {
+    for (const auto& [what, entry, start, size, content] :
+         Rows<const char*, std::size_t, std::int64_t, std::int64_t, const char*>{
+             {"empty", 3, -2, 0, ""},
+             {"empty, other end", 3, -3, 0, ""},
+             {"empty, no end", 3, -1, 0, "none"},
+             {"negative size", 2, 0, -16, ""},
+             {"no blocks", 3, -2, 10, "none"},
+             {"no mini block", 3, -1, 10, "none"},
+             {"beyond the mini stream", 3, 100, 10, "none"},
+         }) {
         OleImage image = sample().build();
         image.entry(entry, OleBuilder::kStart, start).entry(entry, OleBuilder::kSize, size);
         OleFile file(image.bytes);
@@ -180,18 +169,14 @@ TEST(OleStream, AMiniStreamInACircleGoesOn) {
 TEST(OleStream, CopiesWithoutItsHeader) {
     const TempFolder folder;
     const std::string path = folder.path() + "/copy";
-    const struct {
-        std::string data;
-        std::string copy;
-    } cases[] = {
-        {std::string("\6\0head and body", 15), " and body"},
-        {std::string("\2\0x", 3), "x"},
-        {std::string("\0\0x", 3), std::string("\0\0x", 3)},
-        {std::string("\xFF\xFFx", 3), ""},
-        {"\1", "refused"},
-        {std::string("\2\0", 2) + oleData(30000), oleData(30000)},
-    };
-    for (const auto& [data, copy] : cases) {
+    for (const auto& [data, copy] : Rows<std::string, std::string>{
+             {std::string("\6\0head and body", 15), " and body"},
+             {std::string("\2\0x", 3), "x"},
+             {std::string("\0\0x", 3), std::string("\0\0x", 3)},
+             {std::string("\xFF\xFFx", 3), ""},
+             {"\1", "refused"},
+             {std::string("\2\0", 2) + oleData(30000), oleData(30000)},
+         }) {
         folder.write("copy", "");
         OleFile file(OleBuilder().stream(u"s", data).build().bytes);
         const bool isCopied = file.open({"s"})->CopyToFile(path.c_str());

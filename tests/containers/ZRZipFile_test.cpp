@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/containers/Listing.h"
+#include "tests/support/Rows.h"
 #include "tests/support/Streams.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/ZipBuilder.h"
@@ -26,29 +27,26 @@ std::string shortPackage() {
 
 TEST(ZRZipFile, WalksFromHeaderToHeader) {
     const ZipBuilder one = ZipBuilder().stored("a", "1");
-    const struct {
-        const char* what;
-        std::string bytes;
-        const char* entries;
-    } cases[] = {
-        {"nothing", "", ""},
-        {"three bytes", "PK\3", ""},
-        {"a whole package", shortPackage(), "a=one b/c.xml=two b/="},
-        {"no directory", one.records(), "a=1"},
-        {"only an end record", ZipBuilder().package(), ""},
-        {"an extra field",
-         ZipBuilder().add({.name = "a", .data = "1", .extra = "PK\3\4"}).package(), "a=1"},
-        {"descriptors",
-         ZipBuilder(one).descriptor(1, 1).descriptor(9, 9).stored("b", "2").package(), "a=1 b=2"},
-        {"a descriptor without signature", ZipBuilder(one).raw("abcdefghijkl").package(), "a=1"},
-        {"a size of 4 GiB",
-         ZipBuilder()
-             .add({.name = "z", .data = "12", .compressedSize = 0xFFFFFFFF})
-             .package()
-             .substr(0, 33),
-         "z=12"},
-    };
-    for (const auto& [what, bytes, entries] : cases) {
+    for (const auto& [what, bytes, entries] : Rows<const char*, std::string, const char*>{
+             {"nothing", "", ""},
+             {"three bytes", "PK\3", ""},
+             {"a whole package", shortPackage(), "a=one b/c.xml=two b/="},
+             {"no directory", one.records(), "a=1"},
+             {"only an end record", ZipBuilder().package(), ""},
+             {"an extra field",
+              ZipBuilder().add({.name = "a", .data = "1", .extra = "PK\3\4"}).package(), "a=1"},
+             {"descriptors",
+              ZipBuilder(one).descriptor(1, 1).descriptor(9, 9).stored("b", "2").package(),
+              "a=1 b=2"},
+             {"a descriptor without signature", ZipBuilder(one).raw("abcdefghijkl").package(),
+              "a=1"},
+             {"a size of 4 GiB",
+              ZipBuilder()
+                  .add({.name = "z", .data = "12", .compressedSize = 0xFFFFFFFF})
+                  .package()
+                  .substr(0, 33),
+              "z=12"},
+         }) {
         EXPECT_EQ(listed(bytes), entries) << "for: " << what;
     }
 }
@@ -184,11 +182,9 @@ TEST(ZRZipFile, OpensFilesAndOpensAnew) {
 
 TEST(ZRZipFile, KnowsAPackageByItsSignature) {
     const TempFolder folder;
-    const struct {
-        const char* bytes;
-        bool isZip;
-    } cases[] = {{"PK\3\4", true}, {"PK\1\2..", true}, {"PK\5\6", true}, {"PK\7\10", false},
-                 {"PK\3", false},  {"", false},        {"KP\3\4", false}};
+    const Rows<const char*, bool> cases = {{"PK\3\4", true},   {"PK\1\2..", true}, {"PK\5\6", true},
+                                           {"PK\7\10", false}, {"PK\3", false},    {"", false},
+                                           {"KP\3\4", false}};
     for (const auto& [bytes, isZip] : cases) {
         std::istringstream stream("ab" + std::string(bytes));
         stream.seekg(2);

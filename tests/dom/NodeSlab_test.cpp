@@ -59,9 +59,21 @@ TEST(NodeSlab, BlocksDoNotOverlapAndAreAligned) {
     NodeSlab::free(nullptr, 8);
 }
 
-TEST(NodeSlab, MemoryOfOneSizeServesAnother) {
-    NodeSlab::trim();
-    const std::size_t before = NodeSlab::reservedBytes();
+/// Nothing is kept at the end of a test.
+class NodeSlabMemory : public ::testing::Test {
+protected:
+    ~NodeSlabMemory() override {
+        NodeSlab::trim();
+        EXPECT_LE(NodeSlab::reservedBytes(), m_before);
+    }
+
+    std::size_t reserved() const { return NodeSlab::reservedBytes() - m_before; }
+
+private:
+    std::size_t m_before = (NodeSlab::trim(), NodeSlab::reservedBytes());
+};
+
+TEST_F(NodeSlabMemory, OfOneSizeServesAnother) {
     for (const std::size_t size : {48U, 104U, 256U}) {
         std::vector<void*> blocks(4U * 1024U * 1024U / size);
         std::generate(blocks.begin(), blocks.end(), [&] { return NodeSlab::allocate(size); });
@@ -69,15 +81,11 @@ TEST(NodeSlab, MemoryOfOneSizeServesAnother) {
             NodeSlab::free(block, size);
         }
     }
-    EXPECT_LE(NodeSlab::reservedBytes() - before, 6U * 1024U * 1024U);
-    NodeSlab::trim();
-    EXPECT_LE(NodeSlab::reservedBytes(), before);
+    EXPECT_LE(reserved(), 6U * 1024U * 1024U);
 }
 
 // While it lives, they serve it again.
-TEST(NodeSlab, BlocksMayBeFreedByAnotherThreadAlsoAfterTheirsHasEnded) {
-    NodeSlab::trim();
-    const std::size_t before = NodeSlab::reservedBytes();
+TEST_F(NodeSlabMemory, MayBeFreedByAnotherThreadAlsoAfterTheirsHasEnded) {
     for (int round = 0; round < 20; ++round) {
         std::vector<Block> blocks;
         const auto fill = [&] {
@@ -94,14 +102,10 @@ TEST(NodeSlab, BlocksMayBeFreedByAnotherThreadAlsoAfterTheirsHasEnded) {
             }
         }).join();
     }
-    EXPECT_LE(NodeSlab::reservedBytes() - before, 8U * 1024U * 1024U);
-    NodeSlab::trim();
-    EXPECT_LE(NodeSlab::reservedBytes(), before);
+    EXPECT_LE(reserved(), 8U * 1024U * 1024U);
 }
 
-TEST(NodeSlab, BlocksMayComeBackFromSeveralThreadsWhileTheirsCollectsThem) {
-    NodeSlab::trim();
-    const std::size_t before = NodeSlab::reservedBytes();
+TEST_F(NodeSlabMemory, MayComeBackFromSeveralThreadsWhileTheirsCollectsIt) {
     std::vector<void*> blocks(240000);
     std::atomic<std::size_t> made{0};
     inThreads(3, [&](int thread) {
@@ -119,8 +123,6 @@ TEST(NodeSlab, BlocksMayComeBackFromSeveralThreadsWhileTheirsCollectsThem) {
             NodeSlab::free(blocks[i], 64);
         }
     });
-    NodeSlab::trim();
-    EXPECT_LE(NodeSlab::reservedBytes(), before);
 }
 
 TEST(ZRNode, MayBeReleasedInAnyThread) {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <sstream>
 
 #include "tests/support/Test.h"
@@ -105,6 +106,19 @@ inline std::string backwards(ZRNode* parent) {
         text += (text.empty() ? "" : " ") + label(node);
     }
     return text;
+}
+
+/// Holds edits to the errors that they end in, told as "03 newChild is null. ZRNode::appendChild".
+/// \param after  is done behind each
+inline void expectErrors(
+    Rows<std::function<void()>, std::string> rows, const std::function<void()>& after = [] {}) {
+    for (const auto& [edit, error] : rows) {
+        const std::size_t place = error.rfind(' ');
+        EXPECT_EQ(errorOf(edit), "0x08" + error.substr(0, 2)
+                                     + " SYSTEM ERROR:" + error.substr(2, place - 1)
+                                     + "[ZroCommon::" + error.substr(place + 1) + "]");
+        after();
+    }
 }
 
 /// An element r in a document.

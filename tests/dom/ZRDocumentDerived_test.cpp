@@ -55,6 +55,15 @@ public:
     std::function<void(const std::string&)> watch;
 };
 
+struct DerivedDocuments : ::testing::Test {
+    ZRElement* loaded(const char16_t* xml) const {
+        document->loadXml(xml);
+        return static_cast<ZRElement*>(document->getDocumentElement());
+    }
+
+    const ZRPtr<DerivedDocument> document{new DerivedDocument};
+};
+
 DerivedElement::DerivedElement(DerivedDocument* document, ZRName name)
     : ZRElement(document), m_name(name) {}
 
@@ -64,33 +73,24 @@ ZRNode* DerivedElement::appendChildEx(ZRNode* newChild) {
     return document->place ? document->place(*this, newChild) : appendChild(newChild);
 }
 
-ZRElement* loadedInto(DerivedDocument& document, const char16_t* xml) {
-    document.loadXml(xml);
-    return static_cast<ZRElement*>(document.getDocumentElement());
-}
-
-TEST(DerivedDocument, MayParseValuesOnArrivalAndMakesTheCopies) {
-    const ZRPtr<DerivedDocument> document(new DerivedDocument);
-    ZRElement* a = loadedInto(*document, u"<a x='1'><b>t</b></a>");
+TEST_F(DerivedDocuments, MayParseValuesOnArrivalAndMakesTheCopies) {
+    ZRElement* a = loaded(u"<a x='1'><b>t</b></a>");
     EXPECT_TRUE(a->getAttribute(u"x"_name).isLiteralString());
     EXPECT_EQ(dump(a->cloneNode(true)), "a x=1!(b('t'))");
 }
 
-TEST(DerivedDocument, MayRefuseElementsWithAllTheyContain) {
-    const ZRPtr<DerivedDocument> document(new DerivedDocument);
-    EXPECT_EQ(dump(loadedInto(*document, u"<a><refused><b><refused/></b>t</refused><c/></a>")),
-              "a(c)");
+TEST_F(DerivedDocuments, MayRefuseElementsWithAllTheyContain) {
+    EXPECT_EQ(dump(loaded(u"<a><refused><b><refused/></b>t</refused><c/></a>")), "a(c)");
     document->place = [](ZRNode& parent, ZRNode* child) {
         return child->getLocalName() == u"x"_name ? nullptr : parent.appendChild(child);
     };
-    EXPECT_EQ(dump(loadedInto(*document, u"<a>1<x><b/><x/>t</x>2<c><x/></c></a>")), "a('1' '2' c)");
-    EXPECT_EQ(dump(loadedInto(*document, u"<a>drop<b/>drop</a>")), "a(b)");
+    EXPECT_EQ(dump(loaded(u"<a>1<x><b/><x/>t</x>2<c><x/></c></a>")), "a('1' '2' c)");
+    EXPECT_EQ(dump(loaded(u"<a>drop<b/>drop</a>")), "a(b)");
     document->loadXml(u"<refused><a/></refused>");
     EXPECT_EQ(dump(document), "#document");
 }
 
-TEST(DerivedDocument, MaySubstituteAnElement) {
-    const ZRPtr<DerivedDocument> document(new DerivedDocument);
+TEST_F(DerivedDocuments, MaySubstituteAnElement) {
     document->setPullMode(true);
     document->place = [&](ZRNode& parent, ZRNode* child) {
         return child->getLocalName() == u"x"_name
@@ -109,11 +109,10 @@ TEST(DerivedDocument, MaySubstituteAnElement) {
                    ? parent.appendChild(parent.getOwnerDocument()->createTextNode(u"instead"))
                    : parent.appendChild(child);
     };
-    EXPECT_EQ(dump(loadedInto(*document, u"<a><x>dropped</x><b/></a>")), "a('instead' b)");
+    EXPECT_EQ(dump(loaded(u"<a><x>dropped</x><b/></a>")), "a('instead' b)");
 }
 
-TEST(DerivedDocument, ComplementedParentsAreSkippedAtTheEndOfAnElement) {
-    const ZRPtr<DerivedDocument> document(new DerivedDocument);
+TEST_F(DerivedDocuments, ComplementedParentsAreSkippedAtTheEndOfAnElement) {
     document->place = [&](ZRNode& parent, ZRNode* child) {
         if (child->getLocalName() != u"row"_name) {
             return parent.appendChild(child);
@@ -125,13 +124,12 @@ TEST(DerivedDocument, ComplementedParentsAreSkippedAtTheEndOfAnElement) {
         }
         return body->appendChild(child);
     };
-    EXPECT_EQ(dump(loadedInto(*document, u"<table><row>1</row><row/><foot/></table>")),
+    EXPECT_EQ(dump(loaded(u"<table><row>1</row><row/><foot/></table>")),
               "table(body(row('1') row) foot)");
     EXPECT_TRUE(document->getDocumentElement()->getFlag(ZRNode::kLoaded));
 }
 
-TEST(DerivedDocument, MayTakeTheParentOfANodeOutOfTheTree) {
-    const ZRPtr<DerivedDocument> document(new DerivedDocument);
+TEST_F(DerivedDocuments, MayTakeTheParentOfANodeOutOfTheTree) {
     document->place = [](ZRNode& parent, ZRNode* child) -> ZRNode* {
         if (parent.getLocalName() != u"gone"_name) {
             return parent.appendChild(child);
@@ -141,40 +139,38 @@ TEST(DerivedDocument, MayTakeTheParentOfANodeOutOfTheTree) {
         }
         return nullptr;
     };
-    EXPECT_EQ(dump(loadedInto(*document, u"<a><gone>t<x/>u<y/></gone><z/></a>")), "a");
+    EXPECT_EQ(dump(loaded(u"<a><gone>t<x/>u<y/></gone><z/></a>")), "a");
 }
 
-TEST(DerivedDocument, CannotLoadFromWithinTheLoading) {
-    const ZRPtr<DerivedDocument> document(new DerivedDocument);
+TEST_F(DerivedDocuments, CannotLoadFromWithinTheLoading) {
     std::string error;
     document->place = [&](ZRNode& parent, ZRNode* child) {
         error = errorOf([&] { child->getFirstChild(); });
         return parent.appendChild(child);
     };
-    EXPECT_EQ(dump(loadedInto(*document, u"<a><b><c/></b></a>")), "a(b(c))");
+    EXPECT_EQ(dump(loaded(u"<a><b><c/></b></a>")), "a(b(c))");
     EXPECT_EQ(error, "0x080B SYSTEM ERROR: Cannot set a value on node type. "
                      "[ZroCommon::ZRDocument::loadNextNode]");
     document->place = [&](ZRNode& parent, ZRNode* child) {
         error = errorOf([&] { document->loadXml(u"<other/>"); });
         return parent.appendChild(child);
     };
-    EXPECT_EQ(dump(loadedInto(*document, u"<a><b/></a>")), "a(b)");
+    EXPECT_EQ(dump(loaded(u"<a><b/></a>")), "a(b)");
     EXPECT_EQ(error.substr(0, 6), "0x080B");
 }
 
-TEST(DerivedDocument, MayAbortTheLoadItIsCalledFrom) {
-    const ZRPtr<DerivedDocument> document(new DerivedDocument);
+TEST_F(DerivedDocuments, MayAbortTheLoadItIsCalledFrom) {
     document->place = [&](ZRNode& parent, ZRNode* child) {
         document->abort();
         return parent.appendChild(child);
     };
-    EXPECT_EQ(dump(loadedInto(*document, u"<a><b/><c/></a>")), "a(b)");
+    EXPECT_EQ(dump(loaded(u"<a><b/><c/></a>")), "a(b)");
     EXPECT_EQ(document->loadNextNode(), nullptr);
     document->place = [&](ZRNode&, ZRNode*) -> ZRNode* {
         document->abort();
         return nullptr;
     };
-    EXPECT_EQ(dump(loadedInto(*document, u"<a><b/><c/></a>")), "a");
+    EXPECT_EQ(dump(loaded(u"<a><b/><c/></a>")), "a");
 }
 
 /// Loads node by node, and goes on when a call of the document throws.
@@ -199,7 +195,7 @@ int loadThroughFailures(DerivedDocument& document, int failing) {
     return calls;
 }
 
-TEST(DerivedDocument, WhatThrowsIsDroppedWithItsSubtreeAndLoadingGoesOn) {
+TEST_F(DerivedDocuments, WhatThrowsIsDroppedWithItsSubtreeAndLoadingGoesOn) {
     const char* trees[] = {
         "null",  // create a
         "a(d('2'))",
@@ -213,16 +209,14 @@ TEST(DerivedDocument, WhatThrowsIsDroppedWithItsSubtreeAndLoadingGoesOn) {
     };
     int failing = 0;
     for (const char* tree : trees) {
-        const ZRPtr<DerivedDocument> document(new DerivedDocument);
         loadThroughFailures(*document, ++failing);
         EXPECT_EQ(dump(document->getDocumentElement()), tree) << "call " << failing;
         EXPECT_FALSE(document->isLoading()) << "call " << failing;
     }
-    const ZRPtr<DerivedDocument> document(new DerivedDocument);
     EXPECT_EQ(loadThroughFailures(*document, 0), failing);
 }
 
-TEST(DerivedDocument, MayGiveAttributesAnotherName) {
+TEST_F(DerivedDocuments, MayGiveAttributesAnotherName) {
     class Renaming : public ZRDocument {
         using ZRDocument::createAttributeNS;
         ZRPtr<ZRAttr> createAttributeNS(ZRName namespaceUri, ZRName prefix,
@@ -230,9 +224,9 @@ TEST(DerivedDocument, MayGiveAttributesAnotherName) {
             return ZRDocument::createAttributeNS(namespaceUri, prefix, u"same"_name);
         }
     };
-    const ZRPtr<ZRDocument> document(new Renaming);
-    document->loadXml(u"<a x='1' y='2'/>");
-    EXPECT_EQ(dump(document), "#document(a same=2)");
+    const ZRPtr<ZRDocument> renaming(new Renaming);
+    renaming->loadXml(u"<a x='1' y='2'/>");
+    EXPECT_EQ(dump(renaming), "#document(a same=2)");
 }
 
 /// Looks around while it dies.
@@ -246,9 +240,8 @@ private:
     std::string& m_seen;
 };
 
-TEST(DerivedDocument, ADyingNodeStillHasItsChildren) {
+TEST_F(DerivedDocuments, ADyingNodeStillHasItsChildren) {
     std::string seen;
-    const ZRPtr<DerivedDocument> document(new DerivedDocument);
     ZRNode* outer = document->appendChild(new Mourner(document, seen));
     ZRNode* inner = outer->appendChild(new Mourner(document, seen));
     inner->appendChild(new DerivedElement(document, u"leaf"_name));

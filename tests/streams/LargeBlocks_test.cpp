@@ -60,12 +60,8 @@ public:
         for (std::size_t i = 0; i < kPieces * 16; ++i) {
             check = crc32_combine(check, ofBlock, 0xFFFB);
         }
-        std::string end("\x01\0\0\xFF\xFF", 5);
-        for (const std::uint64_t number : {std::uint64_t{check}, std::uint64_t{kContent}}) {
-            for (unsigned shift = 0; shift < 32; shift += 8) {
-                end += static_cast<char>(number >> shift);
-            }
-        }
+        const std::string end = std::string("\x01\0\0\xFF\xFF", 5) + numberBytes(check, 4)
+                                + numberBytes(std::uint64_t{kContent}, 4);
         end.copy(m_start + kPage + kPieces * kPiece, end.size());
         return kHeader + kPieces * kPiece + end.size();
     }

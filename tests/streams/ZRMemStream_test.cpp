@@ -152,7 +152,7 @@ TEST(ZRMemStream, RemoveForgetsSourcesAndErrors) {
 }
 
 TEST(ZRMemStream, ReadsOneBlockAtATime) {
-    StreamOver<SlowSourceBuf> slow("abcdefgh", 2);
+    StreamOver<PiecewiseBuf> slow("abcdefgh", 2);
     ZRMemStream stream(&slow, 4);
     EXPECT_EQ(slow.buffer.refills(), 0U) << "nothing is read before it is needed";
     EXPECT_EQ(stream.get(), 'a');

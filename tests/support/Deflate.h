@@ -1,12 +1,12 @@
 #pragma once
 
-#include <algorithm>
-#include <cstdint>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 
 #include <zlib.h>
+
+#include "tests/support/Bytes.h"
 
 namespace ZroCommon::testing {
 
@@ -28,34 +28,17 @@ inline std::string deflated(std::string_view bytes, int windowBits = kRaw, int l
     const int code = deflate(&stream, Z_FINISH);
     packed.resize(stream.total_out);
     deflateEnd(&stream);
-    if (code != Z_STREAM_END) {
-        throw std::runtime_error("deflate");
-    }
-    return packed;
+    return code == Z_STREAM_END ? packed : throw std::runtime_error("deflate");
+}
+
+inline std::uint32_t crcOf(std::string_view bytes) {
+    const auto* const start = reinterpret_cast<const Bytef*>(bytes.data());
+    return static_cast<std::uint32_t>(crc32_z(0, start, bytes.size()));
 }
 
 /// What stands behind the data of a gzip member.
 inline std::string trailer(std::string_view bytes) {
-    const uLong check =
-        crc32(0, reinterpret_cast<const Bytef*>(bytes.data()), static_cast<uInt>(bytes.size()));
-    std::string result;
-    for (const std::uint64_t number : {std::uint64_t{check}, std::uint64_t{bytes.size()}}) {
-        for (unsigned shift = 0; shift < 32; shift += 8) {
-            result += static_cast<char>(number >> shift);
-        }
-    }
-    return result;
-}
-
-/// Bytes that do not pack well and have no period, the same in every run.
-inline std::string noise(std::size_t size) {
-    std::string bytes(size, '\0');
-    std::uint32_t state = 1;
-    std::generate(bytes.begin(), bytes.end(), [&state] {
-        state = state * 1664525U + 1013904223U;
-        return static_cast<char>('a' + (state >> 24U) % 26U);
-    });
-    return bytes;
+    return numberBytes(crcOf(bytes), 4) + numberBytes(bytes.size(), 4);
 }
 
 }  // namespace ZroCommon::testing

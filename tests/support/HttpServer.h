@@ -1,9 +1,6 @@
 #pragma once
 
 #include <arpa/inet.h>
-#include <atomic>
-#include <chrono>
-#include <cstring>
 #include <functional>
 #include <mutex>
 #include <netinet/in.h>
@@ -20,8 +17,7 @@ namespace ZroCommon::testing {
 /// One connection to a test's HTTP server.
 class HttpConnection {
 public:
-    explicit HttpConnection(int socket, const std::atomic<bool>& isClosing)
-        : m_socket(socket), m_isClosing(isClosing) {}
+    explicit HttpConnection(int socket) : m_socket(socket) {}
     HttpConnection(const HttpConnection&) = delete;
     HttpConnection& operator=(const HttpConnection&) = delete;
     ~HttpConnection() { close(m_socket); }
@@ -30,8 +26,7 @@ public:
     /// speaks something else.
     std::string readRequest() {
         std::string request;
-        char byte = 0;
-        while (!request.ends_with("\r\n\r\n") && recv(m_socket, &byte, 1, 0) == 1) {
+        for (char byte = 0; !request.ends_with("\r\n\r\n") && recv(m_socket, &byte, 1, 0) == 1;) {
             request += byte;
             if (request.front() < 'A') {
                 break;
@@ -40,15 +35,14 @@ public:
         return request;
     }
 
-    /// \return false when the other side went away or the server ends
+    /// \return false when the other side went away
     bool send(std::string_view bytes) {
         while (!bytes.empty()) {
             const ssize_t count = ::send(m_socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-            if (count > 0) {
-                bytes.remove_prefix(static_cast<std::size_t>(count));
-            } else if (m_isClosing || (errno != EAGAIN && errno != EINTR)) {
+            if (count <= 0) {
                 return false;
             }
+            bytes.remove_prefix(static_cast<std::size_t>(count));
         }
         return true;
     }
@@ -61,10 +55,10 @@ public:
 
 private:
     int m_socket;
-    const std::atomic<bool>& m_isClosing;
 };
 
-/// An HTTP server on the loopback interface: the test says what each request is answered with.
+/// An HTTP server on the loopback interface: the test says what each request is answered with. It
+/// ends when all its connections have, so their streams are to go first.
 class HttpServer {
 public:
     using Handler = std::function<void(HttpConnection&, const std::string& path)>;
@@ -80,14 +74,13 @@ public:
             || getsockname(m_socket, plain, &size) != 0) {
             throw std::runtime_error("cannot listen on the loopback interface");
         }
-        m_port = ntohs(address.sin_port);
+        m_url = "http://127.0.0.1:" + std::to_string(ntohs(address.sin_port));
         m_thread = std::thread([this] { serve(); });
     }
     HttpServer(const HttpServer&) = delete;
     HttpServer& operator=(const HttpServer&) = delete;
     ~HttpServer() {
-        m_isClosing = true;
-        shutdown(m_socket, SHUT_RDWR);
+        shutdown(m_socket, SHUT_RDWR);  // ends the wait for connections
         m_thread.join();
         for (std::thread& connection : m_connections) {
             connection.join();
@@ -96,9 +89,7 @@ public:
     }
 
     /// "http://127.0.0.1:PORT" and the path.
-    std::string url(const std::string& path) const {
-        return "http://127.0.0.1:" + std::to_string(m_port) + path;
-    }
+    std::string url(const std::string& path) const { return m_url + path; }
 
     /// The requests so far, each whole.
     std::vector<std::string> requests() const {
@@ -108,33 +99,26 @@ public:
 
 private:
     void serve() {
-        while (!m_isClosing) {
-            const int socket = accept4(m_socket, nullptr, nullptr, SOCK_CLOEXEC);
-            if (socket >= 0) {
-                const timeval patience{0, 200'000};
-                setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &patience, sizeof(patience));
-                m_connections.emplace_back([this, socket] { answer(socket); });
-            }
+        for (int socket = 0; (socket = accept4(m_socket, nullptr, nullptr, SOCK_CLOEXEC)) >= 0;) {
+            m_connections.emplace_back([this, socket] { answer(socket); });
         }
     }
 
     void answer(int socket) {
-        HttpConnection connection(socket, m_isClosing);
+        HttpConnection connection(socket);
         const std::string request = connection.readRequest();
         const std::size_t start = request.find(' ') + 1;
         if (!request.empty()) {
-            {
-                const std::lock_guard guard(m_lock);
-                m_requests.push_back(request);
-            }
+            std::unique_lock guard(m_lock);
+            m_requests.push_back(request);
+            guard.unlock();
             m_handler(connection, request.substr(start, request.find(' ', start) - start));
         }
     }
 
     Handler m_handler;
     int m_socket = -1;
-    int m_port = 0;
-    std::atomic<bool> m_isClosing{false};
+    std::string m_url;
     mutable std::mutex m_lock;
     std::vector<std::string> m_requests;
     std::vector<std::thread> m_connections;

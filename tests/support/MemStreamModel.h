@@ -6,6 +6,7 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "tests/support/Streams.h"
@@ -29,7 +30,8 @@ public:
         m_fault.clear();
         if (m_content.size() > kLargest) {
             m_stream.remove();
-            forget();
+            m_content.clear();
+            m_read = m_write = 0;
         }
         switch (code % kOperations) {
         case 0: write(bytes(first, second)); break;
@@ -38,14 +40,14 @@ public:
         case 3: readOne(); break;
         case 4: unread(m_stream.sungetc()); break;
         case 5: unread(m_stream.sputbackc('?')); break;
-        case 6: seek(first % (m_content.size() + 3), kIn); break;
-        case 7: seek(first % (m_content.size() + 3), kOut); break;
-        case 8: seek(first % (m_content.size() + 3), kIn | kOut); break;
-        case 9: seekFrom(std::ios::cur, m_read, small(first), kIn); break;
-        case 10: seekFrom(std::ios::cur, m_write, small(first), kOut); break;
-        case 11: seekFrom(std::ios::cur, m_write, small(first), kIn | kOut); break;
-        case 12: seekFrom(std::ios::end, m_content.size(), small(first), kIn); break;
-        case 13: seekFrom(std::ios::end, m_content.size(), small(first), kOut); break;
+        case 6:
+        case 7:
+        case 8: seek(std::ios::beg, 0, place(first), kWhich[code % kOperations - 6]); break;
+        case 9: seek(std::ios::cur, m_read, small(first), kIn); break;
+        case 10: seek(std::ios::cur, m_write, small(first), kOut); break;
+        case 11: seek(std::ios::cur, m_write, small(first), kIn | kOut); break;
+        case 12: seek(std::ios::end, m_content.size(), small(first), kIn); break;
+        case 13: seek(std::ios::end, m_content.size(), small(first), kOut); break;
         case 14: check(m_stream.length() == m_content.size(), "length"); break;
         case 15: abandon(); break;
         case 16: trim(first % (m_content.size() + 2)); break;
@@ -79,17 +81,12 @@ private:
     static constexpr std::size_t kLargest = 150;
     static constexpr std::ios::openmode kIn = std::ios::in;
     static constexpr std::ios::openmode kOut = std::ios::out;
+    static constexpr std::ios::openmode kWhich[] = {kIn, kOut, kIn | kOut};
 
     void check(bool isGood, const char* what) {
         if (!isGood && m_fault.empty()) {
             m_fault = what;
         }
-    }
-
-    void forget() {
-        m_content.clear();
-        m_read = 0;
-        m_write = 0;
     }
 
     // Few different bytes, so that patterns are found and repeat themselves.
@@ -104,6 +101,11 @@ private:
 
     static std::ptrdiff_t small(unsigned value) {
         return static_cast<std::ptrdiff_t>(value % 32) - 16;
+    }
+
+    // Two places behind the end, and all before.
+    std::ptrdiff_t place(unsigned value) const {
+        return static_cast<std::ptrdiff_t>(value % (m_content.size() + 3));
     }
 
     std::size_t at(std::ios::openmode which) {
@@ -177,30 +179,18 @@ private:
         m_write = m_write < count ? 0 : m_write - count;
     }
 
-    void seek(std::size_t target, std::ios::openmode which) {
+    void seek(std::ios::seekdir way, std::size_t from, std::ptrdiff_t offset,
+              std::ios::openmode which) {
         const auto result =
-            std::streamoff(m_stream.pubseekpos(static_cast<std::streamoff>(target), which));
-        moved(static_cast<std::ptrdiff_t>(target), result, which);
-    }
-
-    void seekFrom(std::ios::seekdir way, std::size_t from, std::ptrdiff_t offset,
-                  std::ios::openmode which) {
-        const auto result = std::streamoff(m_stream.pubseekoff(offset, way, which));
-        moved(static_cast<std::ptrdiff_t>(from) + offset, result, which);
-    }
-
-    void moved(std::ptrdiff_t target, std::streamoff result, std::ios::openmode which) {
+            std::streamoff(way == std::ios::beg ? m_stream.pubseekpos(offset, which)
+                                                : m_stream.pubseekoff(offset, way, which));
+        const std::ptrdiff_t target = static_cast<std::ptrdiff_t>(from) + offset;
         if (target < 0 || static_cast<std::size_t>(target) > m_content.size()) {
-            check(result == -1, "a seek outside of the content fails");
-            return;
+            return check(result == -1, "a seek outside of the content fails");
         }
         check(result == target, "seek");
-        if ((which & kIn) != 0) {
-            m_read = static_cast<std::size_t>(target);
-        }
-        if ((which & kOut) != 0) {
-            m_write = static_cast<std::size_t>(target);
-        }
+        m_read = (which & kIn) != 0 ? static_cast<std::size_t>(target) : m_read;
+        m_write = (which & kOut) != 0 ? static_cast<std::size_t>(target) : m_write;
     }
 
     void abandon() {
@@ -243,18 +233,15 @@ private:
         m_stream.seekEOL();
         const std::size_t end = m_content.find_first_of("\r\n", m_read);
         const std::size_t next = m_content.find_first_not_of("\r\n", end);
-        m_read = end == std::string::npos ? end : next;
-        m_read = std::min(m_read, m_content.size());
+        m_read = std::min(next, m_content.size());
     }
 
     void addSource(const std::string& text, unsigned kind) {
         m_content += text;
-        if (kind == 0) {
-            m_stream.setSource(new std::istringstream(text), true);
-            return;
-        }
-        m_sources.push_back(std::make_unique<ShortReadBuf>(text, kind));
-        m_stream.setSource(new std::istream(m_sources.back().get()), true);
+        m_sources.push_back(std::make_unique<ShortReadBuf>(text, std::max(kind, 1U)));
+        m_stream.setSource(kind == 0 ? new std::istringstream(text)
+                                     : new std::istream(m_sources.back().get()),
+                           true);
     }
 
     void keepMemory(bool keeps) {
@@ -271,9 +258,7 @@ private:
     void checkCopy() {
         MemStreamModel copy(m_grow);
         copy.m_stream.copyContent(m_stream);
-        copy.m_content = m_content;
-        copy.m_read = m_read;
-        copy.m_write = m_write;
+        std::tie(copy.m_content, copy.m_read, copy.m_write) = std::tie(m_content, m_read, m_write);
         check(copy.finish().empty(), "copy");
     }
 

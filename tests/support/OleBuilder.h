@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/support/Bytes.h"
+
 namespace ZroCommon::testing {
 
 /// How an `OleBuilder` lays a file out.
@@ -35,32 +37,26 @@ struct OleImage {
         return (layout.wholeHeaderBlock ? blockSize() : 512) + block * blockSize();
     }
 
-    OleImage& put(std::size_t at, std::uint64_t value, std::size_t size = 4) {
-        for (std::size_t i = 0; i < size; ++i) {
-            const std::size_t shift = 8 * (layout.bigEndian ? size - 1 - i : i);
-            bytes[at + i] = static_cast<char>(value >> shift & 0xFFU);
-        }
-        return *this;
+    template <class Number>
+    OleImage& put(std::size_t at, Number value, std::size_t size = 4) {
+        const auto number = static_cast<std::uint64_t>(value);
+        return bytes.replace(at, size, numberBytes(number, size, layout.bigEndian)), *this;
     }
     /// What follows a block, -2 at the end of a chain.
     OleImage& fat(std::size_t block, std::int64_t next) {
         const std::size_t perBlock = blockSize() / 4;
-        return put(offsetOf(fatBlocks[block / perBlock]) + block % perBlock * 4, asUnsigned(next));
+        return put(offsetOf(fatBlocks[block / perBlock]) + block % perBlock * 4, next);
     }
     OleImage& miniFat(std::size_t block, std::int64_t next) {
-        return put(offsetOf(miniFatStart) + block * 4, asUnsigned(next));
+        return put(offsetOf(miniFatStart) + block * 4, next);
     }
     /// A field of a directory entry in the first block of the directory.
     OleImage& entry(std::size_t index, std::size_t field, std::int64_t value,
                     std::size_t size = 4) {
-        return put(offsetOf(directoryStart) + index * 128 + field, asUnsigned(value), size);
+        return put(offsetOf(directoryStart) + index * 128 + field, value, size);
     }
     OleImage& header(std::size_t at, std::int64_t value, std::size_t size = 4) {
-        return put(at, asUnsigned(value), size);
-    }
-
-    static std::uint64_t asUnsigned(std::int64_t value) {
-        return static_cast<std::uint64_t>(value);
+        return put(at, value, size);
     }
 };
 
@@ -131,23 +127,14 @@ private:
     std::size_t blockSize() const { return std::size_t{1} << m_layout.blockShift; }
     std::size_t miniSize() const { return std::size_t{1} << m_layout.miniShift; }
 
-    std::string number(std::uint64_t value, std::size_t size) const {
-        std::string bytes;
-        appendNumber(bytes, value, size);
-        return bytes;
-    }
-
-    void appendNumber(std::string& bytes, std::uint64_t value, std::size_t size) const {
-        for (std::size_t i = 0; i < size; ++i) {
-            const std::size_t shift = 8 * (m_layout.bigEndian ? size - 1 - i : i);
-            bytes += static_cast<char>(value >> shift & 0xFFU);
-        }
+    std::string number(std::uint64_t value, std::size_t size = 4) const {
+        return numberBytes(value, size, m_layout.bigEndian);
     }
 
     std::string numbers(const std::vector<std::uint32_t>& values) const {
         std::string bytes;
         for (const std::uint32_t value : values) {
-            appendNumber(bytes, value, 4);
+            bytes += number(value);
         }
         return bytes;
     }
@@ -205,10 +192,9 @@ private:
             name.resize(64, '\0');
             const std::size_t size = i == 0 ? miniStreamSize : entry.data.size();
             bytes += name + number(2 * entry.name.size() + 2, 2) + static_cast<char>(entry.type)
-                     + '\1' + number(kFree, 4) + number(entry.next, 4) + number(entry.firstChild, 4)
-                     + std::string(16, static_cast<char>('A' + i)) + number(i, 4) + number(i, 8)
-                     + number(i + 1, 8) + number(work.starts[i], 4) + number(size, 4)
-                     + number(0, 4);
+                     + '\1' + number(kFree) + number(entry.next) + number(entry.firstChild)
+                     + std::string(16, static_cast<char>('A' + i)) + number(i) + number(i, 8)
+                     + number(i + 1, 8) + number(work.starts[i]) + number(size) + number(0);
         }
         bytes.resize((bytes.size() + blockSize() - 1) / blockSize() * blockSize(), '\0');
         return bytes;
@@ -238,9 +224,9 @@ private:
         for (std::size_t i = 0; i < indirect; ++i) {
             for (std::size_t j = 0; j + 1 < perBlock; ++j) {
                 const std::size_t at = kInHeader + i * (perBlock - 1) + j;
-                work.blocks += number(at < fat ? work.image.fatBlocks[at] : kFree, 4);
+                work.blocks += number(at < fat ? work.image.fatBlocks[at] : kFree);
             }
-            work.blocks += number(i + 1 < indirect ? work.indirect[i + 1] : kEnd, 4);
+            work.blocks += number(i + 1 < indirect ? work.indirect[i + 1] : kEnd);
         }
     }
 

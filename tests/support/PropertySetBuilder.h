@@ -5,6 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/Bytes.h"
+
 namespace ZroCommon::testing {
 
 /// Builds property-set streams, sound ones and others, in either byte order.
@@ -17,12 +19,8 @@ public:
 
     explicit PropertySetBuilder(bool bigEndian = false) : m_bigEndian(bigEndian) {}
 
-    std::string number(std::uint64_t value, unsigned size = 4) const {
-        std::string bytes;
-        for (unsigned i = 0; i < size; ++i) {
-            bytes.insert(m_bigEndian ? 0 : bytes.size(), 1, static_cast<char>(value >> (8U * i)));
-        }
-        return bytes;
+    std::string number(std::uint64_t value, std::size_t size = 4) const {
+        return numberBytes(value, size, m_bigEndian);
     }
     std::string numbers(const std::vector<std::uint64_t>& values) const {
         std::string bytes;

@@ -137,8 +137,8 @@ private:
         case 2: return m_serializer->getDepth() > 1 ? endElement() : writeText();
         case 3: return m_serializer->comment(u" comment ");
         case 4: return m_serializer->processingInstruction(u"target data");
-        case 5: return writeCdata();
-        case 6: return writeReference();
+        case 5: m_text += "<&>"; return m_serializer->cdsect(u"<&>");
+        case 6: m_text += "&"; return m_serializer->entityRef(u"amp");
         default: return writeText();
         }
     }
@@ -188,16 +188,6 @@ private:
         const UnicodeString text(m_decisions.oneOf(kTexts));
         m_serializer->text(text);
         m_text += utf8(text);
-    }
-
-    void writeCdata() {
-        m_serializer->cdsect(u"<&>");
-        m_text += "<&>";
-    }
-
-    void writeReference() {
-        m_serializer->entityRef(u"amp");
-        m_text += "&";
     }
 
     void flushText() {

@@ -58,7 +58,8 @@ inline std::string readInPieces(std::istream& stream, const std::vector<std::siz
     return result;
 }
 
-/// A buffer that cannot seek and refills `step` bytes at a time; the base of the others.
+/// A buffer that cannot seek, refills `step` bytes at a time and never says that more is ready:
+/// whoever waits for more than the next piece shows in `refills()`. The base of the others.
 class PiecewiseBuf : public std::streambuf {
 public:
     explicit PiecewiseBuf(std::string bytes, std::size_t step = std::string::npos)
@@ -102,10 +103,7 @@ public:
 };
 
 /// Gives all at once, and cannot seek.
-class NoSeekBuf : public PiecewiseBuf {
-public:
-    explicit NoSeekBuf(std::string bytes) : PiecewiseBuf(std::move(bytes)) {}
-};
+using NoSeekBuf = PiecewiseBuf;
 
 /// Ends at byte `at`, for good.
 class FailAtBuf : public PiecewiseBuf {
@@ -132,16 +130,6 @@ protected:
         rewind();
         return underflow();
     }
-};
-
-/// Delivers in pieces, and never says that more is ready: whoever waits for more than the next
-/// piece shows in `refills()`.
-class SlowSourceBuf : public PiecewiseBuf {
-public:
-    SlowSourceBuf(std::string bytes, std::size_t step) : PiecewiseBuf(std::move(bytes), step) {}
-
-protected:
-    std::streamsize showmanyc() override { return 0; }
 };
 
 /// A stream with a buffer of that kind.

@@ -29,6 +29,18 @@ inline ZRValue integer(int number, ZRValueUnitType unit = ZRValueUnitNumber) {
     return value;
 }
 
+/// The value of a word: "5" and "1in" are integers, "5." and "1.in" reals, "auto" a name, "'a'" and
+/// "1foo" strings, "null" none.
+inline ZRValue valueOf(const std::string& word) {
+    const ZRValue value = word == "null" ? ZRValue() : ZRValue::parse(text(word));
+    if (!value.isNumeric() || value.isColor()) {
+        return value;
+    }
+    return word.find('.') != std::string::npos
+               ? real(value.getRealValue(ZRValueUnitNone), value.getUnitType())
+               : integer(value.getIntegerValue(), value.getUnitType());
+}
+
 /// A map value of two words; the map lives as long as copies of it.
 inline ZRValue mapOf(ZRName name, const ZRValue& value) {
     ZRValue map(ZRPtr<ZRNamedValueMap>(new ZRNamedValueMap).get());

@@ -7,8 +7,6 @@
 #include <string_view>
 #include <utility>
 
-#include <zlib.h>
-
 #include "tests/support/Deflate.h"
 
 namespace ZroCommon::testing {
@@ -44,8 +42,8 @@ public:
         const std::size_t position = m_records.size();
         const std::string common = commonFields(member);
         m_records += "PK\3\4" + common + member.name + member.extra + member.data;
-        m_directory += "PK\1\2" + number(20, 2) + common + number(0, 10) + number(position, 4)
-                       + member.name + member.extra;
+        m_directory += "PK\1\2" + number(20, 2) + common + std::string(10, '\0')
+                       + number(position, 4) + member.name + member.extra;
         ++m_count;
         return *this;
     }
@@ -72,18 +70,8 @@ public:
     }
 
 private:
-    static std::string number(std::size_t value, int size) {
-        std::string bytes;
-        for (int i = 0; i < size; ++i) {
-            bytes += static_cast<char>(value & 0xFFU);
-            value >>= 8U;
-        }
-        return bytes;
-    }
-
-    static std::uint32_t crcOf(const std::string& data) {
-        return static_cast<std::uint32_t>(crc32_z(0, reinterpret_cast<const Bytef*>(data.data()),
-                                                  static_cast<z_size_t>(data.size())));
+    static std::string number(std::size_t value, std::size_t size) {
+        return numberBytes(value, size);
     }
 
     // What local header and directory have in common.

@@ -87,21 +87,13 @@ TEST(ZRColor, InksNeedNotGiveTheirColourBack) {
 }
 
 TEST(ZRColor, KeywordsAreReadInAnyCase) {
-    for (const auto& [name, rgb] : Rows<const char16_t*, unsigned int>{
-             {u"red", 0xFF0000},
-             {u"Red", 0xFF0000},
-             {u"aqua", 0x00FFFF},
-             {u"grey", 0x808080},
-             {u"yellowgreen", 0x9ACD32},
-             {u"TRANSPARENT", 0xFFFFFFFF},
-             {u"currentColor", 0xFE000000},
-             {u"CURRENTcolor", 0xFE000000},
-             {u"windowtext", 0xFF000000},
-             {u"nonsense", 0xFF000000},
-             {u"", 0xFF000000},
-         }) {
-        EXPECT_EQ(hex(ZRColor(ZRName(UnicodeString(name))).getRGB()), hex(rgb)) << utf8(name);
-    }
+    const auto rgb = [](const std::string& name) {
+        return hex(ZRColor(ZRName(text(name))).getRGB());
+    };
+    expectTexts(rgb, {"red -> FF0000", "Red -> FF0000", "aqua -> 00FFFF", "grey -> 808080",
+                      "yellowgreen -> 9ACD32", "TRANSPARENT -> FFFFFFFF",
+                      "currentColor -> FE000000", "CURRENTcolor -> FE000000",
+                      "windowtext -> FF000000", "nonsense -> FF000000", " -> FF000000"});
     EXPECT_EQ(ZRColor(static_cast<ZRNameEnum>(-1)), ZRColor::getInvalidColor());
     EXPECT_EQ(ZRColor(ZRValue(ZRN_red)), ZRColor::getInvalidColor()) << "a name is no colour yet";
 }
@@ -117,13 +109,15 @@ TEST(ZRColor, OneKeywordNamesAValue) {
 }
 
 TEST(ZRColor, KnowsWhatIsNoColour) {
-    EXPECT_TRUE(ZRColor(0xFF000000U).isInvalid());
-    EXPECT_TRUE(ZRColor(0x01000000).isInvalid());
-    EXPECT_FALSE(ZRColor::getTransparent().isInvalid());
-    EXPECT_FALSE(ZRColor::getCurrentColor().isInvalid());
-    EXPECT_TRUE(ZRColor(ZRColor(), u"#CMYK", 0, 0, 0, 0).isInvalid());
-    EXPECT_TRUE(ZRColor(ZRColor::getTransparent(), u"#other", 0, 0, 0, 0).isInvalid());
-    EXPECT_FALSE(ZRColor(ZRColor(), u"sRGB", 0, 0, 0, 0).isInvalid());
+    for (const ZRColor& color :
+         {ZRColor(0xFF000000U), ZRColor(0x01000000), ZRColor(ZRColor(), u"#CMYK", 0, 0, 0, 0),
+          ZRColor(ZRColor::getTransparent(), u"#other", 0, 0, 0, 0)}) {
+        EXPECT_TRUE(color.isInvalid()) << shown(color);
+    }
+    for (const ZRColor& color : {ZRColor::getTransparent(), ZRColor::getCurrentColor(),
+                                 ZRColor(ZRColor(), u"sRGB", 0, 0, 0, 0)}) {
+        EXPECT_FALSE(color.isInvalid()) << shown(color);
+    }
     EXPECT_EQ(integer(5).getColorValue(), ZRColor::getInvalidColor());
 }
 

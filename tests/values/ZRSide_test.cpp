@@ -9,7 +9,7 @@ std::string shown(ZRName name) {
     return name.isEmpty() ? "-" : utf8(name.toString());
 }
 
-ZRName named(const char* name) {
+ZRName named(const std::string& name) {
     return text(name);
 }
 
@@ -81,30 +81,24 @@ TEST(ZRSide, ANameThatIsNoSideHasNoAnswers) {
 }
 
 TEST(ZRSide, NamesItsProperties) {
-    for (const auto& [side, base, name] : Rows<const char*, const char*, const char*>{
-             {"after", "border-color", "border-after-color"},
-             {"right", "border-style", "border-right-style"},
-             {"start", "border-width", "border-start-width"},
-             {"end", "border-precedence", "border-end-precedence"},
-             {"top", "border-precedence", "-"},
-             {"bottom", "padding", "padding-bottom"},
-             {"before", "padding", "padding-before"},
-             {"left", "margin", "margin-left"},
-             {"start", "space", "space-start"},
-             {"top", "position", "top-position"},
-             {"start", "position", "-"},
-             {"after", "region", "region-after"},
-             {"top", "region", "-"},
-             {"top", "color", "-"},
-             {"top", "no-name-of-ours", "-"},
-         }) {
-        const ZRName property = ZRSide(named(side)).concatName(named(base));
-        EXPECT_EQ(shown(property), name) << side << " " << base;
-        if (!property.isEmpty()) {
-            EXPECT_EQ(shown(ZRSide::getSideFromName(property)), side);
-            EXPECT_EQ(shown(ZRSide::removeSideFromName(property)), base);
+    const auto property = [](const std::string& pair) {
+        const std::string side = pair.substr(0, pair.find(' '));
+        const std::string base = pair.substr(side.size() + 1);
+        const ZRName name = ZRSide(named(side)).concatName(named(base));
+        if (!name.isEmpty()) {
+            EXPECT_EQ(shown(ZRSide::getSideFromName(name)), side);
+            EXPECT_EQ(shown(ZRSide::removeSideFromName(name)), base);
         }
-    }
+        return shown(name);
+    };
+    expectTexts(property,
+                {"after border-color -> border-after-color", "top border-precedence -> -",
+                 "right border-style -> border-right-style", "bottom padding -> padding-bottom",
+                 "start border-width -> border-start-width", "before padding -> padding-before",
+                 "end border-precedence -> border-end-precedence", "left margin -> margin-left",
+                 "start space -> space-start", "top position -> top-position",
+                 "start position -> -", "after region -> region-after", "top region -> -",
+                 "top color -> -", "top no-name-of-ours -> -"});
 }
 
 // On purpose: relative margins are called spaces, absolute spaces margins.
@@ -125,30 +119,30 @@ TEST(ZRSide, NamesWithoutASideHaveNoParts) {
 }
 
 TEST(ZRSide, NamesPropertiesByModeOfWriting) {
-    for (const auto& [name, mode, relative, absolute] :
-         Rows<const char*, const char*, const char*, const char*>{
-             {"min-width", "lr-tb", "inline-progression-dimension", "-"},
-             {"width", "tb-rl", "block-progression-dimension", "-"},
-             {"max-height", "lr-tb", "block-progression-dimension", "-"},
-             {"height", "tb-rl", "inline-progression-dimension", "-"},
-             {"inline-progression-dimension", "lr-tb", "-", "width"},
-             {"inline-progression-dimension", "tb-rl", "-", "height"},
-             {"block-progression-dimension", "lr-tb", "-", "height"},
-             {"block-progression-dimension", "bt-lr", "-", "width"},
-             {"margin-top", "lr-tb", "space-before", "margin-top"},
-             {"space-before", "tb-rl", "space-before", "margin-right"},
-             {"padding-start", "rl-tb", "padding-start", "padding-right"},
-             {"border-left-color", "tb-rl", "border-after-color", "border-left-color"},
-             // Where the vocabulary lacks the combination, or there is no side at all.
-             {"border-start-precedence", "lr-tb", "border-start-precedence", "-"},
-             {"region-before", "lr-tb", "region-before", "-"},
-             {"top-position", "lr-tb", "-", "top-position"},
-             {"color", "lr-tb", "-", "-"},
-         }) {
-        const ZRWritingMode writing(named(mode));
-        EXPECT_EQ(shown(ZRSide::toRelativeName(named(name), writing)), relative) << name << mode;
-        EXPECT_EQ(shown(ZRSide::toAbsoluteName(named(name), writing)), absolute) << name << mode;
-    }
+    const auto names = [](const std::string& pair) {
+        const std::size_t blank = pair.find(' ');
+        const ZRName name = named(pair.substr(0, blank));
+        const ZRWritingMode writing(named(pair.substr(blank + 1)));
+        return shown(ZRSide::toRelativeName(name, writing)) + " "
+               + shown(ZRSide::toAbsoluteName(name, writing));
+    };
+    expectLines(names, R"(
+min-width lr-tb -> inline-progression-dimension -
+width tb-rl -> block-progression-dimension -
+max-height lr-tb -> block-progression-dimension -
+height tb-rl -> inline-progression-dimension -
+inline-progression-dimension lr-tb -> - width
+inline-progression-dimension tb-rl -> - height
+block-progression-dimension lr-tb -> - height
+block-progression-dimension bt-lr -> - width
+margin-top lr-tb -> space-before margin-top
+space-before tb-rl -> space-before margin-right
+padding-start rl-tb -> padding-start padding-right
+border-left-color tb-rl -> border-after-color border-left-color
+border-start-precedence lr-tb -> border-start-precedence -
+region-before lr-tb -> region-before -
+top-position lr-tb -> - top-position
+color lr-tb -> - -)");
 }
 
 }  // namespace

@@ -28,8 +28,8 @@ std::string describe(const ZRTokenizer& tokenizer) {
     }
 }
 
-std::string allTokens(const UnicodeString& source) {
-    ZRTokenizer tokenizer(source);
+std::string allTokens(const std::string& source) {
+    ZRTokenizer tokenizer(text(source));
     std::string all;
     while (tokenizer.nextToken() != -1) {
         all += (all.empty() ? "" : ", ") + describe(tokenizer);
@@ -39,68 +39,56 @@ std::string allTokens(const UnicodeString& source) {
     return all;
 }
 
-using Read = ZRValue (ZRTokenizer::*)();
-
-// Values by one reader up to the end, with their units where those do not print.
-std::string allValues(const UnicodeString& source, Read read) {
-    ZRTokenizer tokenizer(source);
-    std::string all;
-    for (ZRValue value = (tokenizer.*read)(); !value.isNull(); value = (tokenizer.*read)()) {
-        const std::string kind = value.isCharacter()       ? "char " + utf8(value.toString())
-                                 : value.isUnknownString() ? "unknown " + utf8(value.toString())
-                                                           : dump(value);
-        all += (all.empty() ? "" : ", ") + kind;
-    }
-    return all;
+auto allValues(ZRValue (ZRTokenizer::*read)()) {
+    return [read](const std::string& source) {
+        ZRTokenizer tokenizer(text(source));
+        std::string all;
+        for (ZRValue value = (tokenizer.*read)(); !value.isNull(); value = (tokenizer.*read)()) {
+            all += (all.empty() ? "" : ", ")
+                   + (value.isCharacter()       ? "char " + utf8(value.toString())
+                      : value.isUnknownString() ? "unknown " + utf8(value.toString())
+                                                : dump(value));
+        }
+        return all;
+    };
 }
 
 TEST(ZRTokenizer, SplitsATextIntoTokens) {
-    for (const auto& [source, tokens] : Rows<const char16_t*, const char*>{
-             {u"", ""},
-             {u" \t\r\n ", ""},
-             {u"\f", "char \f"},
-             {u".5pt,1em", "number 0.5pt, char ,, number 1em"},
-             {u"5. .", "number 5, char ."},
-             {u"50% 50 %", "number 50%, number 50, char %"},
-             {u"10PT-2.x", "number 10PT-2.x"},
-             {u"-1", "char -, number 1"},
-             {u"rgb(1 2)", "name rgb, char (, number 1, number 2, char )"},
-             {u"fo:block", "name fo, char :, name block"},
-             {u"\u00D7\u00F7\u00B7 \uF8FF", "name \u00D7\u00F7\u00B7, char \uF8FF"},
-             {u"'a\"b' \"\" 'c", "string a\"b, string , char ', name c"},
-             {u"#ABC #ABCD #12 #1", "colour AABBCC, colour 00ABCD, colour 001122, colour 000011"},
-             {u"#abcdef #FFFFFFFF", "colour ABCDEF, colour FFFFFFFF"},
-             {u"#123456789", "colour FFFFFFFF"},
-             {u"#GG #CMYK", "char #, name GG, colour 0000CC, name MYK"},
-         }) {
-        EXPECT_EQ(allTokens(source), tokens) << "for: " << utf8(source);
-    }
-    EXPECT_EQ(allTokens(UnicodeString(u"12\0ab", 5)), "number 12");
+    expectTexts(
+        allTokens,
+        {" -> ", " \t\r\n  -> ", "\f -> char \f", ".5pt,1em -> number 0.5pt, char ,, number 1em",
+         "5. . -> number 5, char .", "50% 50 % -> number 50%, number 50, char %",
+         "10PT-2.x -> number 10PT-2.x", "-1 -> char -, number 1",
+         "rgb(1 2) -> name rgb, char (, number 1, number 2, char )",
+         "fo:block -> name fo, char :, name block",
+         "\u00D7\u00F7\u00B7 \uF8FF -> name \u00D7\u00F7\u00B7, char \uF8FF",
+         "'a\"b' \"\" 'c -> string a\"b, string , char ', name c",
+         "#ABC #ABCD #12 #1 -> colour AABBCC, colour 00ABCD, colour 001122, colour 000011",
+         "#abcdef #FFFFFFFF -> colour ABCDEF, colour FFFFFFFF", "#123456789 -> colour FFFFFFFF",
+         "#GG #CMYK -> char #, name GG, colour 0000CC, name MYK"});
+    EXPECT_EQ(allTokens(std::string("12\0ab", 5)), "number 12");
     UnicodeString bogus;
     bogus.setToBogus();
-    EXPECT_EQ(allTokens(bogus), "");
+    EXPECT_EQ(ZRTokenizer(bogus).nextToken(), -1);
     ZRTokenizer surrogates(u"\U0001F600");  // one by one
     EXPECT_EQ(surrogates.nextToken(), 0xD83D);
     EXPECT_EQ(surrogates.nextToken(), 0xDE00);
 }
 
 TEST(ZRTokenizer, TooManyDigitsAreCharacters) {
-    EXPECT_EQ(allTokens(text(std::string(98, '1'))), "number 1.111111111e+97");
-    EXPECT_EQ(allTokens(text(std::string(100, '0') + "5pt")), "char 0, char 0, char 0, number 5pt");
-    EXPECT_EQ(allTokens(text("." + std::string(300, '1'))), "number 0.1111111111");
+    EXPECT_EQ(allTokens(std::string(98, '1')), "number 1.111111111e+97");
+    EXPECT_EQ(allTokens(std::string(100, '0') + "5pt"), "char 0, char 0, char 0, number 5pt");
+    EXPECT_EQ(allTokens("." + std::string(300, '1')), "number 0.1111111111");
 }
 
 TEST(ZRTokenizer, ReadsValuesWithTheirUnits) {
-    for (const auto& [source, values] : Rows<const char16_t*, const char*>{
-             {u"5 5.0 0.5 3000000000", "integer 5, integer 5, real 0.5, real 3e+09"},
-             {u"50% 1PT 2Hz 3\u212AHZ", "real 50%, real 1pt, real 2Hz, real 3kHz"},
-             {u"1twip 2grad 3S", "real 1twip, real 2grad, real 3s"},
-             {u"10foo 10pt-2", "integer 10, name foo, integer 10, name pt-2"},
-             {u"1\u0130n", "integer 1, name \u0130n"},
-             {u"'a' b , #F00", "string a, name b, char ,, integer #FF0000"},
-         }) {
-        EXPECT_EQ(allValues(source, &ZRTokenizer::nextTokenValue), values) << utf8(source);
-    }
+    expectTexts(allValues(&ZRTokenizer::nextTokenValue),
+                {"5 5.0 0.5 3000000000 -> integer 5, integer 5, real 0.5, real 3e+09",
+                 "50% 1PT 2Hz 3\u212AHZ -> real 50%, real 1pt, real 2Hz, real 3kHz",
+                 "1twip 2grad 3S -> real 1twip, real 2grad, real 3s",
+                 "10foo 10pt-2 -> integer 10, name foo, integer 10, name pt-2",
+                 "1\u0130n -> integer 1, name \u0130n",
+                 "'a' b , #F00 -> string a, name b, char ,, integer #FF0000"});
     ZRTokenizer tokenizer(u"12PT 1foo");
     tokenizer.nextTokenValue();
     EXPECT_EQ(tokenizer.sval, u"pt");
@@ -110,41 +98,28 @@ TEST(ZRTokenizer, ReadsValuesWithTheirUnits) {
 }
 
 TEST(ZRTokenizer, ReadsSignsAndExponents) {
-    for (const auto& [read, source, values] : Rows<Read, const char16_t*, const char*>{
-             {&ZRTokenizer::nextTokenValueSigned, u"-.5pt +3 -0",
-              "real -0.5pt, integer 3, integer 0"},
-             {&ZRTokenizer::nextTokenValueSigned, u"- 5 +a --1",
-              "char -, integer 5, char +, name a, char -, integer -1"},
-             {&ZRTokenizer::nextTokenValueSigned, u"-2147483648 2147483647",
-              "real -2.14748e+09, integer 2147483647"},
-             {&ZRTokenizer::nextTokenValueSigned, u"1e5", "integer 1, name e5"},
-             {&ZRTokenizer::nextTokenValueExp, u"1E3 1e2pt -1e-2 1e2%",
-              "real 1000, real 100pt, real -0.01, real 100%"},
-             {&ZRTokenizer::nextTokenValueExp, u"1e, 1e#12 1pt e",
-              "integer 1, name e, char ,, integer 1, "
-              "name e, integer #001122, real 1pt, name e"},
-             {&ZRTokenizer::nextTokenValueExp, u"1e999 1em", "real inf, real 1em"},
-         }) {
-        EXPECT_EQ(allValues(source, read), values) << utf8(source);
-    }
+    expectTexts(allValues(&ZRTokenizer::nextTokenValueSigned),
+                {"-.5pt +3 -0 -> real -0.5pt, integer 3, integer 0",
+                 "- 5 +a --1 -> char -, integer 5, char +, name a, char -, integer -1",
+                 "-2147483648 2147483647 -> real -2.14748e+09, integer 2147483647",
+                 "1e5 -> integer 1, name e5"});
+    expectTexts(allValues(&ZRTokenizer::nextTokenValueExp),
+                {"1E3 1e2pt -1e-2 1e2% -> real 1000, real 100pt, real -0.01, real 100%",
+                 "1e, 1e#12 1pt e -> integer 1, name e, char ,, integer 1, name e, "
+                 "integer #001122, real 1pt, name e",
+                 "1e999 1em -> real inf, real 1em"});
     ZRTokenizer doubles(u"1e-2 16777217 5pt a");
-    EXPECT_EQ(doubles.nextTokenDoubleExp(), 0.01);
-    EXPECT_EQ(doubles.nextTokenDoubleExp(), 16777217);
-    EXPECT_EQ(doubles.nextTokenDoubleExp(), 5);
-    EXPECT_EQ(doubles.nextTokenDoubleExp(), 0);
+    for (const double number : {0.01, 16777217.0, 5.0, 0.0}) {
+        EXPECT_EQ(doubles.nextTokenDoubleExp(), number);
+    }
 }
 
 TEST(ZRTokenizer, KeepsFunctionsAndGroupsAsTheyStand) {
-    for (const auto& [source, values] : Rows<const char16_t*, const char*>{
-             {u"rgb(1,2,3) a", "unknown rgb(1,2,3), name a"},
-             {u"f( g(1e2 ) , (')') ) x", "unknown f( g(1e2 ) , (')') ), name x"},
-             {u"rgb (1)", "name rgb, unknown (1)"},
-             {u"(a ) )", "unknown (a ), char )"},
-             {u"f(g(1) ", "unknown f(g(1) "},
-             {u"f('", "unknown f('"},
-         }) {
-        EXPECT_EQ(allValues(source, &ZRTokenizer::nextTokenValueFunc), values) << utf8(source);
-    }
+    expectTexts(allValues(&ZRTokenizer::nextTokenValueFunc),
+                {"rgb(1,2,3) a -> unknown rgb(1,2,3), name a",
+                 "f( g(1e2 ) , (')') ) x -> unknown f( g(1e2 ) , (')') ), name x",
+                 "rgb (1) -> name rgb, unknown (1)", "(a ) ) -> unknown (a ), char )",
+                 "f(g(1)  -> unknown f(g(1) ", "f(' -> unknown f('"});
 }
 
 TEST(ZRTokenizer, ReadsAnyDepthWithoutRecursion) {
@@ -208,12 +183,14 @@ TEST(ZRTokenizer, ACopyGoesOnFromTheSamePlace) {
 std::string items(const char16_t* source, char16_t separator) {
     ZRTokenizer tokenizer((UnicodeString(source)));
     std::string all;
-    for (UnicodeString item = tokenizer.nextSeparatedValue(separator); tokenizer.ttype != -1;
-         item = tokenizer.nextSeparatedValue(separator)) {
+    for (;;) {
+        const UnicodeString item = tokenizer.nextSeparatedValue(separator);
+        if (tokenizer.ttype == -1) {
+            return all;
+        }
         all += "[" + utf8(item) + "]";
         EXPECT_EQ(tokenizer.sval, item);
     }
-    return all;
 }
 
 TEST(ZRTokenizer, ReadsTheItemsOfAList) {

@@ -197,13 +197,10 @@ TEST(XmlParserEntities, AFailedOpeningCanBePassedOver) {
     EXPECT_EQ(parser->next(), ZRXmlParser::START_TAG);
 }
 
-std::string withSubset(const std::string& uri, const char* subset, const char* content = "&e;",
+std::string withSubset(const std::string& uri, FakeWeb::Resources resources,
+                       const char* content = "&e;",
                        const std::vector<ZRXmlParser::Feature>& features = {}) {
-    FakeWeb::Resources resources;
-    if (subset != nullptr) {
-        resources["http://h/" + uri] = subset;
-    }
-    const FakeWeb web(resources);
+    const FakeWeb web(std::move(resources));
     return xmlEvents("<!DOCTYPE a SYSTEM '" + uri + "' [<!ENTITY own 'o'>]><a>" + content + "</a>",
                      {.features = features, .baseUri = u"http://h/"});
 }
@@ -212,7 +209,7 @@ TEST(XmlParserEntities, ExternalSubsets) {
     int number = 0;
     const auto content = [&number](const std::string& subset) {
         const std::string uri = "subset" + std::to_string(++number) + ".dtd";
-        const std::string events = withSubset(uri, subset.c_str());
+        const std::string events = withSubset(uri, {{"http://h/" + uri, subset}});
         return events.substr(0, events.starts_with("throws") ? 11 : events.size());
     };
     expectLines(content, R"(
@@ -233,15 +230,14 @@ TEST(XmlParserEntities, ExternalSubsets) {
 }
 
 TEST(XmlParserEntities, AMissingExternalSubset) {
-    const auto own = [](const char* subset, std::vector<ZRXmlParser::Feature> features) {
-        return withSubset(subset == nullptr ? "missing.dtd" : "broken.dtd", subset, "&own;",
-                          features);
-    };
-    EXPECT_EQ(own(nullptr, {}), "throws 4099 Cannot open file: http://h/missing.dtd");
+    EXPECT_EQ(withSubset("missing.dtd", {}, "&own;"),
+              "throws 4099 Cannot open file: http://h/missing.dtd");
     for (const auto feature : {ZRXmlParser::FEATURE_IGNORE_EXTERNAL_SUBSET_ERRORS,
                                ZRXmlParser::FEATURE_SKIP_EXTERNAL_SUBSET}) {
-        EXPECT_EQ(own(nullptr, {feature}), "<a>  'o'  </a>  .");
-        EXPECT_EQ(own("<!ENTITY e>", {feature}), "<a>  'o'  </a>  .");
+        for (const char* uri : {"missing.dtd", "broken.dtd"}) {
+            EXPECT_EQ(withSubset(uri, {{"http://h/broken.dtd", "<!ENTITY e>"}}, "&own;", {feature}),
+                      "<a>  'o'  </a>  .");
+        }
     }
 }
 

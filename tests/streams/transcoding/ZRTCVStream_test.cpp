@@ -129,7 +129,7 @@ TEST(ZRTCVStream, SixteenBytesCanBePutBackBehindARefill) {
 }
 
 TEST(ZRTCVStream, ASlowSourceIsNotWaitedFor) {
-    StreamOver<SlowSourceBuf> source(repeated("\xA4\xA2", 100), 20);
+    StreamOver<PiecewiseBuf> source(repeated("\xA4\xA2", 100), 20);
     ZRTCVStream stream(&source, "EUC-JP");
     EXPECT_EQ(source.buffer.refills(), 1U);
     stream.ignore(21);

@@ -1,10 +1,9 @@
-// One document, whatever it is named by: the same tree comes from a file, out of a package, over
-// HTTP and out of a package over HTTP, with all that it brings in.
+// One document, whatever it is named by: the same tree comes from a file, out of a package, out of
+// one within that, over HTTP and out of a package over HTTP, with all that it brings in.
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,43 +20,49 @@ namespace {
 
 using Files = std::map<std::string, std::string>;
 
-/// Some files in a folder, in a package and on a server, which has the package too.
+/// Some files in a folder, in a package, in one within that and, where there is a client, on a
+/// server, which has the packages too.
 class EveryWay {
 public:
     explicit EveryWay(const Files& files) : m_files(files) {
         ZipBuilder builder;
-        for (const auto& [name, bytes] : m_files) {
+        for (const auto& [name, bytes] : files) {
             const auto path = std::filesystem::path(m_folder.path()) / name;
             std::filesystem::create_directories(path.parent_path());
             std::ofstream(path, std::ios::binary) << bytes;
             builder.deflated(name, bytes);
         }
+        builder.deflated("in/p.zip", builder.package());
         m_files["p.zip"] = builder.package();
         m_folder.write("p.zip", m_files["p.zip"]);
-        m_server.emplace([this](HttpConnection& connection, const std::string& path) {
-            answer(connection, path);
-        });
     }
 
     std::vector<std::string> namesOf(const std::string& file) const {
         const std::string path = m_folder.path() + "/";
-        return {path + file, "file://" + path + file, "jar:file://" + path + "p.zip!/" + file,
-                m_server->url("/" + file), "jar:" + m_server->url("/p.zip") + "!/" + file};
+        std::vector<std::string> names = {path + file, "file://" + path + file,
+                                          "jar:" + path + "p.zip!/" + file,
+                                          "jar:file://" + path + "p.zip!/" + file,
+                                          "jar:file://" + path + "p.zip!/in/p.zip!/" + file};
+#ifdef ZRO_TEST_HTTP
+        names.push_back(m_server.url("/" + file));
+        names.push_back("jar:" + m_server.url("/p.zip") + "!/" + file);
+#endif
+        return names;
     }
 
-    std::size_t requests() const { return m_server->requests().size(); }
+    std::size_t requests() const {
+        return m_server.requests().size();
+    }
 
 private:
-    void answer(HttpConnection& connection, const std::string& path) const {
+    TempFolder m_folder;
+    Files m_files;
+    HttpServer m_server{[this](HttpConnection& connection, const std::string& path) {
         const auto found = m_files.find(path.substr(1));
         connection.send(found == m_files.end()
                             ? "HTTP/1.1 404 Gone\r\nConnection: close\r\n\r\n"
                             : "HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n" + found->second);
-    }
-
-    TempFolder m_folder;
-    Files m_files;
-    std::optional<HttpServer> m_server;
+    }};
 };
 
 std::string treeOf(const std::string& uri) {
@@ -67,7 +72,7 @@ std::string treeOf(const std::string& uri) {
 }
 
 // Names in a DTD are looked for beside the text that refers to them.
-TEST(HttpDocuments, BringInSubsetsAndEntitiesAsFilesAndPackagesDo) {
+TEST(DocumentPlaces, AllBringInSubsetsAndEntities) {
     const EveryWay ways({
         {"docs/a.xml", "<!DOCTYPE a SYSTEM '../dtd/a.dtd' [<!ENTITY b SYSTEM 'parts/b.xml'>]>"
                        "<a>&b; &far;</a>"},
@@ -86,10 +91,12 @@ TEST(HttpDocuments, BringInSubsetsAndEntitiesAsFilesAndPackagesDo) {
     for (const std::string& name : ways.namesOf("docs/a.xml")) {
         EXPECT_EQ(treeOf(name), tree) << "for: " << name;
     }
+#ifdef ZRO_TEST_HTTP
     EXPECT_GE(ways.requests(), 7U) << "six resources, and the package";
+#endif
 }
 
-TEST(HttpDocuments, ExamplesLoadOverEveryWay) {
+TEST(DocumentPlaces, ExamplesLoadFromAll) {
     Files files;
     for (const char* name : {"letter.fo", "report.fo", "tategaki.fo"}) {
         std::ifstream stream(std::string(ZRO_EXAMPLES_DIR "/") + name, std::ios::binary);
@@ -103,6 +110,16 @@ TEST(HttpDocuments, ExamplesLoadOverEveryWay) {
             EXPECT_EQ(treeOf(name), tree) << "for: " << name;
         }
     }
+}
+
+// As with an address, nothing but the document itself has to be there.
+TEST(DocumentPlaces, AMissingDocumentIsAnErrorAndAMissingEntityIsEmpty) {
+    const TempFolder folder;
+    const std::string document = "<!DOCTYPE a [<!ENTITY b SYSTEM 'b.xml'>]><a>x&b;y</a>";
+    folder.write("p.zip", ZipBuilder().stored("a.xml", document).package());
+    const std::string package = "jar:" + folder.path() + "/p.zip!/";
+    EXPECT_EQ(treeOf(package + "a.xml"), "#document(a('xy'))");
+    EXPECT_EQ(errorOf([&] { treeOf(package + "no.xml"); }).substr(0, 6), "0x1003");
 }
 
 }  // namespace
