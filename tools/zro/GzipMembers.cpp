@@ -10,6 +10,7 @@
 
 #include "tools/zro/CheckedBytes.h"
 #include "tools/zro/Checksum.h"
+#include "tools/zro/Text.h"
 
 namespace zro {
 namespace {
@@ -59,13 +60,22 @@ public:
     bool skipTrailer(const std::string& trailer) {
         await(kTrailer);
         const std::string_view kept(eback(), static_cast<std::size_t>(egptr() - eback()));
-        const std::size_t found = kept.find(trailer);
+        std::size_t found = kept.find(trailer);
         if (found == kept.npos || kept.find(trailer.substr(4).append(kMemberStart)) < found + 4) {
             return false;
+        }
+        if (kept.compare(found + 1, kTrailer, trailer) == 0) {
+            ++found;  // an empty member has one nought more before its trailer of noughts
         }
         char* const behind = eback() + found + kTrailer;
         setg(behind, behind, egptr());
         return true;
+    }
+
+    /// Whether something comes but noughts, which fill up the blocks of tapes.
+    bool hasMore() {
+        await(1);
+        return ahead().find_first_not_of('\0') != std::string_view::npos;
     }
 
     /// The check value in the trailer, when this is the end of the data and its size is right.
@@ -155,6 +165,9 @@ private:
         m_before += m_sum.size();
         if (m_packed.buffer().skipTrailer(trailerOf(m_sum))) {
             m_hasMember = m_packed.buffer().beginMember();
+            if (!m_hasMember && m_packed.buffer().hasMore()) {
+                m_fault = "goes on with no gzip data behind byte " + withThousands(m_before);
+            }
         } else {
             const auto check = m_packed.buffer().lastCheck(m_sum.size());
             m_fault = wrongCrc32(m_sum, check.value_or(m_sum.crc32()), "trailer");

@@ -20,11 +20,15 @@ std::uint32_t signatureBehind(std::istream& package, const ZRZipFileEntry& entry
     return ZRZipEntry::getSignature(package);
 }
 
-// Whether the data come out as they were packed in, so that the header is about them.
-bool isUnpacked(const ZRZipFileEntry& entry) {
+// Why the data do not come out as they were packed in; empty when they do.
+std::string reasonNotUnpacked(const ZRZipFileEntry& entry) {
+    if ((entry.getFlags() & kEncrypted) != 0) {
+        return "is encrypted, which is not undone";
+    }
     const auto method = entry.getCompressionMethod();
-    return (entry.getFlags() & kEncrypted) == 0
-           && (method == ZroCommon::CMETHOD_STORED || method == ZroCommon::CMETHOD_DEFLATE);
+    return method == ZroCommon::CMETHOD_STORED || method == ZroCommon::CMETHOD_DEFLATE
+               ? ""
+               : "is packed by " + methodName(entry) + ", which is not undone";
 }
 
 // Some writers leave noughts where they have descriptors.
@@ -69,21 +73,25 @@ std::string faultOfData(std::istream& package, const ZRZipFileEntry& entry, cons
         && signatureBehind(package, entry) != ZRZipEntry::kDescriptorSignature) {
         return "has its size only behind its data: zro zip why tells";
     }
-    if (isUnpacked(entry) && entry.getCompressedSize() == kInZip64Field) {
+    if (const std::string reason = reasonNotUnpacked(entry); !reason.empty()) {
+        return reason;
+    }
+    if (entry.getCompressedSize() == kInZip64Field) {
         return given.crc32() == entry.getCrc32()
                    ? ""
                    : "has its size only in a ZIP64 field, which is not read";
     }
-    const bool isWhole = isUnpacked(entry) && isChecked(entry);
-    const std::uint64_t size = isWhole ? entry.getUncompressedSize() : entry.getCompressedSize();
+    const std::uint64_t size =
+        isChecked(entry) ? entry.getUncompressedSize() : entry.getCompressedSize();
     if (given.size() < size) {
         return damagedBehind(given.size(), size);
     }
-    if (isWhole && given.size() > size) {
-        return "is damaged: it has " + counted(given.size(), "byte") + ", and "
-               + withThousands(size) + " by its header";
+    if (!isChecked(entry)) {
+        return "";
     }
-    return isWhole ? wrongCrc32(given, entry.getCrc32(), "header") : "";
+    return given.size() > size ? "is damaged: it has " + counted(given.size(), "byte") + ", and "
+                                     + withThousands(size) + " by its header"
+                               : wrongCrc32(given, entry.getCrc32(), "header");
 }
 
 std::string methodName(const ZroCommon::ZRZipFileEntry& entry) {

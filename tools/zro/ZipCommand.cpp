@@ -237,7 +237,8 @@ void why(Session& session, const Options& options) {
                      "has no directory where its walk ends: entries may be out of reach");
     }
     if (report.damaged() > 0) {
-        session.fail(options.file, "not whole: " + counted(report.damaged(), "entry", "entries"));
+        session.fail(options.file,
+                     "not wholly readable: " + counted(report.damaged(), "entry", "entries"));
     }
 }
 
