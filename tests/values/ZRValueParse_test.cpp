@@ -65,78 +65,71 @@ TEST(ZRValueParse, TypesNamesAndQuotedStringsAlone) {
                         "#ff0000 -> unknown", "a b -> unknown", " -> unknown"});
 }
 
-// What a colour of another form prints, and the same from what was printed.
-void expectColor(const char16_t* source, bool extended, const std::string& printed) {
-    const ZRValue color = ZRValue::parseColor(source, extended);
-    EXPECT_EQ(shown(color, source), printed) << utf8(source);
-    if (color.isColor()) {
-        EXPECT_EQ(dump(ZRValue::parseColor(color.toString(), true)), printed) << utf8(source);
+// What a colour gives, and the same from what it prints when it has another form than RGB.
+auto colour(bool extended) {
+    return [extended](const std::string& source) {
+        const ZRValue color = ZRValue::parseColor(text(source), extended);
+        const std::string result = shown(color, text(source));
+        if (color.isColor()) {
+            EXPECT_EQ(dump(ZRValue::parseColor(color.toString(), true)), result) << source;
+        }
+        return result;
+    };
+}
+
+void expectNoColours(std::initializer_list<const char*> sources, bool extended) {
+    for (const char* source : sources) {
+        EXPECT_EQ(colour(extended)(source), "unknown") << source;
     }
 }
 
 TEST(ZRValueParse, ReadsColours) {
-    for (const auto& [source, value] : ParseCases{
-             {u"#f00", "integer #FF0000"},
-             {u"red", "name red"},
-             {u"nonsense", "name nonsense"},
-             {u"rgb(255,0,0)", "integer #FF0000"},
-             {u"rgb ( 100% 0%, 50% ) ", "integer #FF0080"},
-             {u"rgb(1 2 3,)", "integer #010203"},
-             {u"rgb(300,-5,1.5)", "integer #FF0002"},
-             {u"rgb(3000000000,0,0)", "integer #FF0000"},
-             {u" #123456789 ", "integer #FFFFFFFF"},
-         }) {
-        EXPECT_EQ(shown(ZRValue::parseColor(source, false), source), value) << utf8(source);
-        EXPECT_EQ(shown(ZRValue::parseColor(source, true), source), value) << utf8(source);
-    }
-    for (const char16_t* source :
-         {u"rgb(1pt 2foo,3)", u"rgb(1,,2)", u"rgb(1,2)", u"rgb(1,2,3", u"rgb(1,2,3) x",
-          u"rgb(#1,2,3)", u"RGB(1,2,3)", u"nonsense()", u"red blue", u"12pt", u"'red'", u""}) {
-        expectColor(source, false, "unknown");
-        expectColor(source, true, "unknown");
+    for (const bool extended : {false, true}) {
+        expectTexts(colour(extended),
+                    {"#f00 -> integer #FF0000", "red -> name red", "nonsense -> name nonsense",
+                     "rgb(255,0,0) -> integer #FF0000", "rgb ( 100% 0%, 50% )  -> integer #FF0080",
+                     "rgb(1 2 3,) -> integer #010203", "rgb(300,-5,1.5) -> integer #FF0002",
+                     "rgb(3000000000,0,0) -> integer #FF0000",
+                     " #123456789  -> integer #FFFFFFFF"});
+        expectNoColours({"rgb(1pt 2foo,3)", "rgb(1,,2)", "rgb(1,2)", "rgb(1,2,3", "rgb(1,2,3) x",
+                         "rgb(#1,2,3)", "RGB(1,2,3)", "nonsense()", "red blue", "12pt", "'red'",
+                         ""},
+                        extended);
     }
 }
 
 TEST(ZRValueParse, ReadsTheOtherFormsOfColours) {
-    for (const auto& [source, printed] : ParseCases{
-             {u"rgb-icc(1,2,3,#CMYK,1,0,.5,0)", "map #010203 icc-color(#CMYK,1,0,0.5,0)"},
-             {u"rgb-icc(1 2 3 #GRAYSCALE 50%)", "map #010203 icc-color(#GRAYSCALE,0.5)"},
-             {u"rgb-icc(#CMYK,1,0,0,0)", "map #00FFFF icc-color(#CMYK,1,0,0,0)"},
-             {u"rgb-icc(#GRAYSCALE,0.5)", "map #808080 icc-color(#GRAYSCALE,0.5)"},
-             {u"rgb-icc(1,2,3,sRGB,1,2)", "map #010203 icc-color(sRGB,1,2,0,0)"},
-             {u"rgb-icc(1,2,3,#SEPARATION,'A b')", "map #010203 icc-color(#SEPARATION,\"A b\",1)"},
-             {u"rgb-icc(#SPOTCOLOR,Gold,.5)", "map rgb-icc(#SEPARATION,\"Gold\",0.5)"},
-             {u"rgb-icc(#REGISTRATION,.5)", "map rgb-icc(#SEPARATION,\"All\",0.5)"},
-             {u"rgb-icc(#SEPARATION,Gold,1,0,0,1,0)",
-              "map rgb-icc(#SEPARATION,\"Gold\",1,0,0,1,0)"},
-         }) {
-        expectColor(source, false, printed);
-    }
-    for (const char16_t* source :
-         {u"rgb-icc(1,2,3,#CMYK,1,0,0)", u"rgb-icc(1,2,3,#CMYK,1,0,0,0,0)",
-          u"rgb-icc(1,2,3,#GRAYSCALE)", u"rgb-icc(1,2,3,#OTHER,1)", u"rgb-icc(1,2,3,)",
-          u"rgb-icc(1,2,3,p,-1)", u"rgb-icc(1,2,3,p,1,2,3,4,5)", u"rgb-icc(1,2,3,#SEPARATION,'A')x",
-          u"rgb-icc(1,2,p)"}) {
-        expectColor(source, false, "unknown");
-    }
+    expectLines(colour(false), R"(
+rgb-icc(1,2,3,#CMYK,1,0,.5,0) -> map #010203 icc-color(#CMYK,1,0,0.5,0)
+rgb-icc(1 2 3 #GRAYSCALE 50%) -> map #010203 icc-color(#GRAYSCALE,0.5)
+rgb-icc(#CMYK,1,0,0,0) -> map #00FFFF icc-color(#CMYK,1,0,0,0)
+rgb-icc(#GRAYSCALE,0.5) -> map #808080 icc-color(#GRAYSCALE,0.5)
+rgb-icc(1,2,3,sRGB,1,2) -> map #010203 icc-color(sRGB,1,2,0,0)
+rgb-icc(1,2,3,#SEPARATION,'A b') -> map #010203 icc-color(#SEPARATION,"A b",1)
+rgb-icc(#SPOTCOLOR,Gold,.5) -> map rgb-icc(#SEPARATION,"Gold",0.5)
+rgb-icc(#REGISTRATION,.5) -> map rgb-icc(#SEPARATION,"All",0.5)
+rgb-icc(#SEPARATION,Gold,1,0,0,1,0) -> map rgb-icc(#SEPARATION,"Gold",1,0,0,1,0))");
+    expectNoColours({"rgb-icc(1,2,3,#CMYK,1,0,0)", "rgb-icc(1,2,3,#CMYK,1,0,0,0,0)",
+                     "rgb-icc(1,2,3,#GRAYSCALE)", "rgb-icc(1,2,3,#OTHER,1)", "rgb-icc(1,2,3,)",
+                     "rgb-icc(1,2,3,p,-1)", "rgb-icc(1,2,3,p,1,2,3,4,5)",
+                     "rgb-icc(1,2,3,#SEPARATION,'A')x", "rgb-icc(1,2,p)"},
+                    false);
 }
 
 TEST(ZRValueParse, AFormBehindAColourIsAnExtension) {
-    for (const auto& [source, printed] : ParseCases{
-             {u"#F00 icc-color(#CMYK,0,1,1,0)", "map #FF0000 icc-color(#CMYK,0,1,1,0)"},
-             {u"rgb(255,0,0) icc-color( p , 1 )", "map #FF0000 icc-color(p,1,0,0,0)"},
-             {u"Red icc-color(#GRAYSCALE,0)", "map #FF0000 icc-color(#GRAYSCALE,0)"},
-             {u"icc-color(#CMYK,1,0,0,0)", "map #00FFFF icc-color(#CMYK,1,0,0,0)"},
-             {u"icc-color(p,1,0,0)", "map #FF0000 icc-color(p,1,0,0,0)"},
-         }) {
-        expectColor(source, true, printed);
-        EXPECT_TRUE(ZRValue::parseColor(source, false).isUnknownString()) << utf8(source);
-    }
-    for (const char16_t* source :
-         {u"nonsense icc-color(p,1)", u"#F00 icc-color(p,1", u"#F00 icc-color", u"#F00 other(p,1)",
-          u"icc-color(#CMYK)", u"transparent icc-color(#OTHER,1)"}) {
-        expectColor(source, true, "unknown");
-    }
+    expectLines(colour(true), R"(
+#F00 icc-color(#CMYK,0,1,1,0) -> map #FF0000 icc-color(#CMYK,0,1,1,0)
+rgb(255,0,0) icc-color( p , 1 ) -> map #FF0000 icc-color(p,1,0,0,0)
+Red icc-color(#GRAYSCALE,0) -> map #FF0000 icc-color(#GRAYSCALE,0)
+icc-color(#CMYK,1,0,0,0) -> map #00FFFF icc-color(#CMYK,1,0,0,0)
+icc-color(p,1,0,0) -> map #FF0000 icc-color(p,1,0,0,0))");
+    expectNoColours({"#F00 icc-color(#CMYK,0,1,1,0)", "rgb(255,0,0) icc-color( p , 1 )",
+                     "Red icc-color(#GRAYSCALE,0)", "icc-color(#CMYK,1,0,0,0)",
+                     "icc-color(p,1,0,0)"},
+                    false);
+    expectNoColours({"nonsense icc-color(p,1)", "#F00 icc-color(p,1", "#F00 icc-color",
+                     "#F00 other(p,1)", "icc-color(#CMYK)", "transparent icc-color(#OTHER,1)"},
+                    true);
 }
 
 }  // namespace
