@@ -180,8 +180,8 @@ TEST(ZRUtil, ParsesHexadecimalNumbers) {
         {u"12 34", 4, "12| 34"},
         {u"FFFFFFFF", 0, "FFFFFFFF|"},
         {u"123456789", 0, "FFFFFFFF|"},
-        {u"0x1F", 0, "0|x1F"},
         {u"00000000123", 0, "123|"},
+        {u"0x1F", 0, "0|x1F"},
         {u"", 0, "0|"},
         {u"-1", 0, "0|-1"},
         {u"  g", 0, "0|g"}};  // unlike a number's, the white space is taken
@@ -220,101 +220,108 @@ TEST(ZRUtil, PrintsNumbersInAnyLocale) {
     EXPECT_FALSE(ZRUtil::isNaN(std::numeric_limits<float>::infinity()));
 }
 
-constexpr auto kBoth = ZRUtil::QUOTE_DOUBLE | ZRUtil::QUOTE_SINGLE;
-constexpr ZRUtil::QuoteMode kEscapes = ZRUtil::QUOTE_BACKSLASH;
+using Mode = ZRUtil::QuoteMode;
 
-// Calls `function` with what stands behind the mode in a row such as `"'2\:text`: the quotes that
-// count, whether they may be doubled, and whether there are escapes.
-template <class Function>
-auto withMode(Function function) {
-    return [function](const std::string& row) {
-        const std::string letters = row.substr(0, row.find(':'));
-        ZRUtil::QuoteMode mode{};
-        for (const char letter : letters) {
-            mode = mode
-                   | (letter == '"'    ? ZRUtil::QUOTE_DOUBLE
-                      : letter == '\'' ? ZRUtil::QUOTE_SINGLE
-                      : letter == '2'  ? ZRUtil::QUOTE_DOUBLING
-                                       : kEscapes);
-        }
-        return function(text(row.substr(letters.size() + 1)), mode);
-    };
-}
+constexpr Mode kPlain{};
+constexpr Mode kDouble = ZRUtil::QUOTE_DOUBLE;
+constexpr Mode kSingle = ZRUtil::QUOTE_SINGLE;
+constexpr Mode kBoth = ZRUtil::QUOTE_DOUBLE | ZRUtil::QUOTE_SINGLE;
+constexpr Mode kDoubling = ZRUtil::QUOTE_DOUBLING;
+constexpr Mode kEscapes = ZRUtil::QUOTE_BACKSLASH;
+
 std::string shown(const UnicodeString& result) {
     return result.isBogus() ? "bogus" : utf8(result);
 }
 
 TEST(ZRUtil, QuotesStrings) {
-    const auto quoted = withMode([](const UnicodeString& plain, ZRUtil::QuoteMode mode) {
-        return utf8(ZRUtil::quoteString(plain, mode));
-    });
-    expectTexts(quoted,
-                {R"(:a -> a)", R"("': -> "")", R"("':a -> "a")", R"("':a"b -> 'a"b')",
-                 R"("':a'b -> "a'b")", R"("':a"b'c -> "a"b'c")", "\\:\"'\n -> \"'\\A",
-                 R"("2:a"b -> "a""b")", R"('2:'a''b' -> '''a''''b''')", R"("'2:a"b'c -> "a""b'c")",
-                 "\"\\:a\nb -> \"a\\A b\"", "\"\\:a\nx -> \"a\\Ax\"",
-                 "'\\:\n\r\f\\ -> '\\A \\D \\C\\5C'", R"('\:a\ b\ -> 'a\5C  b\5C')",
-                 R"("'\:"F' -> "\22 F'")", R"('2\:a'b -> 'a\27 b')",
-                 "\"\\:\u00E9\U0001F600 -> \"\u00E9\U0001F600\""});
+    const auto quoted = [](const char* plain, Mode mode) {
+        return utf8(ZRUtil::quoteString(text(plain), mode));
+    };
+    const Rows<const char*, Mode, const char*> cases = {
+        {"a", kPlain, "a"},
+        {"", kBoth, "\"\""},
+        {"a", kBoth, "\"a\""},
+        {"a\"b", kBoth, "'a\"b'"},
+        {"a'b", kBoth, "\"a'b\""},
+        {"a\"b'c", kBoth, "\"a\"b'c\""},
+        {"\"'\n", kEscapes, "\"'\\A"},
+        {"a\"b", kDouble | kDoubling, "\"a\"\"b\""},
+        {"'a''b'", kSingle | kDoubling, "'''a''''b'''"},
+        {"a\"b'c", kBoth | kDoubling, "\"a\"\"b'c\""},
+        {"a\nb", kDouble | kEscapes, "\"a\\A b\""},
+        {"a\nx", kDouble | kEscapes, "\"a\\Ax\""},
+        {"\n\r\f\\", kSingle | kEscapes, "'\\A \\D \\C\\5C'"},
+        {"a\\ b\\", kSingle | kEscapes, "'a\\5C  b\\5C'"},
+        {"\"F'", kBoth | kEscapes, "\"\\22 F'\""},
+        {"a'b", kSingle | kEscapes | kDoubling, "'a\\27 b'"},
+        {"\u00E9\U0001F600", kDouble | kEscapes, "\"\u00E9\U0001F600\""}};
+    expectRows(quoted, cases);
 }
 
-std::string parsedString(const UnicodeString& text, ZRUtil::QuoteMode mode) {
-    UnicodeString quoted(text);
-    const char16_t* const start = quoted.getTerminatedBuffer();
+// "text|rest"; all is left behind "bogus".
+std::string parsedString(const char16_t* quoted, Mode mode) {
     const char16_t* end = nullptr;
-    const std::string result = shown(ZRUtil::parseString(start, &end, mode));
-    EXPECT_EQ(shown(ZRUtil::parseString(start, nullptr, mode)), result) << utf8(text);
-    EXPECT_TRUE(result != "bogus" || end == start) << utf8(text);
+    const std::string result = shown(ZRUtil::parseString(quoted, &end, mode));
+    EXPECT_EQ(shown(ZRUtil::parseString(quoted, nullptr, mode)), result) << utf8(quoted);
+    EXPECT_TRUE(result != "bogus" || end == quoted) << utf8(quoted);
     return result == "bogus" ? result : result + "|" + utf8(end);
 }
 
 TEST(ZRUtil, ParsesQuotedStrings) {
-    expectTexts(withMode(parsedString), {R"(":"a"b -> a|b)",
-                                         "\"': \t\r\n\f'a'  -> a| ",
-                                         R"("':'a''b' -> a|'b')",
-                                         R"("':'a\41' -> a\41|)",
-                                         R"(":'a' -> bogus)",
-                                         R"("': a -> bogus)",
-                                         R"("': -> bogus)",
-                                         R"("':"a' -> bogus)",
-                                         R"("':" -> bogus)",
-                                         R"(: 'a' ->  'a'|)",
-                                         R"(: -> |)",
-                                         R"(\: a\42 \ ->  aB|)",
-                                         R"("'2:'a''b' -> a'b|)",
-                                         R"("'2:'''' -> '|)",
-                                         R"("'2:'a""' -> a""|)",
-                                         R"("'2:''' -> bogus)",
-                                         R"("\:"a\41 b" -> aAb|)",
-                                         R"("\:"\000041b" -> Ab|)",
-                                         "\"'\\:'\\41\r\nb' -> A\nb|",
-                                         R"("'\:'\22\'\\\z' -> "'\z|)",
-                                         "\"'\\:'\\1F600' -> \U0001F600|",
-                                         "\"'\\:'\\110000\\FFFFFF' -> \uFFFD\uFFFD|",
-                                         R"("'\:'a\' -> bogus)",
-                                         R"("'\:'a\ -> bogus)"});
+    const Rows<const char16_t*, Mode, const char*> cases = {
+        {u"\"a\"b", kDouble, "a|b"}, {u" \t\r\n\f'a' ", kBoth, "a| "},
+        {u"'a''b'", kBoth, "a|'b'"}, {u"'a\\41'", kBoth, "a\\41|"},
+        {u"'a'", kDouble, "bogus"},  {u" a", kBoth, "bogus"},
+        {u"", kBoth, "bogus"},       {u"\"a'", kBoth, "bogus"},
+        {u"\"", kBoth, "bogus"},     {u" 'a'", kPlain, " 'a'|"},
+        {u"", kPlain, "|"},          {u" a\\42 \\", kEscapes, " aB|"}};
+    expectRows(parsedString, cases);
+    const Rows<const char16_t*, Mode, const char*> special = {
+        {u"'a''b'", kBoth | kDoubling, "a'b|"},
+        {u"''''", kBoth | kDoubling, "'|"},
+        {u"'a\"\"'", kBoth | kDoubling, "a\"\"|"},
+        {u"'''", kBoth | kDoubling, "bogus"},
+        {u"\"a\\41 b\"", kDouble | kEscapes, "aAb|"},
+        {u"\"\\000041b\"", kDouble | kEscapes, "Ab|"},
+        {u"'\\41\r\nb'", kBoth | kEscapes, "A\nb|"},
+        {u"'\\22\\'\\\\\\z'", kBoth | kEscapes, "\"'\\z|"},
+        {u"'\\1F600'", kBoth | kEscapes, "\U0001F600|"},
+        {u"'\\110000\\FFFFFF'", kBoth | kEscapes, "\uFFFD\uFFFD|"},
+        {u"'a\\'", kBoth | kEscapes, "bogus"},
+        {u"'a\\", kBoth | kEscapes, "bogus"}};
+    expectRows(parsedString, special);
     EXPECT_EQ(ZRUtil::parseString(u"\\0", nullptr, kEscapes), UnicodeString(1, UChar32{0}, 1));
     EXPECT_EQ(ZRUtil::parseString(u"\\D800", nullptr, kEscapes).charAt(0), 0xD800);
 }
 
 // On purpose: CR LF behind a backslash is dropped, a line end of one character is not.
 TEST(ZRUtil, ABackslashKeepsALineEndOfOneCharacter) {
-    expectTexts(withMode(parsedString), {"\"'\\:'a\\\r\nb' -> ab|", "\"'\\:'a\\\nb' -> a\nb|",
-                                         "\"'\\:'a\\\rb' -> a\rb|", "\"'\\:'a\\\fb' -> a\fb|"});
+    EXPECT_EQ(parsedString(u"'a\\\r\nb'", kBoth | kEscapes), "ab|");
+    EXPECT_EQ(parsedString(u"'a\\\nb'", kBoth | kEscapes), "a\nb|");
+    EXPECT_EQ(parsedString(u"'a\\\rb'", kBoth | kEscapes), "a\rb|");
+    EXPECT_EQ(parsedString(u"'a\\\fb'", kBoth | kEscapes), "a\fb|");
 }
 
 TEST(ZRUtil, UnquotesStrings) {
-    const auto unquoted = withMode([](const UnicodeString& quoted, ZRUtil::QuoteMode mode) {
-        return shown(ZRUtil::unquoteString(quoted, mode));
-    });
-    expectTexts(unquoted, {R"("': 'a b'  -> a b)", "\"':\u3000'a'\u2028 -> a", R"("':'a'b' -> a'b)",
-                           R"(\: a\42  -> aB)", R"(: a  -> a)", R"("':'a'b" -> bogus)",
-                           R"("':'a' x -> bogus)", R"("':a -> bogus)", R"("': -> bogus)",
-                           R"("'2:'a'b' -> bogus)", R"("'\:'a'b' -> bogus)"});
+    const auto unquoted = [](const char* quoted, Mode mode) {
+        return shown(ZRUtil::unquoteString(text(quoted), mode));
+    };
+    const Rows<const char*, Mode, const char*> cases = {{" 'a b' ", kBoth, "a b"},
+                                                        {"\u3000'a'\u2028", kBoth, "a"},
+                                                        {"'a'b'", kBoth, "a'b"},
+                                                        {" a\\42 ", kEscapes, "aB"},
+                                                        {" a ", kPlain, "a"},
+                                                        {"'a'b\"", kBoth, "bogus"},
+                                                        {"'a' x", kBoth, "bogus"},
+                                                        {"a", kBoth, "bogus"},
+                                                        {"", kBoth, "bogus"},
+                                                        {"'a'b'", kBoth | kDoubling, "bogus"},
+                                                        {"'a'b'", kBoth | kEscapes, "bogus"}};
+    expectRows(unquoted, cases);
     UnicodeString bogus;
     bogus.setToBogus();
     EXPECT_EQ(shown(ZRUtil::unquoteString(bogus, kBoth)), "bogus");
-    EXPECT_EQ(shown(ZRUtil::unquoteString(bogus, {})), "");
+    EXPECT_EQ(shown(ZRUtil::unquoteString(bogus, kPlain)), "");
 }
 
 TEST(ZRUtil, QuotesUris) {

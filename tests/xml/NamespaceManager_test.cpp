@@ -84,8 +84,13 @@ TEST_F(NamespaceScopes, DepthCostsNothing) {
     }
 }
 
+// The rule as it is told: a walk from the innermost scope outwards.
 class Walk {
 public:
+    void push() { m_scopes.emplace_back(); }
+    void pop() { m_scopes.pop_back(); }
+    std::size_t size() const { return m_scopes.size(); }
+
     struct Scope {
         bool hasElement = false;
         int prefix = 0;
@@ -93,25 +98,27 @@ public:
         std::map<int, int> declarations;
     };
 
+    Scope& innermost() { return m_scopes.back(); }
     void setElement(int prefix, int uri) {
-        scopes.back() = {true, prefix, uri, scopes.back().declarations};
+        m_scopes.back() = {true, prefix, uri, m_scopes.back().declarations};
     }
 
     bool declare(int prefix, int uri) {
         const bool isNews = lookup(prefix) != uri;
         if (isNews) {
-            scopes.back().declarations[prefix] = uri;
+            m_scopes.back().declarations[prefix] = uri;
         }
         return isNews;
     }
 
     int lookup(int prefix) const {
-        for (auto scope = scopes.rbegin(); scope != scopes.rend(); ++scope) {
-            if (scope->prefix == prefix && scope->uri != 0) {
-                return scope->uri;
+        for (std::size_t i = m_scopes.size(); i > 0; --i) {
+            const Scope& scope = m_scopes[i - 1];
+            if (scope.prefix == prefix && scope.uri != 0) {
+                return scope.uri;
             }
-            const auto found = scope->declarations.find(prefix);
-            if (found != scope->declarations.end() && (found->second != 0 || prefix == 0)) {
+            const auto found = scope.declarations.find(prefix);
+            if (found != scope.declarations.end() && (found->second != 0 || prefix == 0)) {
                 return found->second;
             }
         }
@@ -119,8 +126,8 @@ public:
     }
 
     int findPrefix(int uri) const {
-        for (auto scope = scopes.rbegin(); scope != scopes.rend(); ++scope) {
-            for (const auto& [prefix, value] : scope->declarations) {
+        for (std::size_t i = m_scopes.size(); i > 0; --i) {
+            for (const auto& [prefix, value] : m_scopes[i - 1].declarations) {
                 if (uri != 0 && value == uri && lookup(prefix) == uri) {
                     return prefix;
                 }
@@ -129,7 +136,8 @@ public:
         return 0;
     }
 
-    std::vector<Scope> scopes{1};
+private:
+    std::vector<Scope> m_scopes{1};
 };
 
 // Names are plain numbers here: 0 to 3 as prefixes, 0 and 11 to 13 as URIs.
@@ -137,7 +145,7 @@ ZRNameEnum number(int value) {
     return static_cast<ZRNameEnum>(value);
 }
 
-void expectAgreement(const NamespaceManager& manager, const Walk& walk) {
+void expectAgreement(const NamespaceManager& manager, Walk& walk) {
     for (int prefix = 0; prefix < 4; ++prefix) {
         ASSERT_EQ(manager.lookup(number(prefix)), number(walk.lookup(prefix))) << prefix;
     }
@@ -145,9 +153,9 @@ void expectAgreement(const NamespaceManager& manager, const Walk& walk) {
         ASSERT_EQ(manager.findPrefix(number(uri)), number(walk.findPrefix(uri))) << uri;
     }
     const NamespaceMap declared = manager.declarations();
-    const auto& expected = walk.scopes.back().declarations;
-    const auto inherited = walk.scopes.size() == 1 ? 2U : 0U;  // those of the base: not in the walk
-    ASSERT_EQ(declared.size(), expected.size() + inherited);
+    const auto& expected = walk.innermost().declarations;
+    const int inherited = walk.size() == 1 ? 2 : 0;  // the base has two that the walk does not know
+    ASSERT_EQ(declared.size(), expected.size() + static_cast<std::size_t>(inherited));
     ASSERT_EQ(manager.declarationCount(manager.depth()), static_cast<int>(declared.size()));
     int index = 0;  // in order of the numbers, and those of the base are higher
     for (const auto& [prefix, uri] : expected) {
@@ -163,13 +171,13 @@ TEST_F(NamespaceScopes, AgreeWithTheWalkOnRandomNestings) {
         const auto choice = random() % 8;
         const int prefix = static_cast<int>(random() % 4);
         const int uri = random() % 4 == 0 ? 0 : static_cast<int>(11 + random() % 3);
-        if (choice < 2 && walk.scopes.size() < 12) {
-            walk.scopes.emplace_back();
+        if (choice < 2 && walk.size() < 12) {
+            walk.push();
             m_manager->pushScope();
-        } else if (choice == 2 && walk.scopes.size() > 1) {
-            walk.scopes.pop_back();
+        } else if (choice == 2 && walk.size() > 1) {
+            walk.pop();
             m_manager->popScope();
-        } else if (choice == 3 && walk.scopes.size() > 1 && !walk.scopes.back().hasElement) {
+        } else if (choice == 3 && walk.size() > 1 && !walk.innermost().hasElement) {
             walk.setElement(prefix, uri);
             m_manager->setElement(number(prefix), number(uri), ZRN_block);
         } else {

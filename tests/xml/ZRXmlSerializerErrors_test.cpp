@@ -1,8 +1,10 @@
 #include <algorithm>
 #include <fstream>
+#include <functional>
 #include <sstream>
 #include <stdexcept>
 #include <streambuf>
+#include <vector>
 
 #include "tests/support/NamesStay.h"
 #include "tests/support/Skips.h"
@@ -11,39 +13,67 @@
 namespace ZroCommon::testing {
 namespace {
 
+using Serializer = ZRXmlSerializer;
+
 TEST(ZRXmlSerializerErrors, RefusesWrongCalls) {
-    const auto refusal = [](const std::string& calls) {
-        return errorOf([&] { Writing().run(calls); });
-    };
-    expectLines(refusal, R"(
-*  * -> 0x080C SYSTEM ERROR: startDocument() must be called just after setOutput().
- [ZroCommon::XmlSerializerImpl::startDocumen]
-<block  'x  @id=x -> 0x080D SYSTEM ERROR: attribute() must be called just after startTag().
- [ZroCommon::XmlSerializerImpl::attributeSub]
-'x  @{http://www.w3.org/2000/xmlns/}xmlns:id=x -> 0x080D SYSTEM ERROR: attribute() must be called just after startTag().
- [ZroCommon::XmlSerializerImpl::attributeSub]
-/block -> 0x080E SYSTEM ERROR: Unexpected endTag(). [ZroCommon::XmlSerializerImpl::endTagt]
-^p=urn:1  / -> 0x080E SYSTEM ERROR: Unexpected endTag(). [ZroCommon::XmlSerializerImpl::endTagt]
-<{urn:1}p:block  /{urn:1}flow -> 0x080F SYSTEM ERROR: End tag 'p:flow' does not match the start
- tag 'p:block'. [ZroCommon::XmlSerializerImpl::endTagt]
-<block  /{urn:1}block -> 0x080F SYSTEM ERROR: End tag '{urn:1}:block' does not match the start
- tag 'block'. [ZroCommon::XmlSerializerImpl::endTagt]
-#a -> 0x0810 SYSTEM ERROR: Unexpected docdecl(). []
-*  <block  #a -> 0x0810 SYSTEM ERROR: Unexpected docdecl(). [])");
+    const NamesStay names;
+    const ZRName uri = name("urn:1");
+    const ZRName p = name("p");
+    const std::string late = "0D attribute() must be called just after startTag(). attributeSub";
+    for (const auto& [calls, error] : Rows<std::function<void()>, std::string>{
+             {[] { Writing().document().document(); },
+              "0C startDocument() must be called just after setOutput(). startDocumen"},
+             {[] { Writing().start(ZRN_block).text(u"x").attribute(ZRN_id, u"x"); }, late},
+             {[] { Writing().text(u"x").attribute(ZRN_ns_xmlns, ZRN_xmlns, ZRN_id, u"x"); }, late},
+             {[] { Writing().end(ZRN_block); }, "0E Unexpected endTag(). endTagt"},
+             {[&] { Writing().call(&Serializer::setPrefix, p, uri).end(kNone); },
+              "0E Unexpected endTag(). endTagt"},
+             {[&] { Writing().start(uri, p, ZRN_block).end(uri, ZRN_flow); },
+              "0F End tag 'p:flow' does not match the start tag 'p:block'. endTagt"},
+             {[&] { Writing().start(ZRN_block).end(uri, ZRN_block); },
+              "0F End tag '{urn:1}:block' does not match the start tag 'block'. endTagt"},
+         }) {
+        const std::size_t place = error.rfind(' ');
+        EXPECT_EQ(errorOf(calls),
+                  "0x08" + error.substr(0, 2) + " SYSTEM ERROR:" + error.substr(2, place - 2)
+                      + " [ZroCommon::XmlSerializerImpl::" + error.substr(place + 1) + "]");
+    }
+    for (const bool isInElement : {false, true}) {
+        Writing s;
+        isInElement ? s.document().start(ZRN_block) : s;
+        EXPECT_EQ(errorOf([&] { s.call(&Serializer::docdecl, u"a"); }),
+                  "0x0810 SYSTEM ERROR: Unexpected docdecl(). []");
+    }
 }
 
 TEST(ZRXmlSerializerErrors, WorksOnlyBetweenSetOutputAndEndDocument) {
     const std::string noStream =
         "0x1005 Output stream is not set. [ZroCommon::XmlSerializerImpl::checkStream]";
-    for (const char* call : {"*", ".", "^fo=urn:1", "<block", "<:block", "@id=", "@:id=", "/block",
-                             "'", "[", "&", "?", "!", "#", " "}) {
-        Writing fresh(nullptr);
-        Writing ended;
-        for (Writing* s : {&fresh, &ended.run(".")}) {
-            EXPECT_EQ(errorOf([&] { s->run(call); }), noStream) << call;
-            EXPECT_EQ(errorOf([&] { (*s)->getPrefix(ZRN_ns_fo, true); }), noStream);
-            EXPECT_EQ(errorOf([&] { (*s)->flush(); }), noStream);
-        }
+    const std::vector<std::function<void(ZRXmlSerializer&)>> operations = {
+        [](auto& s) { s.startDocument(u"", u""); },
+        [](auto& s) { s.endDocument(); },
+        [](auto& s) { s.setPrefix(ZRN_fo, ZRN_ns_fo); },
+        [](auto& s) { s.getPrefix(ZRN_ns_fo, true); },
+        [](auto& s) { s.startTag(kNone, ZRN_block); },
+        [](auto& s) { s.startTag(kNone, kNone, ZRN_block); },
+        [](auto& s) { s.attribute(kNone, ZRN_id, u""); },
+        [](auto& s) { s.attribute(kNone, kNone, ZRN_id, u""); },
+        [](auto& s) { s.endTag(kNone, ZRN_block); },
+        [](auto& s) { s.text(u""); },
+        [](auto& s) { s.cdsect(u""); },
+        [](auto& s) { s.entityRef(u""); },
+        [](auto& s) { s.processingInstruction(u""); },
+        [](auto& s) { s.comment(u""); },
+        [](auto& s) { s.docdecl(u""); },
+        [](auto& s) { s.ignorableWhitespace(u""); },
+        [](auto& s) { s.flush(); },
+    };
+    for (std::size_t i = 0; i < operations.size(); ++i) {
+        const ZRPtr<ZRXmlSerializer> fresh(new internal::XmlSerializerImpl);
+        EXPECT_EQ(errorOf([&] { operations[i](*fresh); }), noStream) << "of a new one: " << i;
+        const Writing ended;
+        ended->endDocument();
+        EXPECT_EQ(errorOf([&] { operations[i](*ended); }), noStream) << "at the end: " << i;
     }
 }
 

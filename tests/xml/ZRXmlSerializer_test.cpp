@@ -9,31 +9,31 @@
 namespace ZroCommon::testing {
 namespace {
 
-// What calls have written, see `Writing::run`.
-std::string written(const std::string& calls) {
-    return Writing().run(calls);
+using Serializer = ZRXmlSerializer;
+
+// What is written, and what should be.
+void expectWritten(Rows<std::string, std::string> rows) {
+    for (const auto& [written, expected] : rows) {
+        EXPECT_EQ(written, expected);
+    }
 }
 
 TEST(ZRXmlSerializer, DeclaresTheTwoEncodingsItHas) {
-    using Text = const char16_t*;
-    const auto declared = [](Text output, Text document, Text standalone) {
-        const Writing s(output);
-        s->startDocument(document, standalone);
-        return std::string(s);
-    };
-    const std::string start = "<?xml version=\"1.0\"";
-    const std::string utf = start + " encoding=\"UTF-8\"";
-    expectRows<Text, Text, Text, std::string>(
-        declared, {
-                      {u"UTF-8", u"", u"", utf + "?>"},
-                      {u" utf-8 ", u"", u"yes", utf + " standalone=\"yes\"?>"},
-                      {u"", u"shift_jis", u"", start + " encoding=\"Shift_JIS\"?>"},
-                      {u"Shift_JIS", u"UTF-8", u"no", utf + " standalone=\"no\"?>"},
-                      {u"", u"", u"", start + "?>"},
-                      {u"ISO-8859-1", u"", u"", start + "?>"},
-                      {u"UTF-8", u"EUC-JP", u"", start + "?>"},
-                      {u"SHIFT-JIS", u"", u"", start + "?>"},
-                  });
+    for (const auto& [output, document, standalone, rest] :
+         Rows<const char16_t*, const char16_t*, const char16_t*, std::string>{
+             {u"UTF-8", u"", u"", " encoding=\"UTF-8\""},
+             {u" utf-8 ", u"", u"yes", " encoding=\"UTF-8\" standalone=\"yes\""},
+             {u"", u"shift_jis", u"", " encoding=\"Shift_JIS\""},
+             {u"Shift_JIS", u"UTF-8", u"no", " encoding=\"UTF-8\" standalone=\"no\""},
+             {u"", u"", u"", ""},
+             {u"ISO-8859-1", u"", u"", ""},
+             {u"UTF-8", u"EUC-JP", u"", ""},
+             {u"SHIFT-JIS", u"", u"", ""},
+         }) {
+        const std::string written =
+            Writing(output).call(&Serializer::startDocument, document, standalone);
+        EXPECT_EQ(written, "<?xml version=\"1.0\"" + rest + "?>") << utf8(output) << utf8(document);
+    }
 }
 
 TEST(ZRXmlSerializer, NamesItsGenerator) {
@@ -47,33 +47,45 @@ TEST(ZRXmlSerializer, NamesItsGenerator) {
 }
 
 TEST(ZRXmlSerializer, WritesTagsAndContent) {
-    expectLines(written, R"(
-<:block  /block -> <block/>
-<flow  <block  /block  /flow -> <flow><block/></flow>
-<block  '  /block -> <block></block>
-[<&> -> <![CDATA[<&>]]>
-&nbsp -> &nbsp;
-?target data -> <?target data?>
-!-- -> <!------>
-*  <flow  <block  'x  <inline  .
- -> <?xml version="1.0" encoding="UTF-8"?><flow><block>x<inline/></block></flow>
-*  #a <b -> <?xml version="1.0" encoding="UTF-8"?><!DOCTYPE a <b>
-*  # -> <?xml version="1.0" encoding="UTF-8"?><!DOCTYPE >)");
-    EXPECT_EQ(written("*  #a  #\na").substr(38), "<!DOCTYPE a><!DOCTYPE\na>");
-    EXPECT_EQ(written(" \n <"), "\n <");
-    EXPECT_EQ(std::string(Writing().text(u"xabcx", 1, 3)), "abc");
+    const std::string declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
+    expectWritten({
+        {Writing().start(kNone, kNone, ZRN_block).end(ZRN_block), "<block/>"},
+        {Writing().start(ZRN_flow).start(ZRN_block).end(ZRN_block).end(ZRN_flow),
+         "<flow><block/></flow>"},
+        {Writing().start(ZRN_block).text(u"").end(ZRN_block), "<block></block>"},
+        {Writing().text(u"xabcx", 1, 3).call(&Serializer::cdsect, u"<&>"), "abc<![CDATA[<&>]]>"},
+        {Writing().call(&Serializer::entityRef, u"nbsp"), "&nbsp;"},
+        {Writing().call(&Serializer::processingInstruction, u"target data"), "<?target data?>"},
+        {Writing().call(&Serializer::comment, u"--"), "<!------>"},  // and a wrong one it is
+        {Writing().call(&Serializer::ignorableWhitespace, u"\n <"), "\n <"},
+        {Writing()
+             .document()
+             .start(ZRN_flow)
+             .start(ZRN_block)
+             .text(u"x")
+             .start(ZRN_inline)
+             .call(&Serializer::endDocument),
+         declaration + "<flow><block>x<inline/></block></flow>"},
+        {Writing()
+             .document()
+             .call(&Serializer::docdecl, u"a <b")
+             .call(&Serializer::docdecl, u"\na")
+             .call(&Serializer::docdecl, u""),
+         declaration + "<!DOCTYPE a <b><!DOCTYPE\na><!DOCTYPE >"},
+    });
 }
 
 TEST(ZRXmlSerializer, EscapesTextAndValues) {
-    expectTexts(written,
-                {"'a&b<c>d\"e'f\r\n\t -> a&amp;b&lt;c&gt;d\"e'f\r\n\t",
-                 "'&&<<>> -> &amp;&amp;&lt;&lt;&gt;&gt;",
-                 "<block  @id=a&b<c>d\"e'f\t -> <block id=\"a&amp;b&lt;c&gt;d&quot;e'f\t\"",
-                 "<a<b  @c d= -> <a<b c d=\"\""});
-    EXPECT_EQ(
-        std::string(Writing().text(u"\u007F\u0080\u07FF\u0800\uFFFF\U00010000\U0010FFFF", 0, 9)),
-        "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF");
-    EXPECT_EQ(std::string(Writing().text(u"a\0b", 0, 3)), std::string("a\0b", 3));
+    expectWritten({
+        {Writing().text(u"a&b<c>d\"e'f\r\n\t"), "a&amp;b&lt;c&gt;d\"e'f\r\n\t"},
+        {Writing().text(u"&&<<>>"), "&amp;&amp;&lt;&lt;&gt;&gt;"},
+        {Writing().start(ZRN_block).attribute(ZRN_id, u"a&b<c>d\"e'f\t"),
+         "<block id=\"a&amp;b&lt;c&gt;d&quot;e'f\t\""},
+        {Writing().start(name("a<b")).attribute(name("c d"), u""), "<a<b c d=\"\""},
+        {Writing().text(u"\u007F\u0080\u07FF\u0800\uFFFF\U00010000\U0010FFFF"),
+         "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF"},
+        {Writing().text(u"a\0b", 0, 3), std::string("a\0b", 3)},
+    });
 }
 
 // On purpose: what cannot be UTF-8 is written as three bytes all the same.
@@ -87,15 +99,17 @@ TEST(ZRXmlSerializer, LoneSurrogatesBecomeThreeBytes) {
 }
 
 TEST(ZRXmlSerializer, ShiftJisRefersToWhatItLacks) {
-    const auto shiftJis = [](const std::string& calls) -> std::string {
-        return Writing(u"shift_jis").run(calls);
+    const auto shiftJis = [](const UnicodeString& text) -> std::string {
+        return Writing(u"shift_jis").text(text);
     };
-    expectTexts(shiftJis,
-                {"'a\u3042<\uFF71 -> a\x82\xA0&lt;\xB1", "'\u00E9\U0001F600 -> &#233;&#128512;",
-                 "'\u301C\uFF5E -> &#12316;\x81\x60",  // would come back as another one
-                 // Even where no reference can be.
-                 "<\u00E9  !\u00E9 -> <&#233;><!--&#233;-->"});
-    EXPECT_EQ(std::string(Writing(u"shift_jis").text(u"\xD800", 0, 1)), "&#55296;");
+    expectWritten({
+        {shiftJis(u"a\u3042<\uFF71"), "a\x82\xA0&lt;\xB1"},
+        {shiftJis(u"\u00E9\U0001F600"), "&#233;&#128512;"},
+        {shiftJis(u"\u301C\uFF5E"), "&#12316;\x81\x60"},  // would come back as another one
+        {shiftJis(char16_t{0xD800}), "&#55296;"},
+        {Writing(u"shift_jis").start(name("\xC3\xA9")).call(&Serializer::comment, u"\u00E9"),
+         "<&#233;><!--&#233;-->"},  // even where no reference can be
+    });
 }
 
 TEST(ZRXmlSerializer, LongTextsGoThroughInBlocks) {
@@ -107,39 +121,60 @@ TEST(ZRXmlSerializer, LongTextsGoThroughInBlocks) {
             long16.append(isPlain ? u'a' : (i % 2 == 0 ? u'&' : u'\u3042'));
             expected += isPlain ? "a" : (i % 2 == 0 ? "&amp;" : "\xE3\x81\x82");
         }
-        EXPECT_EQ(std::string(Writing().text(long16.getBuffer(), 0, length)), expected) << length;
+        EXPECT_EQ(std::string(Writing().text(long16)), expected) << length;
     }
 }
 
 TEST(ZRXmlSerializer, WritesDeclarationsBehindTheAttributes) {
     const NamesStay names;
-    name("prefix-a");  // the lower number
-    expectLines(written, R"(
-<{urn:1}prefix-a:block  @id=x  <{urn:1}prefix-a:block  /{urn:1}block -> <prefix-a:block id="x"
- xmlns:prefix-a="urn:1"><prefix-a:block/>
-<{urn:2}prefix-b:block  @{urn:1}prefix-a:id=x  ' -> <prefix-b:block prefix-a:id="x"
- xmlns:prefix-a="urn:1" xmlns:prefix-b="urn:2">
-<{urn:1}:flow  <:block  ' -> <flow xmlns="urn:1"><block xmlns="">
-^prefix-a=urn:1  ^prefix-b=urn:2  <{urn:1}block  @{urn:2}id=x  /{urn:1}block -> <prefix-a:block
- prefix-b:id="x" xmlns:prefix-a="urn:1" xmlns:prefix-b="urn:2"/>
-<block  @{http://www.w3.org/2000/xmlns/}xmlns:prefix-a=a"b  @xmlns:prefix-b=urn:2  @{http://www.w3.org/2000/xmlns/}prefix-b=urn:2
-  @prefix-b:xmlns=urn:d  ' -> <block xmlns="urn:d" xmlns:prefix-a="a&quot;b"
- xmlns:prefix-b="urn:2">
-<block  @{http://www.w3.org/XML/1998/namespace}lang=en  /block -> <block xml:lang="en"/>)");
+    const ZRName u1 = name("urn:1");
+    const ZRName u2 = name("urn:2");
+    const ZRName p = name("prefix-a");
+    const ZRName q = name("prefix-b");
+    expectWritten({
+        {Writing()
+             .start(u1, p, ZRN_block)
+             .attribute(ZRN_id, u"x")
+             .start(u1, p, ZRN_block)
+             .end(u1, ZRN_block),
+         "<prefix-a:block id=\"x\" xmlns:prefix-a=\"urn:1\"><prefix-a:block/>"},
+        {Writing().start(u2, q, ZRN_block).attribute(u1, p, ZRN_id, u"x").text(u""),
+         "<prefix-b:block prefix-a:id=\"x\" xmlns:prefix-a=\"urn:1\" xmlns:prefix-b=\"urn:2\">"},
+        {Writing().start(u1, kNone, ZRN_flow).start(kNone, kNone, ZRN_block).text(u""),
+         "<flow xmlns=\"urn:1\"><block xmlns=\"\">"},
+        {Writing()
+             .call(&Serializer::setPrefix, p, u1)
+             .call(&Serializer::setPrefix, q, u2)
+             .start(u1, ZRN_block)
+             .attribute(u2, ZRN_id, u"x")
+             .end(u1, ZRN_block),
+         "<prefix-a:block prefix-b:id=\"x\" xmlns:prefix-a=\"urn:1\" xmlns:prefix-b=\"urn:2\"/>"},
+        {Writing()
+             .start(ZRN_block)
+             .attribute(ZRN_ns_xmlns, ZRN_xmlns, p, u"a\"b")
+             .attribute(kNone, ZRN_xmlns, q, u"urn:2")
+             .attribute(ZRN_ns_xmlns, q, u"urn:2")
+             .attribute(kNone, q, ZRN_xmlns, u"urn:d")
+             .text(u""),
+         "<block xmlns=\"urn:d\" xmlns:prefix-a=\"a&quot;b\" xmlns:prefix-b=\"urn:2\">"},
+        {Writing().start(ZRN_block).attribute(ZRN_ns_xml, ZRN_lang, u"en").end(ZRN_block),
+         "<block xml:lang=\"en\"/>"},
+    });
 }
 
 TEST(ZRXmlSerializer, FindsOrMakesPrefixes) {
     const NamesStay names;
     const ZRName uri = name("urn:of-prefixes");
     Writing s;
-    s.run("<flow");
+    s.start(ZRN_flow);
     EXPECT_EQ(s->getPrefix(kNone, true), kNone);
     EXPECT_EQ(s->getPrefix(uri, false), kNone);
-    s.run("<{urn:of-prefixes}block");
+    s.start(uri, ZRN_block);
     const ZRName made = s->getPrefix(uri, false);
     EXPECT_TRUE(made.toString().startsWith(u"N-")) << utf8(made);
     EXPECT_EQ(s->getPrefix(uri, true), made);
-    EXPECT_EQ(std::string(s.run("/{urn:of-prefixes}block")),
+    const std::string tag = s.end(uri, ZRN_block);
+    EXPECT_EQ(tag,
               "<flow><" + utf8(made) + ":block xmlns:" + utf8(made) + "=\"urn:of-prefixes\"/>");
     s->setPrefix(kNone, uri);
     EXPECT_EQ(s->getPrefix(uri, true), kNone) << "the default namespace is the innermost";
@@ -147,26 +182,30 @@ TEST(ZRXmlSerializer, FindsOrMakesPrefixes) {
 
 // On purpose: the namespace of the attribute is lost, since attributes have no default namespace.
 TEST(ZRXmlSerializer, AnAttributeInTheDefaultNamespaceGetsNoPrefix) {
-    EXPECT_EQ(written("<{urn:d}:block  @{urn:d}id=x  /{urn:d}block"),
-              "<block id=\"x\" xmlns=\"urn:d\"/>");
+    const ZRName uri = name("urn:default");
+    const std::string written =
+        Writing().start(uri, kNone, ZRN_block).attribute(uri, ZRN_id, u"x").end(uri, ZRN_block);
+    EXPECT_EQ(written, "<block id=\"x\" xmlns=\"urn:default\"/>");
 }
 
 // On purpose: the binding is made where the document stands, and no tag there can write it.
 TEST(ZRXmlSerializer, APrefixMadeBehindAClosedTagIsNeverDeclared) {
+    const ZRName uri = name("urn:too-late");
     Writing s;
-    s.run("<flow  '")->getPrefix(name("urn:too-late"), true);
-    const std::string tags = s.run("<{urn:too-late}block  /{urn:too-late}block");
-    EXPECT_EQ(tags.find("xmlns"), std::string::npos) << tags;
+    s.start(ZRN_flow).text(u"")->getPrefix(uri, true);
+    const std::string written = s.start(uri, ZRN_block).end(uri, ZRN_block);
+    EXPECT_EQ(written.find("xmlns"), std::string::npos) << written;
 }
 
 TEST(ZRXmlSerializer, TellsTheInnermostOpenElement) {
+    const ZRName uri = name("urn:1");
     Writing s;
     EXPECT_EQ(s->getName(), kNone);
-    s.run("<{urn:1}:block  ^p=urn:2");
+    s.start(uri, kNone, ZRN_block)->setPrefix(name("p"), name("urn:2"));
     EXPECT_EQ(s->getDepth(), 1) << "a prefix opens no element";
-    EXPECT_EQ(s->getNamespace(), name("urn:1"));
+    EXPECT_EQ(s->getNamespace(), uri);
     EXPECT_EQ(s->getName(), ZRN_block);
-    s.run("/{urn:1}block");
+    s.end(uri, ZRN_block);
     EXPECT_EQ(s->getDepth(), 0);
     EXPECT_EQ(s->getPrefix(name("urn:2"), false), kNone) << "gone with its element";
 }
@@ -175,9 +214,10 @@ TEST(ZRXmlSerializer, StartsAfreshWithEachOutput) {
     const TempFolder folder;
     Writing s(u"");
     s->getPrefix(name("urn:2"), true);
-    s.run("<{urn:1}:flow")->setOutput(folder.file("a b.xml"), u"UTF-8");  // a stream of its own
+    s.start(name("urn:1"), kNone, ZRN_flow);
+    s->setOutput(folder.file("a b.xml"), u"UTF-8");  // a stream of its own
     EXPECT_EQ(s->getPrefix(name("urn:2"), false), kNone);
-    s.run("*  <:block  .");
+    s.document().start(kNone, kNone, ZRN_block)->endDocument();
     EXPECT_EQ(std::string(s), "<flow");
     EXPECT_EQ(folder.read("a b.xml"), "<?xml version=\"1.0\" encoding=\"UTF-8\"?><block/>");
 }
