@@ -73,7 +73,7 @@ std::string faultOfData(std::istream& package, const ZRZipFileEntry& entry, cons
         && signatureBehind(package, entry) != ZRZipEntry::kDescriptorSignature) {
         return "has its size only behind its data: zro zip why tells";
     }
-    if (const std::string reason = reasonNotUnpacked(entry); !reason.empty()) {
+    if (std::string reason = reasonNotUnpacked(entry); !reason.empty()) {
         return reason;
     }
     if (entry.getCompressedSize() == kInZip64Field) {
