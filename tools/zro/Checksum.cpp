@@ -2,25 +2,14 @@
 
 #include <array>
 
+#include <zlib.h>
+
 #include "zro/foundation/ZRResourceLimits.h"
 
 #include "tools/zro/Text.h"
 
 namespace zro {
 namespace {
-
-// By the polynomial of ISO 3309, its bits from the lowest on.
-constexpr auto kTable = [] {
-    std::array<std::uint32_t, 256> table{};
-    for (std::uint32_t byte = 0; byte < table.size(); ++byte) {
-        std::uint32_t rest = byte;
-        for (int bit = 0; bit < 8; ++bit) {
-            rest = (rest & 1U) != 0 ? rest >> 1U ^ 0xEDB88320U : rest >> 1U;
-        }
-        table[byte] = rest;
-    }
-    return table;
-}();
 
 // Whether a stream may have been ended there to keep it from growing.
 bool mayBeLimited(std::uint64_t size) {
@@ -29,13 +18,16 @@ bool mayBeLimited(std::uint64_t size) {
            || (limits.expansionFactor != 0 && size > limits.expansionGrace);
 }
 
+std::string digitsOf(std::uint32_t crc32) {
+    const std::string digits = asHex(crc32);
+    return std::string(8 - digits.size(), '0') + digits;
+}
+
 }  // namespace
 
 void Checksum::add(std::string_view bytes) {
-    for (const char character : bytes) {
-        const auto byte = static_cast<unsigned char>(character);
-        m_register = m_register >> 8U ^ kTable[(m_register ^ byte) & 0xFFU];
-    }
+    const auto* const start = reinterpret_cast<const Bytef*>(bytes.data());
+    m_crc32 = static_cast<std::uint32_t>(crc32_z(m_crc32, start, bytes.size()));
     m_size += bytes.size();
 }
 
@@ -57,8 +49,8 @@ Checksum checksumOf(std::istream& stream, std::ostream* target) {
 
 std::string wrongCrc32(const Checksum& given, std::uint32_t wanted, const char* place) {
     return given.crc32() == wanted ? ""
-                                   : "is damaged: its CRC-32 is " + asHex(given.crc32()) + ", and "
-                                         + asHex(wanted) + " by its " + place;
+                                   : "is damaged: its CRC-32 is " + digitsOf(given.crc32())
+                                         + ", and " + digitsOf(wanted) + " by its " + place;
 }
 
 std::string damagedBehind(std::uint64_t size, std::uint64_t of) {

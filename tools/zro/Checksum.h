@@ -14,18 +14,18 @@ public:
     void add(std::string_view bytes);
 
     std::uint64_t size() const { return m_size; }
-    std::uint32_t crc32() const { return ~m_register; }
+    std::uint32_t crc32() const { return m_crc32; }
 
 private:
     std::uint64_t m_size = 0;
-    std::uint32_t m_register = ~std::uint32_t{0};
+    std::uint32_t m_crc32 = 0;
 };
 
 /// Reads a stream to its end.
 /// \param target  takes the bytes, as long as it can; may be null
 Checksum checksumOf(std::istream& stream, std::ostream* target);
 
-/// "is damaged: its CRC-32 is 1A2B, and 3C4D by its header"; empty when they are the same.
+/// "is damaged: its CRC-32 is 00001A2B, and 00003C4D by its header"; empty when they are the same.
 /// \param place  what has the other one
 std::string wrongCrc32(const Checksum& given, std::uint32_t wanted, const char* place);
 
