@@ -94,10 +94,12 @@ void addCatCommand(CLI::App& program, Task& task) {
         ->required();
     command.add_flag("--gunzip", options->gunzip, "Unpack gzip data");
     auto* to =
-        addOption(command, "--to-encoding", options->to, "NAME", "Write the text in this encoding");
+        addOption(command, "--to-encoding", options->to, "NAME", "Write the text in this encoding")
+            ->check(targetEncodingError);
     addOption(command, "--from-encoding", options->from, "NAME",
               "The encoding of the text; without it, it is guessed")
-        ->needs(to);
+        ->needs(to)
+        ->check(sourceEncodingError);
     addOption(command, "-o,--output", options->output, "FILE",
               "Write here; to standard output without it");
     setTask(command, task, options, cat);

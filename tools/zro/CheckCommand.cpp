@@ -125,7 +125,7 @@ void addCheckCommand(CLI::App& program, Task& task) {
         ->required();
     addOption(command, "--max-errors", options->mostErrors, "N",
               "Stop a document at this number of errors (50); 0 for never")
-        ->check(CLI::NonNegativeNumber);
+        ->check(negativeError);
     command.add_flag("-q,--quiet", options->quiet, "Print no line for each document");
     setTask(command, task, options, check);
 }

@@ -52,10 +52,11 @@ void showColor(Session& session, const std::string& text) {
         session.fail("", quoted(text) + " is no colour");
         return;
     }
-    Json rows = formsOf(color);
+    const Json rows = formsOf(color);
     if (session.settings().json) {
-        rows["value"] = jsonOf(ZRValue(color));
-        printLine(session, rows);
+        Json object = withKeys(rows);
+        object["value"] = jsonOf(ZRValue(color));
+        printLine(session, object);
         return;
     }
     if (color.getRGB() <= 0xFFFFFF) {

@@ -13,6 +13,10 @@ CLI::App& addCommand(CLI::App& parent, const std::string& name, const std::strin
     return *command;
 }
 
+std::string negativeError(const std::string& number) {
+    return number.starts_with('-') ? number + " is below 0" : "";
+}
+
 void addInput(CLI::App& command, const std::string& name, std::string& value) {
     addOption(command, name, value, " ", "A document: a path, a URI, or - for standard input")
         ->required();

@@ -37,6 +37,9 @@ CLI::Option* addOption(CLI::App& command, const std::string& names, Value& value
     return command.add_option(names, value, help)->option_text(placeholder);
 }
 
+/// Refuses numbers below 0, which the conversion to a number without a sign would let pass.
+std::string negativeError(const std::string& number);
+
 /// Adds to a command the operations on files of one kind, each a command of its own.
 class FileOperations {
 public:

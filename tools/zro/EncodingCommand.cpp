@@ -70,10 +70,13 @@ void addConvert(CLI::App& command, Task& task) {
     addOption(app, "OUT", options->conversion.output, " ",
               "Where to write: a path, or - for standard output (the default)");
     addOption(app, "--from", options->conversion.from, "NAME",
-              "The encoding; without it, it is guessed");
-    addOption(app, "--to", options->conversion.to, "NAME", "The other encoding, UTF-8 without it");
+              "The encoding; without it, it is guessed")
+        ->check(sourceEncodingError);
+    addOption(app, "--to", options->conversion.to, "NAME", "The other encoding, UTF-8 without it")
+        ->check(targetEncodingError);
     addOption(app, "--limit", options->conversion.limit, "BYTES",
-              "Write no more than that; no character is divided");
+              "Write no more than that; no character is divided. 0, the default, is no limit")
+        ->check(negativeError);
     setTask(app, task, options, convert);
 }
 

@@ -113,6 +113,9 @@ Input::Input(std::string argument)
         m_shownName = "<stdin>";
         return;
     }
+    if (m_argument.empty()) {
+        m_shownName = "''";
+    }
     m_uri = absoluteName(m_argument);
     m_path = localPath(m_uri);
 }

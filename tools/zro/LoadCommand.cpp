@@ -166,7 +166,8 @@ void addLoadCommand(CLI::App& program, Task& task) {
         ->excludes(pull)
         ->excludes(output);
     addOption(command, "--properties", options->properties, "N",
-              "Number of XSL-FO properties to list (8)");
+              "Number of XSL-FO properties to list (8)")
+        ->check(negativeError);
     setTask(command, task, options, load);
 }
 

@@ -142,7 +142,8 @@ void addNumberCommand(CLI::App& program, Task& task) {
     addOption(command, "--group-separator", options->separator, "TEXT",
               "What stands between groups of digits; nothing by default");
     addOption(command, "--group-size", options->groupSize, "K",
-              "Digits in a group, 3 by default; a sign counts as one");
+              "Digits in a group, 3 by default, 0 for no groups; a sign counts as one")
+        ->check(negativeError);
     command.callback([&task, options, numbers, range] {
         if (numbers->empty() && range->empty()) {
             throw CLI::RequiredError("A number or --range");

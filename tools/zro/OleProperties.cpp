@@ -56,7 +56,7 @@ void props(Session& session, const Options& options) {
         }
     }
     if (session.settings().json) {
-        printLine(session, object);
+        printLine(session, withKeys(object));
     } else {
         printRows(session, object);
     }
@@ -78,7 +78,7 @@ void links(Session& session, const Options& options) {
     const bool isWhole = summary.getHyperLinks(found) > 0;
     for (const UnicodeString& link : found) {
         if (session.settings().json) {
-            printLine(session, Json(toUtf8(link)));
+            printLine(session, {{"link", toUtf8(link)}});
         } else {
             session.out() << printable(link) << "\n";
         }

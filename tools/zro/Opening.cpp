@@ -11,6 +11,7 @@
 #include "zro/text/ZRUtil.h"
 #include "zro/uri/ZRDataUri.h"
 
+#include "tools/zro/NetworkError.h"
 #include "tools/zro/Text.h"
 
 namespace zro {
@@ -21,6 +22,8 @@ using ZroCommon::ZRDataUri;
 using ZroCommon::ZRMemStream;
 using ZroCommon::ZRUri;
 using ZroCommon::ZRZipFile;
+
+constexpr const char* kNoName = "the name is empty";
 
 std::string reasonOfFile(const std::string& path) {
     std::error_code error;
@@ -41,7 +44,10 @@ bool isPackage(std::unique_ptr<std::istream> stream) {
 
 std::string reasonOfResource(const UnicodeString& uri, const UnicodeString& fromLibrary) {
     if (!fromLibrary.isEmpty()) {
-        return printable(fromLibrary);
+        return explainedNumber(printable(fromLibrary));
+    }
+    if (uri.isEmpty()) {
+        return kNoName;
     }
     if (ZRUri(uri, URISTR_PATH_OR_URI_CSS).isDataScheme()) {
         return "a data: URI needs a comma";
@@ -102,6 +108,9 @@ std::string reasonNotOpened(Session& session, const UnicodeString& uri,
 }
 
 std::string reasonNotWritten(const std::string& path) {
+    if (path.empty()) {
+        return kNoName;
+    }
     std::error_code error;
     if (std::filesystem::is_directory(path, error)) {
         return "is a directory";

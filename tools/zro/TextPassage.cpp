@@ -40,20 +40,14 @@ Passage passOn(std::istream& text, ZRTCVOStream& output) {
     return passage;
 }
 
-bool isKnownTarget(const std::string& encoding) {
-    std::ostringstream nowhere;
-    return ZRTCVOStream(&nowhere, encoding.c_str(), false, ZRTCVOStream::LF_CONVERT(0), false)
-        .is_open();
-}
-
 Passage write(ZRTCVStream& text, const Conversion& conversion, std::ostream& target) {
     ZRTCVOStream output(&target, conversion.to.c_str(), false, ZRTCVOStream::LF_CONVERT(0), false);
     output.setLimit(conversion.limit);
     return passOn(text, output);
 }
 
-void failForLackOf(Session& session, const std::string& encoding) {
-    session.fail("", "no converter for the encoding " + printable(fromUtf8(encoding)));
+std::string lackOf(const std::string& encoding) {
+    return "no converter for the encoding \"" + encoding + "\"";
 }
 
 }  // namespace
@@ -78,6 +72,17 @@ std::optional<std::string> PeekedBytes::detectEncoding() const {
     return toUtf8(name);
 }
 
+std::string sourceEncodingError(const std::string& name) {
+    std::istringstream nothing;
+    return ZRTCVStream(&nothing, name.c_str()).is_open() ? "" : lackOf(name);
+}
+
+std::string targetEncodingError(const std::string& name) {
+    std::ostringstream nowhere;
+    const ZRTCVOStream stream(&nowhere, name.c_str(), false, ZRTCVOStream::LF_CONVERT(0), false);
+    return stream.is_open() ? "" : lackOf(name);
+}
+
 void failToDetect(Session& session, const Input& input) {
     session.fail(input.shownName(), "the encoding is not recognised",
                  "in short or binary files it cannot be");
@@ -92,8 +97,8 @@ void convertText(Session& session, const Input& input, PeekedBytes& bytes,
         return;
     }
     ZRTCVStream text(&bytes.all(), from->c_str());
-    if (!text.is_open() || !isKnownTarget(conversion.to)) {
-        failForLackOf(session, text.is_open() ? conversion.to : *from);
+    if (!text.is_open()) {
+        session.fail("", lackOf(*from));
         return;
     }
     auto target = Target::open(session, conversion.output, input);

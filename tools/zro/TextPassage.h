@@ -42,6 +42,11 @@ struct Conversion {
     std::string output = "-";
 };
 
+/// Why a text cannot be read from, or written in, an encoding of that name: none is known. Empty
+/// when one is.
+std::string sourceEncodingError(const std::string& name);
+std::string targetEncodingError(const std::string& name);
+
 /// Writes a text in another encoding. What goes wrong is reported.
 void convertText(Session& session, const Input& input, PeekedBytes& bytes,
                  const Conversion& conversion);

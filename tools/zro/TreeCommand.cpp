@@ -97,10 +97,18 @@ void addNames(Json& object, const ZRNode& node) {
     object["name"] = toUtf8(node.getLocalName().toString());
 }
 
+// A tree that was loaded has no others.
+const char* typeName(const ZRNode& node) {
+    if (node.isElementNode()) {
+        return "element";
+    }
+    return node.isText() ? "text" : "document";
+}
+
 void printJson(Session& session, ZRNode& node, std::size_t depth) {
     Json object;
     object["depth"] = depth;
-    object["type"] = static_cast<int>(node.getNodeType());
+    object["type"] = typeName(node);
     if (node.isElementNode()) {
         object["line"] = node.getSourceLineNumber();
         addNames(object, node);

@@ -90,9 +90,7 @@ void print(Session& session, const Operation& operation, const Arguments& argume
     printLine(session, {{"operation", operation.name}, {"result", toUtf8(result)}});
 }
 
-using Rows = std::vector<std::pair<std::string, nlohmann::ordered_json>>;
-
-Rows explanation(const ZRUri& uri) {
+nlohmann::ordered_json explanation(const ZRUri& uri) {
     return {{"normalised", toUtf8(uri.toString())},
             {"scheme", toUtf8(uri.getScheme())},
             {"absolute", uri.isAbsolute()},
@@ -115,10 +113,7 @@ std::string shown(const nlohmann::ordered_json& value) {
 }
 
 void printJson(Session& session, const ZRUri& uri) {
-    nlohmann::ordered_json object;
-    for (const auto& [label, value] : explanation(uri)) {
-        object[label] = value;
-    }
+    nlohmann::ordered_json object = withKeys(explanation(uri));
     object["steps"] = nlohmann::ordered_json::array();
     for (const auto& [means, what] : openingSteps(uri)) {
         object["steps"].push_back({{"means", means}, {"what", what}});
@@ -137,7 +132,8 @@ void explain(Session& session, const Arguments& arguments) {
         label.resize(15, ' ');
         session.out() << style.faint(label) << text << "\n";
     };
-    for (const auto& [label, value] : explanation(uri)) {
+    const nlohmann::ordered_json rows = explanation(uri);
+    for (const auto& [label, value] : rows.items()) {
         printRow(label, shown(value));
     }
     int number = 0;

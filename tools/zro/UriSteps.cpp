@@ -14,15 +14,16 @@ using ZroCommon::ZRDataUri;
 using ZroCommon::ZRUri;
 using Steps = std::vector<OpeningStep>;
 
+// The library opens none; the program does.
 std::string describedData(const UnicodeString& text) {
     const ZRDataUri uri(text, URISTR_PATH_OR_URI_CSS);
     if (uri.getDataPos() < 0) {
-        return "has no data, as there is no comma";
+        return "finds no data in the text, as there is no comma";
     }
     const UnicodeString& type = uri.getMediaType();
     const auto length = static_cast<std::uint64_t>(uri.toString().length() - uri.getDataPos());
-    return counted(length, "character") + (uri.isBase64() ? " of base64" : "")
-           + (type.isEmpty() ? "" : ", " + toUtf8(type));
+    return "reads the data out of the text: " + counted(length, "character")
+           + (uri.isBase64() ? " of base64" : "") + (type.isEmpty() ? "" : ", " + toUtf8(type));
 }
 
 bool isWeb(const ZRUri& uri) {
@@ -35,11 +36,13 @@ void addPlain(Steps& steps, const ZRUri& uri) {
     steps.push_back({"resolver", "asked for " + toUtf8(uri.toString())});
     if (uri.isFile()) {
         steps.push_back({"file", toUtf8(uri.getLocalPath())});
-    } else if (uri.isDataScheme() && steps.size() == 1) {  // in a package's place it is refused
-        steps.push_back({"data", describedData(uri.toString())});
-    } else {
-        steps.push_back({"http", isWeb(uri) ? "GET " + toUtf8(uri.toString())
-                                            : "refused, as it is neither http nor https"});
+        return;
+    }
+    const bool isWhole = steps.size() == 1;  // no package that is named by it
+    steps.push_back({"http", isWeb(uri) ? "GET " + toUtf8(uri.toString())
+                                        : "refused, as it is neither http nor https"});
+    if (uri.isDataScheme() && isWhole) {
+        steps.push_back({"zro", describedData(uri.toString())});
     }
 }
 

@@ -7,9 +7,10 @@
 
 namespace zro {
 
-/// One thing that the library does on the way to the bytes of a resource.
+/// One thing that is done on the way to the bytes of a resource.
 struct OpeningStep {
-    const char* means;  ///< "resolver", "file", "jar", "data" or "http"
+    const char*
+        means;  ///< "resolver", "file", "jar" or "http" of the library, "zro" of the program
     std::string what;
 };
 

@@ -45,6 +45,18 @@ Json payloadOf(const ZRValue& value) {
     return value.isCompound() ? itemsOf(value) : Json(toUtf8(value.getStringValue()));
 }
 
+std::string keyOf(std::string_view label) {
+    std::string key;
+    bool isStart = false;
+    for (const char character : label) {
+        if (character != ' ') {
+            key += isStart ? static_cast<char>(character - 'a' + 'A') : character;
+        }
+        isStart = character == ' ';
+    }
+    return key;
+}
+
 std::string shown(const Json& value) {
     if (!value.is_string()) {
         return value.dump();
@@ -95,6 +107,14 @@ Json rowsOf(const ZRValue& value) {
         for (Json& item : object["payload"]) {
             item = item.value("text", "");
         }
+    }
+    return object;
+}
+
+Json withKeys(const Json& rows) {
+    Json object = Json::object();
+    for (const auto& [label, value] : rows.items()) {
+        object[keyOf(label)] = value;
     }
     return object;
 }

@@ -23,6 +23,9 @@ nlohmann::ordered_json jsonOf(const ZroCommon::ZRValue& value);
 /// The same for people: of the items of a map their texts alone.
 nlohmann::ordered_json rowsOf(const ZroCommon::ZRValue& value);
 
+/// What is labelled for people, keyed for programs: "file name" is "fileName".
+nlohmann::ordered_json withKeys(const nlohmann::ordered_json& rows);
+
 /// One object on one line.
 void printLine(Session& session, const nlohmann::ordered_json& object);
 

@@ -3,16 +3,20 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdint>
+#include <functional>
 #include <iostream>
 #include <map>
 #include <new>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "zro/foundation/ZRResourceLimits.h"
 
 #include "tools/zro/CommandLine.h"
 #include "tools/zro/Commands.h"
+#include "tools/zro/Diagnostic.h"
+#include "tools/zro/Output.h"
 #include "tools/zro/Session.h"
 
 namespace {
@@ -117,35 +121,64 @@ void limitResources(const CommonOptions& options) {
     }
 }
 
-void complain(const std::string& message) {
-    std::cerr << "zro: error: " << message << "\n";
+// Wrong usage may end the reading of the command line before it comes to the option.
+bool asksForJson(int argc, char** argv) {
+    char** const end = std::find(argv, argv + argc, std::string_view("--"));
+    return std::find(argv, end, std::string_view("--json")) != end;
 }
 
-// CLI11 has exit codes of its own for every kind of mistake; to users there is one.
-int usageStatus(const CLI::App& program, const CLI::ParseError& error) {
-    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-        return program.exit(error);  // help or version
-    }
-    complain(error.what());
-    std::cerr << "  hint: zro --help lists the commands, zro COMMAND --help their options\n";
-    return Session::kWrongUsage;
+void complain(bool json, const std::string& message, const std::string& hint = "") {
+    zro::Diagnostic diagnostic;
+    diagnostic.message = message;
+    diagnostic.hint = hint;
+    std::cerr << (json ? asJson(diagnostic) : asText(diagnostic, zro::Style()));
+}
+
+// Help and version are results as well: they too have to arrive.
+int tellAboutItself(const CLI::App& program, const CLI::ParseError& what) {
+    zro::OutputBuffer buffer;
+    std::ostream out(&buffer);
+    program.exit(what, out, std::cerr);
+    buffer.finish();
+    return Session::kGood;
 }
 
 int run(const Settings& settings, const zro::Task& task) {
+    Session session(settings);
+    task(session);
+    session.finish();
+    return session.status();
+}
+
+// CLI11 has exit codes of its own for every kind of mistake; to users there is one.
+int parseAndRun(CLI::App& program, int argc, char** argv, const CommonOptions& options,
+                const zro::Task& task) {
     try {
-        Session session(settings);
-        task(session);
-        session.finish();
-        return session.status();
+        program.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+            return tellAboutItself(program, error);
+        }
+        complain(asksForJson(argc, argv), error.what(),
+                 "zro --help lists the commands, zro COMMAND --help their options");
+        return Session::kWrongUsage;
+    }
+    limitResources(options);
+    return run(settingsOf(options), task);
+}
+
+int statusOf(bool json, const std::function<int()>& work) {
+    try {
+        return work();
     } catch (const zro::OutputFailure& failure) {
         if (failure.isBrokenPipe()) {
             return Session::kGood;
         }
-        complain(failure.what());
+        complain(json, failure.what());
     } catch (const std::bad_alloc&) {
-        complain("out of memory");
+        complain(json, "out of memory");
     } catch (const std::exception& error) {
-        complain(error.what());
+        complain(json, error.what());
     }
     return Session::kErrors;
 }
@@ -181,11 +214,6 @@ int main(int argc, char** argv) {
     zro::addOoxmlCommand(program, task);
     zro::addOfficeCommand(program, task);
     zro::addOleCommand(program, task);
-    try {
-        program.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        return usageStatus(program, error);
-    }
-    limitResources(options);
-    return run(settingsOf(options), task);
+    return statusOf(asksForJson(argc, argv),
+                    [&] { return parseAndRun(program, argc, argv, options, task); });
 }
