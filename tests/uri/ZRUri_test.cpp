@@ -224,7 +224,8 @@ TEST(ZRUriResolve, CountsDotsAtTheStartOfTheReferenceAndTheEndOfTheBase) {
                     "a/b/c + .. -> a/", "a/b/c + ./.././x -> a/x", "a/b/c + ./. -> a/b/.",
                     "a/b/c + ../.. -> a/..", "a/b/c + x/../y -> a/b/x/../y", "a/b + ../x -> a/x",
                     // On purpose: two slashes name no host, and forget what was climbed.
-                    "http://h/a/b + ..///x -> http://h/a///x"});
+                    "http://h/a/b + ..///x -> http://h/a///x",
+                    "http://h/a/b + //g/x -> file://g/x"});
     expectResolved({"http://h/a/b + //g/x -> http://h/a///g/x"}, URISTR_GUESS);
 }
 

@@ -8,8 +8,8 @@
 
 namespace ZroCommon {
 
-/// A `data:` URI (RFC 2397) and where its parts are. Decoding the data is left to the caller; see
-/// `ZRUtil::decodeBase64`.
+/// A `data:` URI (RFC 2397) and where its parts are. Decoding the data is left to the caller (see
+/// `ZRUtil::decodeBase64`), as is opening it: `getStream` opens none unless a resolver does.
 ///
 /// The text is held unescaped behind "data:", and positions refer to that. A URI of another kind is
 /// allowed: it has no data, and nothing of it is changed. A value, as `ZRUri` is.

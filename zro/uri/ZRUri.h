@@ -72,7 +72,8 @@ public:
     bool isDataScheme() const;
 
     /// The path behind a `file:` URI or a relative reference, unescaped: "C:\a\b", "\\host\a",
-    /// "/a/b" (from `file:/a/b`) or "a/b". Any other URI is returned as it stands.
+    /// "/a/b" (from `file:/a/b`) or "a/b". Any other URI is returned as it stands, with its
+    /// escapes: a `jar:` URI is no local path, even when its package is a file.
     UnicodeString getLocalPath() const;
 
     /// The text up to its last "/", converted as by `getLocalPath`; "./" when there is no "/".
@@ -116,10 +117,18 @@ public:
     /// Takes percent-escapes, which stand for UTF-8 bytes, off a text.
     static UnicodeString unescape(const UnicodeString& text);
 
-    /// Opens the resource for reading, and runs a whole HTTP request when it is one.
-    /// \param contentType   set to the media type when the resource tells one; may be null
-    /// \param errorMessage  set to the reason of a failed HTTP request; may be null
-    /// \return a new stream that the caller deletes, or null. Nothing is thrown.
+    /// Opens the resource for reading: what the installed resolver gives for it, else a file (when
+    /// `isFile`), the answer to an `http:` or `https:` request, or an entry of the package that a
+    /// `jar:` URI names, which is opened in the same way and may be an entry itself. Names of
+    /// entries are taken as they stand: "%20" in one is three characters. `data:` and all other
+    /// schemes are refused as addresses unless the resolver serves them; `ZRDataUri` reads the
+    /// former.
+    /// \param contentType   set to the media type that an answer tells, emptied for an entry, else
+    ///                      left alone; may be null
+    /// \param errorMessage  set to why an address does not open ("HTTP status is 404"), emptied
+    ///                      when it does, left alone when there was none; may be null
+    /// \return a new stream that the caller deletes; null when there is none, for a directory, and
+    ///         for want of memory. Nothing is thrown.
     std::istream* getStream(UnicodeString* contentType, UnicodeString* errorMessage) const;
     std::istream* getStream(UnicodeString* contentType) const;
 
