@@ -27,6 +27,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr fs::perms kOwnerOnly = fs::perms::owner_read | fs::perms::owner_write;
+
 fs::path pathOf(const UnicodeString& name) {
     return utf8(name);
 }
@@ -49,6 +51,12 @@ std::string hexOf(unsigned long number, int width) {
     return text.str();
 }
 
+// In memory if possible: on a disk thousands of files take seconds.
+fs::path parent() {
+    constexpr const char* kInMemory = "/dev/shm";
+    return access(kInMemory, W_OK) == 0 ? kInMemory : fs::temp_directory_path();
+}
+
 // A folder with a slash at its end, as the class takes it.
 class TempFiles : public ::testing::Test {
 protected:
@@ -60,7 +68,7 @@ protected:
         return m_folder.read(pathOf(name).filename().string());
     }
 
-    const TempFolder m_folder;
+    const TempFolder m_folder{parent()};
     const UnicodeString m_dir = text(m_folder.path() + "/");
 };
 
@@ -73,8 +81,7 @@ TEST_F(TempFiles, NamesFollowOneAnother) {
     EXPECT_TRUE(utf8(first).starts_with(start)) << utf8(first);
     EXPECT_TRUE(utf8(second).ends_with(".xml"));
     EXPECT_TRUE(fs::is_regular_file(pathOf(first)) && fs::is_empty(pathOf(first)));
-    EXPECT_EQ(fs::status(pathOf(first)).permissions(),
-              fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(fs::status(pathOf(first)).permissions(), kOwnerOnly);
     const ZRTempFile inside(text(m_folder.path()), u"\u00FC", UnicodeString());
     EXPECT_TRUE(utf8(inside.getFileName()).starts_with(m_folder.path() + "\u00FC"))
         << "no separator is added";
@@ -216,15 +223,18 @@ TEST_F(TempFiles, ThreadsNeverShareANameAndTheHostKeepsItsRandomNumbers) {
     std::srand(7);
     std::mutex lock;
     std::set<std::string> all;
-    inThreads(4, [&](int) {
-        for (int i = 0; i < 100; ++i) {
+    inThreads(8, [&](int) {
+        for (int i = 0; i < 1250; ++i) {
             const std::string name = utf8(make());
             const std::lock_guard guard(lock);
             all.insert(name);
         }
     });
-    EXPECT_EQ(all.size(), 400U);
+    EXPECT_EQ(all.size(), 10000U);
     EXPECT_EQ(std::rand(), expected);
+    for (const std::string& name : all) {
+        ASSERT_EQ(fs::status(name).permissions(), kOwnerOnly) << name;
+    }
 }
 
 TEST_F(TempFiles, ProcessesNeverShareAName) {

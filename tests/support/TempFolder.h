@@ -15,8 +15,9 @@ namespace ZroCommon::testing {
 /// A folder of its own for one test, removed with all that is in it.
 class TempFolder {
 public:
-    TempFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "zro-test-XXXXXX").string();
+    explicit TempFolder(
+        const std::filesystem::path& parent = std::filesystem::temp_directory_path()) {
+        std::string name = (parent / "zro-test-XXXXXX").string();
         if (mkdtemp(name.data()) == nullptr) {
             throw std::runtime_error("cannot make a folder");
         }

@@ -3,6 +3,7 @@
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
+#include <string>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -28,6 +29,15 @@ std::int64_t transferAll(std::size_t count, Call call) {
     return static_cast<std::int64_t>(done);
 }
 
+int openDescriptor(const std::string& name, int flags) {
+    for (;;) {
+        const int number = ::open(name.c_str(), flags, kOwnerOnly);
+        if (number >= 0 || errno != EINTR) {
+            return number;
+        }
+    }
+}
+
 }  // namespace
 
 RawFile RawFile::open(const UnicodeString& path, bool isWritable) {
@@ -36,7 +46,7 @@ RawFile RawFile::open(const UnicodeString& path, bool isWritable) {
         return {};
     }
     const int flags = (isWritable ? O_RDWR | O_CREAT : O_RDONLY) | O_CLOEXEC;
-    RawFile file(::open(name->c_str(), flags, kOwnerOnly));
+    RawFile file(openDescriptor(*name, flags));
     struct stat status {};
     if (file.isOpen() && (fstat(file.m_descriptor, &status) != 0 || S_ISDIR(status.st_mode))) {
         file.close();
