@@ -49,8 +49,14 @@ int main(int count, char** arguments) {
     }
     zro::ZROleStream bytes(stream.get(), -1);
     std::ofstream copy(arguments[2], std::ios::binary);
-    copy << bytes.rdbuf();
+    if (stream->GetStreamSize() > 0) {
+        copy << bytes.rdbuf();
+    }
+    if (!copy.flush()) {
+        std::cerr << arguments[2] << ": cannot be written\n";
+        return 1;
+    }
     std::cout << arguments[1] << " is " << kindOf(arguments[1]) << ", " << stream->GetStreamSize()
               << " bytes copied\n";
-    return copy.good() ? 0 : 1;
+    return 0;
 }

@@ -45,7 +45,8 @@ zro::UnicodeString titleOf(const zro::ZRZipFile& package) {
     return {};
 }
 
-void tell(const char* path) {
+/// \return whether the file is an office document, as far as one can see
+bool tell(const char* path) {
     zro::OleCompFile file;
     if (file.OLEopen(path)) {
         zro::OlePropertySet properties;
@@ -53,22 +54,32 @@ void tell(const char* path) {
         const auto uri = zro::ZRUri(zro::UnicodeString(path), zro::URISTR_PATH_OR_URI);
         std::cout << kOldKinds.at(zro::OleCompFile::detectOLEDocument(uri)) << ": "
                   << utf8(properties.getTitle()) << "\n";
-        return;
+        return true;
     }
     zro::ZRZipFile package(path);
+    if (package.getFileEntryCount() == 0) {
+        std::cerr << path << ": no compound file and no ZIP package\n";
+        return false;
+    }
     std::cout << kKinds.at(package.detectOOXDocument()) << ": " << utf8(titleOf(package)) << "\n";
+    return true;
 }
 
 }  // namespace
 
 int main(int count, char** arguments) {
+    if (count < 2) {
+        std::cerr << "usage: office_title FILE...\n";
+        return 2;
+    }
+    bool isGood = true;
     try {
         for (int i = 1; i < count; ++i) {
-            tell(arguments[i]);
+            isGood = tell(arguments[i]) && isGood;
         }
     } catch (const zro::ZRError& error) {
         std::cerr << utf8(error.getMessage()) << "\n";
         return 1;
     }
-    return 0;
+    return isGood ? 0 : 1;
 }

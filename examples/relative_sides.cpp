@@ -2,8 +2,8 @@
 // "top" and "left" do not.
 //
 //     relative_sides tb-rl [degrees]
-#include <cstdlib>
 #include <iostream>
+#include <sstream>
 #include <string>
 
 #include <zro/ZroCommon.h>
@@ -29,12 +29,16 @@ void print(zro::ZRSide side, zro::ZRWritingMode mode, zro::ZROrientation turn) {
 }  // namespace
 
 int main(int count, char** arguments) {
-    if (count < 2) {
-        std::cerr << "usage: relative_sides WRITING-MODE [DEGREES]\n";
+    const zro::ZRName name(zro::UnicodeString::fromUTF8(count > 1 ? arguments[1] : ""));
+    const zro::ZRWritingMode mode(name);
+    int degrees = 0;
+    const bool isNumber = count < 3 || bool(std::istringstream(arguments[2]) >> degrees);
+    if (count > 3 || mode.getName() != name || !isNumber || degrees % 90 != 0) {
+        std::cerr << "usage: relative_sides WRITING-MODE [DEGREES]\n"
+                     "WRITING-MODE is lr-tb, rl-tb, tb-rl and the like, DEGREES a multiple of 90\n";
         return 2;
     }
-    const zro::ZRWritingMode mode{zro::ZRName(zro::UnicodeString::fromUTF8(arguments[1]))};
-    const zro::ZROrientation turn(count > 2 ? std::atoi(arguments[2]) : 0);
+    const zro::ZROrientation turn(degrees);
     std::cout << utf8(mode.getName().toString()) << ", turned by " << int{turn} << " degrees\n";
     for (const zro::ZRNameEnum side :
          {zro::ZRN_before, zro::ZRN_after, zro::ZRN_start, zro::ZRN_end}) {
