@@ -222,12 +222,11 @@ TEST(Http, AConnectionMayBeLostAtAnyByte) {
     const std::string body(700, 'x');
     const std::string whole = good("Content-Type: a/b\r\nContent-Length: 700\r\n", body);
     const std::size_t header = whole.size() - body.size();
-    std::size_t at = 0;
-    const HttpServer server([&](HttpConnection& connection, const std::string&) {
-        connection.send(std::string_view(whole).substr(0, at));
+    const HttpServer server([&](HttpConnection& connection, const std::string& path) {
+        connection.send(std::string_view(whole).substr(0, std::stoul(path.substr(1))));
     });
-    for (at = 0; at <= whole.size(); at += at < header + 5 ? 1U : 29U) {
-        const std::string outcome = outcomeOf(server.url("/"));
+    for (std::size_t at = 0; at <= whole.size(); at += at < header + 5 ? 1U : 29U) {
+        const std::string outcome = outcomeOf(server.url("/" + std::to_string(at)));
         if (at >= header) {
             EXPECT_EQ(outcome, "a/b|" + body.substr(0, at - header)) << at;
         } else {
