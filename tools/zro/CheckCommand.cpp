@@ -1,5 +1,6 @@
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -7,6 +8,7 @@
 
 #include "zro/xml/ZRXmlUtil.h"
 
+#include "tools/zro/BrokenBytes.h"
 #include "tools/zro/CommandLine.h"
 #include "tools/zro/Commands.h"
 #include "tools/zro/ElementPath.h"
@@ -31,6 +33,9 @@ struct Verdict {
     bool ended = false;  // by the number of errors
     std::uint64_t elements = 0;
     std::string encoding;
+    std::optional<std::uint64_t> broken;  // sequences malformed in UTF-8; nothing when unknown
+
+    bool isWellFormed() const { return errors == 0 && broken.value_or(0) == 0; }
 };
 
 std::uint64_t readAll(ZRXmlParser& parser, ElementPath& path) {
@@ -51,6 +56,7 @@ Verdict checkOne(Session& session, const Input& input, int mostErrors) {
     try {
         watch.open();
         verdict.elements = readAll(*parser, path);
+        watch.requireRoot(verdict.elements != 0);
     } catch (const ZRError& error) {
         watch.report(error);
     }
@@ -58,6 +64,7 @@ Verdict checkOne(Session& session, const Input& input, int mostErrors) {
     verdict.errors = watch.errorCount();
     verdict.ended = watch.isEnded();
     verdict.encoding = toUtf8(parser->getInputEncoding());
+    verdict.broken = noteBrokenBytes(session, input);
     return verdict;
 }
 
@@ -65,9 +72,10 @@ void printVerdict(Session& session, const Input& input, const Verdict& verdict) 
     const Style& style = session.outStyle();
     session.out() << style.bold(input.shownName() + ":") << " ";
     if (verdict.errors == 0) {
-        session.out() << style.mark("well-formed") << ", " << counted(verdict.elements, "element")
-                      << ", " << asSize(session.bytesRead()) << ", "
-                      << (verdict.encoding.empty() ? "no encoding told" : verdict.encoding) << "\n";
+        session.out() << (verdict.isWellFormed() ? style.mark("well-formed") : "no errors") << ", "
+                      << counted(verdict.elements, "element") << ", " << asSize(session.bytesRead())
+                      << ", " << (verdict.encoding.empty() ? "no encoding told" : verdict.encoding)
+                      << "\n";
         return;
     }
     session.out() << style.error(counted(static_cast<std::uint64_t>(verdict.errors), "error"))
@@ -78,12 +86,15 @@ void printJson(Session& session, const Input& input, const Verdict& verdict) {
     nlohmann::ordered_json object;
     object["kind"] = "summary";
     object["file"] = input.shownName();
-    object["wellFormed"] = verdict.errors == 0;
+    object["wellFormed"] = verdict.isWellFormed();
     object["errors"] = verdict.errors;
     object["complete"] = !verdict.ended;
     object["elements"] = verdict.elements;
     object["bytes"] = session.bytesRead();
     object["encoding"] = verdict.encoding;
+    if (verdict.broken) {
+        object["malformedSequences"] = *verdict.broken;
+    }
     session.out() << object.dump(-1, ' ', false, decltype(object)::error_handler_t::replace)
                   << "\n";
 }

@@ -36,6 +36,7 @@ bool DocumentReader::attempt(const std::function<void()>& work) {
         return true;
     } catch (const ZRError& error) {
         m_watch.report(error);
+        m_document->getParser()->closeStream();
         return false;
     }
 }

@@ -22,9 +22,12 @@ public:
     /// \throws ZRError
     void load();
 
-    /// Runs what may throw a `ZRError` of the document, and reports that.
-    /// \return whether there was none
+    /// Runs what may throw a `ZRError` of the document, and reports the first of these. Nothing
+    /// more is loaded then. \return whether there was none
     bool attempt(const std::function<void()>& work);
+
+    /// Reports that a document without an element is none. \return `hasRoot`
+    bool requireRoot(bool hasRoot) { return m_watch.requireRoot(hasRoot); }
 
 private:
     std::vector<OpenElement> openElements() const;

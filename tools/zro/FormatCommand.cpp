@@ -21,7 +21,7 @@ void format(Session& session, const Options& options) {
     DocumentReader reader(session, input);
     const bool loaded = reader.attempt([&reader] { reader.load(); });
     session.end(input);
-    if (!loaded) {
+    if (!loaded || !reader.requireRoot(reader.document().getDocumentElement() != nullptr)) {
         return;
     }
     if (options.noGenerator) {

@@ -95,6 +95,7 @@ std::size_t StandardInput::readBlock(std::span<char> room) {
     do {
         count = ::read(STDIN_FILENO, room.data(), room.size());
     } while (count < 0 && errno == EINTR);
+    m_error = count < 0 ? errno : 0;
     if (count <= 0) {
         return 0;
     }

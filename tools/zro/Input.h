@@ -74,6 +74,9 @@ public:
     const std::string& kept() const { return m_kept; }
     bool isAllKept() const { return m_total == m_kept.size(); }
 
+    /// The system's error number when reading has failed, else 0.
+    int error() const { return m_error; }
+
 protected:
     std::size_t readBlock(std::span<char> room) override;
 
@@ -81,6 +84,7 @@ private:
     std::function<void(std::uint64_t)> m_count;
     std::string m_kept;
     std::uint64_t m_total = 0;
+    int m_error = 0;
 };
 
 /// A document as named on the command line.

@@ -124,11 +124,14 @@ void load(Session& session, const Options& options) {
     if (!isRead) {
         return;
     }
-    report.bytes = session.bytesRead();
-    report.encoding = toUtf8(reader.document().getParser()->getInputEncoding());
     if (!options.pull) {
         report.tree = statisticsOf(reader.document());
     }
+    if (!reader.requireRoot(report.tree.elements() != 0)) {
+        return;
+    }
+    report.bytes = session.bytesRead();
+    report.encoding = toUtf8(reader.document().getParser()->getInputEncoding());
     report.tokens = tokensOf(session, input);
     if (!options.output.empty()) {
         save(session, reader, options, report);

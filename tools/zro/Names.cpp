@@ -16,4 +16,12 @@ std::string expandedName(ZRName namespaceUri, ZRName prefix, ZRName localName) {
     return namespaceUri.isEmpty() ? name : "{" + printable(namespaceUri.toString()) + "}" + name;
 }
 
+bool isPropertyName(ZRName name) {
+    const UnicodeString& text = name.toString();
+    const int32_t dot = text.indexOf(u'.');
+    return name.isBuiltin()
+           || (dot > 0 && ZRName(UnicodeString(text, 0, dot)).isBuiltin()
+               && ZRName(UnicodeString(text, dot + 1)).isBuiltin());
+}
+
 }  // namespace zro

@@ -13,4 +13,8 @@ std::string qualifiedName(ZroCommon::ZRName prefix, ZroCommon::ZRName localName)
 std::string expandedName(ZroCommon::ZRName namespaceUri, ZroCommon::ZRName prefix,
                          ZroCommon::ZRName localName);
 
+/// Whether the library knows the name as that of a property, or of a component of one:
+/// "space-before", "space-before.optimum".
+bool isPropertyName(ZroCommon::ZRName name);
+
 }  // namespace zro

@@ -28,6 +28,9 @@ constexpr const char* kNoName = "the name is empty";
 std::string reasonOfFile(const std::string& path) {
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
+    if (error == std::errc::permission_denied) {
+        return "permission denied";  // on the way to it
+    }
     if (!std::filesystem::exists(status)) {
         return "no such file";
     }
@@ -46,11 +49,14 @@ std::string reasonOfResource(const UnicodeString& uri, const UnicodeString& from
     if (!fromLibrary.isEmpty()) {
         return explainedNumber(printable(fromLibrary));
     }
+    if (ZRUri(uri, URISTR_PATH_OR_URI_CSS).isDataScheme() && uri.indexOf(u',') < 0) {
+        return "a data: URI needs a comma";
+    }
+    if (!isSchemeOpened(uri)) {
+        return "neither http: nor https:";
+    }
     if (uri.isEmpty()) {
         return kNoName;
-    }
-    if (ZRUri(uri, URISTR_PATH_OR_URI_CSS).isDataScheme()) {
-        return "a data: URI needs a comma";
     }
     const std::string path = localPath(uri);
     return path.empty() ? "nothing is there" : reasonOfFile(path);
@@ -99,6 +105,12 @@ bool isData(const Input& input) {
 
 }  // namespace
 
+bool isSchemeOpened(const UnicodeString& uri) {
+    const ZRUri inner(withoutJar(uri), URISTR_PATH_OR_URI_CSS);
+    const UnicodeString scheme = inner.getScheme().toLower();
+    return inner.isFile() || scheme == u"http" || scheme == u"https";
+}
+
 std::string reasonNotOpened(Session& session, const UnicodeString& uri,
                             const UnicodeString& fromLibrary) {
     const ZRUri parsed(uri, URISTR_PATH_OR_URI_CSS);
@@ -116,7 +128,8 @@ std::string reasonNotWritten(const std::string& path) {
         return "is a directory";
     }
     const auto folder = std::filesystem::path(path).parent_path();
-    if (!folder.empty() && !std::filesystem::is_directory(folder, error)) {
+    if (!folder.empty() && !std::filesystem::is_directory(folder, error)
+        && error != std::errc::permission_denied) {
         return "no such directory: " + printable(fromUtf8(folder.string()));
     }
     return access(path.c_str(), W_OK) == 0 ? "cannot be written" : "permission denied";
@@ -125,13 +138,16 @@ std::string reasonNotWritten(const std::string& path) {
 std::unique_ptr<std::istream> openInput(Session& session, const Input& input) {
     const bool isInline = isData(input);
     auto stream = isInline ? openData(input.uri()) : session.open(input);
-    if (stream == nullptr) {
-        session.end(input);
-        session.fail(
-            input.shownName(),
-            reasonNotOpened(session, input.uri(), isInline ? UnicodeString() : session.failure()));
+    if (stream != nullptr) {
+        return stream;
     }
-    return stream;
+    session.end(input);
+    session.fail(input.shownName(),
+                 input.isStandardInput()
+                     ? session.standardInputFailure()
+                     : reasonNotOpened(session, input.uri(),
+                                       isInline ? UnicodeString() : session.failure()));
+    return nullptr;
 }
 
 std::unique_ptr<std::istream> openSeekableInput(Session& session, const Input& input) {

@@ -22,6 +22,10 @@ std::unique_ptr<std::istream> openSeekableInput(Session& session, const Input& i
 std::string reasonNotOpened(Session& session, const UnicodeString& uri,
                             const UnicodeString& fromLibrary);
 
+/// Whether the library opens URIs of this scheme: `file:`, `http:`, `https:`, and `jar:` with one
+/// of these in it.
+bool isSchemeOpened(const UnicodeString& uri);
+
 /// Why a file cannot be written.
 std::string reasonNotWritten(const std::string& path);
 

@@ -15,6 +15,11 @@ constexpr int kCannotOpen = 0x1003;
 constexpr int kTextAtTopLevel = 0x180E;
 constexpr int kUnknownEncoding = 0x1835;
 
+[[noreturn]] void throwAgain(ZRError error) {
+    error.setErrorCode(static_cast<unsigned short>(plainCode(error)));
+    throw error;
+}
+
 }  // namespace
 
 ParserWatch::ParserWatch(Session& session, const Input& input, ZRXmlParser& parser, int mostErrors)
@@ -42,6 +47,9 @@ void ParserWatch::open() {
 
 void ParserWatch::onError(const ZRError& error, void* self) {
     auto& watch = *static_cast<ParserWatch*>(self);
+    if (watch.m_isOver) {
+        throwAgain(error);
+    }
     const auto position =
         parsePosition(watch.m_parser.getPositionDescription()).value_or(Position());
     if (watch.isRepetition(error, position)) {
@@ -50,14 +58,13 @@ void ParserWatch::onError(const ZRError& error, void* self) {
     watch.add(error, position);
     if (watch.m_errorCount == watch.m_mostErrors || plainCode(error) == kUnknownEncoding) {
         watch.m_ended = true;
-        ZRError fatal = error;
-        fatal.setErrorCode(static_cast<unsigned short>(plainCode(error)));
-        throw fatal;
+        watch.m_isOver = true;
+        throwAgain(error);
     }
 }
 
 void ParserWatch::report(const ZRError& thrown) {
-    if (m_ended) {
+    if (std::exchange(m_isOver, true)) {
         return;
     }
     ZRError error = thrown;
@@ -68,6 +75,14 @@ void ParserWatch::report(const ZRError& thrown) {
         position = parsePosition(m_parser.getPositionDescription());
     }
     add(error, position.value_or(Position()));
+}
+
+bool ParserWatch::requireRoot(bool hasRoot) {
+    if (!hasRoot) {
+        ++m_errorCount;
+        m_session.fail(m_input.shownName(), "has no root element");
+    }
+    return hasRoot;
 }
 
 bool ParserWatch::isRepetition(const ZRError& error, const Position& position) {
@@ -134,7 +149,8 @@ std::string ParserWatch::reason(const ZRError& error) {
     }
     const UnicodeString& message = error.getRawMessage();
     const UnicodeString name(message, message.indexOf(u": ") + 2);
-    const UnicodeString fromLibrary = isDocument(name) ? m_session.failure() : UnicodeString();
+    const UnicodeString fromLibrary =
+        isDocument(name) ? m_session.failure() : m_session.takeFailure(name);
     return ": " + reasonNotOpened(m_session, name, fromLibrary);
 }
 

@@ -36,8 +36,12 @@ public:
     /// \throws ZRError
     void open();
 
-    /// Reports an error that arrived as an exception, unless it was reported already.
+    /// Reports an error that arrived as an exception, unless it was reported already. What comes
+    /// behind it is no news: it ends the parser again without a word.
     void report(const ZroCommon::ZRError& thrown);
+
+    /// Reports that a document without an element is none. \return `hasRoot`
+    bool requireRoot(bool hasRoot);
 
     int errorCount() const { return m_errorCount; }
     /// Whether the parse was ended on purpose.
@@ -64,6 +68,7 @@ private:
     int m_lastCode = 0;
     Position m_lastPosition;
     bool m_ended = false;
+    bool m_isOver = false;                 // whatever ended it
     std::unique_ptr<SourceText> m_source;  // of the file that had the last error
     UnicodeString m_sourceName;
 };

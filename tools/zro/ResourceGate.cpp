@@ -1,6 +1,5 @@
 #include "tools/zro/ResourceGate.h"
 
-#include <algorithm>
 #include <sstream>
 #include <utility>
 
@@ -32,8 +31,19 @@ std::unique_ptr<std::istream> ResourceGate::openFreely(const ZRUri& uri) {
     return stream;
 }
 
-std::vector<UnicodeString> ResourceGate::takeDenied() {
-    return std::exchange(m_denied, {});
+std::vector<MissingResource> ResourceGate::takeMissing() {
+    m_missingUris.clear();
+    return std::exchange(m_missing, {});
+}
+
+UnicodeString ResourceGate::takeFailure(const UnicodeString& uri) {
+    if (m_missing.empty() || m_missing.back().uri != uri) {
+        return {};
+    }
+    UnicodeString failure = std::move(m_missing.back().failure);
+    m_missingUris.erase(uri);
+    m_missing.pop_back();
+    return failure;
 }
 
 // Null sends the library on its own way; the caller owns the result.
@@ -47,10 +57,29 @@ std::istream* ResourceGate::getStream(const UnicodeString& uri) {
         return source ? new OwningStream<CountingBuffer>(std::move(source), m_count) : nullptr;
     }
     if (isAllowed(uri)) {
+        return openAllowed(uri);
+    }
+    remember({uri, true, {}});
+    return new std::istringstream("<!---->");
+}
+
+// The library may pass over what does not open without a word, so it is tried here first. Null
+// lets the library find that out for itself, as it depends on who asks what that means.
+std::istream* ResourceGate::openAllowed(const UnicodeString& uri) {
+    const ZRUri parsed(uri, ZroCommon::URISTR_GUESS);
+    if (parsed.isFile() || m_missingUris.count(uri) != 0 || isPartOfLast(uri)) {
         return nullptr;
     }
-    remember(uri);
-    return new std::istringstream("<!---->");
+    auto stream = openFreely(parsed);
+    if (stream == nullptr) {
+        remember({uri, false, m_failure});
+    }
+    return stream.release();
+}
+
+// The library asks for a package by itself when it has not got an entry as a whole.
+bool ResourceGate::isPartOfLast(const UnicodeString& uri) const {
+    return !m_missing.empty() && m_missing.back().uri.indexOf(uri) > 0;
 }
 
 bool ResourceGate::isAllowed(const UnicodeString& uri) const {
@@ -62,9 +91,9 @@ bool ResourceGate::isAllowed(const UnicodeString& uri) const {
     return false;
 }
 
-void ResourceGate::remember(const UnicodeString& uri) {
-    if (std::find(m_denied.begin(), m_denied.end(), uri) == m_denied.end()) {
-        m_denied.push_back(uri);
+void ResourceGate::remember(MissingResource missing) {
+    if (m_missingUris.insert(missing.uri).second) {
+        m_missing.push_back(std::move(missing));
     }
 }
 

@@ -4,6 +4,7 @@
 #include <functional>
 #include <istream>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -20,11 +21,18 @@ enum class External : std::uint8_t {
     Remote,  ///< anything that can be opened
 };
 
-/// Stands at the library's one door to resources: counts the bytes of the document, and keeps the
-/// document from fetching what it may not.
+/// What a document asked for and did not get.
+struct MissingResource {
+    UnicodeString uri;
+    bool isDenied = false;  ///< nobody tried to open it
+    UnicodeString failure;  ///< what the library said when it did not open; mostly nothing
+};
+
+/// Stands at the library's one door to resources: counts the bytes of the document, keeps the
+/// document from fetching what it may not, and knows what could not be opened.
 ///
-/// What is denied reads as an empty comment, so that parsing goes on without it, and is
-/// remembered. Installed for the process while it lives.
+/// What is denied reads as an empty comment, so that parsing goes on without it. Installed for the
+/// process while it lives.
 class ResourceGate : public ZroCommon::ZRUriReferenceResolver {
 public:
     explicit ResourceGate(External allowed);
@@ -44,20 +52,26 @@ public:
     /// What the library said when it last opened nothing by `openFreely`, or for the document.
     const UnicodeString& failure() const { return m_failure; }
 
-    /// The URIs that were denied since the last call, without repetition.
-    std::vector<UnicodeString> takeDenied();
+    /// What was missing since the last call, without repetition. Files are not among it unless
+    /// they were denied: that one is not there is an error of the library's own.
+    std::vector<MissingResource> takeMissing();
+    /// Forgets the last one if it has this URI, as an error tells it. \return its `failure`
+    UnicodeString takeFailure(const UnicodeString& uri);
 
     std::istream* getStream(const UnicodeString& uri) override;
 
 private:
     bool isAllowed(const UnicodeString& uri) const;
-    void remember(const UnicodeString& uri);
+    std::istream* openAllowed(const UnicodeString& uri);
+    bool isPartOfLast(const UnicodeString& uri) const;
+    void remember(MissingResource missing);
 
     External m_allowed;
     bool m_documentExpected = false;
     bool m_open = false;  // everything passes
     std::function<void(std::uint64_t)> m_count;
-    std::vector<UnicodeString> m_denied;
+    std::vector<MissingResource> m_missing;
+    std::set<UnicodeString> m_missingUris;
     UnicodeString m_failure;
     ZRUriReferenceResolver* m_previous;
 };

@@ -2,9 +2,13 @@
 
 #include <iostream>
 #include <sstream>
+#include <system_error>
 #include <unistd.h>
 #include <utility>
 
+#include "zro/foundation/ZRError.h"
+
+#include "tools/zro/Opening.h"
 #include "tools/zro/Text.h"
 
 namespace zro {
@@ -25,6 +29,9 @@ void Session::begin(const Input& input) {
     startCount(input, input.size());
     if (input.isStandardInput()) {
         m_gate.expectNoDocument();
+        if (const std::string failure = standardInputFailure(); !failure.empty()) {
+            throw ZroCommon::ZRError(0, fromUtf8(failure));
+        }
     } else {
         m_gate.expectDocument([this](std::uint64_t bytes) { countBytes(bytes); });
     }
@@ -34,7 +41,9 @@ std::unique_ptr<std::istream> Session::open(const Input& input) {
     m_gate.expectNoDocument();
     if (input.isStandardInput()) {
         startCount(input, 0);
-        return std::make_unique<std::istream>(m_standardInput.rdbuf());
+        return standardInputFailure().empty()
+                   ? std::make_unique<std::istream>(m_standardInput.rdbuf())
+                   : nullptr;
     }
     auto source = openFreely(input.uri());
     if (source != nullptr) {
@@ -58,6 +67,14 @@ std::unique_ptr<std::istream> Session::openFreely(const UnicodeString& uri) {
 void Session::countBytes(std::uint64_t bytes) {
     m_bytesRead = bytes;
     m_progress.advanceTo(bytes);
+}
+
+std::string Session::standardInputFailure() {
+    StandardInput& source = m_standardInput.buffer();
+    source.sgetc();
+    return source.error() == 0
+               ? ""
+               : "cannot be read: " + std::generic_category().message(source.error());
 }
 
 std::unique_ptr<std::istream> Session::reopen(const Input& input) {
@@ -101,12 +118,22 @@ void Session::note(const std::string& file, const std::string& message, const st
 void Session::end(const Input& input) {
     m_progress.clear();
     m_gate.expectNoDocument();
-    for (const UnicodeString& uri : m_gate.takeDenied()) {
-        note(input.shownName(), "not fetched, reads as empty: " + printable(uri),
-             m_settings.external == External::None
-                 ? "--no-external keeps documents from bringing in anything"
-                 : "--allow-remote lets documents fetch more than local files");
+    for (const MissingResource& missing : m_gate.takeMissing()) {
+        noteMissing(input, missing);
     }
+}
+
+void Session::noteMissing(const Input& input, const MissingResource& missing) {
+    const std::string name = printable(missing.uri);
+    if (!missing.isDenied || !isSchemeOpened(missing.uri)) {
+        note(input.shownName(), "cannot be opened, reads as empty: " + name + ": "
+                                    + reasonNotOpened(*this, missing.uri, missing.failure));
+        return;
+    }
+    note(input.shownName(), "not fetched, reads as empty: " + name,
+         m_settings.external == External::None
+             ? "--no-external keeps documents from bringing in anything"
+             : "--allow-remote lets documents fetch more than local files");
 }
 
 }  // namespace zro

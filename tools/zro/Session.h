@@ -51,6 +51,7 @@ public:
 
     /// To be called before a parser or document opens the input: counts its bytes, moves the
     /// progress bar, and lets the document itself through whatever it may fetch.
+    /// \throws ZRError  when it is standard input and that cannot be read
     void begin(const Input& input);
     /// The bytes of the input as they come, counted as well; cannot seek. Null when there is none;
     /// see `openInput`.
@@ -65,6 +66,8 @@ public:
     std::uint64_t bytesRead() const { return m_bytesRead; }
 
     std::istream& standardInput() { return m_standardInput; }
+    /// Why standard input gives nothing, a folder for example; mostly nothing. Waits for its start.
+    std::string standardInputFailure();
 
     /// The input from its start once more, or null when it cannot be had twice.
     std::unique_ptr<std::istream> reopen(const Input& input);
@@ -80,8 +83,11 @@ public:
     /// Keeps the progress bar away, for results that go to the terminal while the input is read.
     void hideProgress() { m_progress.hide(); }
 
+    /// The same for a resource of the document that an error is about.
+    UnicodeString takeFailure(const UnicodeString& uri) { return m_gate.takeFailure(uri); }
+
     /// To be called when the input has been read: takes the progress bar away, and says which
-    /// resources the document was kept from fetching.
+    /// resources the document asked for in vain.
     void end(const Input& input);
 
     /// Whether standard output has failed, so that further results are in vain.
@@ -95,6 +101,7 @@ public:
 private:
     void startCount(const Input& input, std::uint64_t size);
     void countBytes(std::uint64_t bytes);
+    void noteMissing(const Input& input, const MissingResource& missing);
 
     Settings m_settings;
     OutputBuffer m_buffer;

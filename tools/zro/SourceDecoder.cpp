@@ -66,6 +66,12 @@ bool isWide(const char* name) {
            || canonical.starts_with("ISO-10646");
 }
 
+// What the bit patterns alone let through: overlong forms, surrogates, and what is beyond Unicode.
+bool isWellFormed(char32_t character, int length) {
+    const char32_t smallest = length == 2 ? 0x80 : length == 3 ? 0x800 : 0x10000;
+    return character >= smallest && character <= 0x10FFFF && !U_IS_SURROGATE(character);
+}
+
 bool isUtf8(std::string name) {
     std::transform(name.begin(), name.end(), name.begin(),
                    [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
@@ -140,6 +146,7 @@ int SourceDecoder::nextByte() {
 
 std::optional<char32_t> SourceDecoder::nextUtf8() {
     const int first = nextByte();
+    m_isBroken = false;
     if (first < 0) {
         return std::nullopt;
     }
@@ -149,6 +156,7 @@ std::optional<char32_t> SourceDecoder::nextUtf8() {
 // The parser's rule, not the usual one: a bad byte is eaten as continuation, up to four in all, and
 // the whole counts as one character.
 char32_t SourceDecoder::completeUtf8(unsigned first) {
+    m_isBroken = true;
     char32_t value = 0;
     for (int length = 2; length <= 4; ++length) {
         const int byte = nextByte();
@@ -158,11 +166,20 @@ char32_t SourceDecoder::completeUtf8(unsigned first) {
         value = (value << 6) | static_cast<char32_t>(byte & 0x3F);
         const unsigned lead = 0xFFU & ~(0xFFU >> length);
         if ((first & (lead | (0x80U >> length))) == lead) {
-            const char32_t high = first & (0x7FU >> length);
-            return (high << (6 * (length - 1))) | value;
+            value |= char32_t{first & (0x7FU >> length)} << (6 * (length - 1));
+            m_isBroken = !isWellFormed(value, length);
+            return value;
         }
     }
     return kReplacement;
+}
+
+std::uint64_t SourceDecoder::countBroken() {
+    std::uint64_t count = 0;
+    while (!m_transcoder && nextUtf8()) {
+        count += m_isBroken ? 1U : 0U;
+    }
+    return count;
 }
 
 std::optional<char16_t> SourceDecoder::nextUnit() {

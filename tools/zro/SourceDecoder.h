@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <istream>
 #include <memory>
 #include <optional>
@@ -20,6 +21,13 @@ public:
 
     /// The next character, U+FFFD for a broken one; nothing at the end.
     std::optional<char32_t> next();
+
+    /// Whether the last character came of bytes that are malformed in UTF-8, though it may look
+    /// like any other. In other encodings never.
+    bool isBroken() const { return m_isBroken; }
+
+    /// Reads on to the end. \return the number of such characters on the way
+    std::uint64_t countBroken();
 
     /// Characters at the start that the parser looks at before it begins to count columns.
     int uncounted() const { return m_uncounted; }
@@ -47,6 +55,7 @@ private:
     std::unique_ptr<ZroCommon::ZRTCVStream> m_transcoder;  // null: UTF-8
     std::optional<char16_t> m_unit;                        // read behind the first half of a pair
     int m_uncounted = 0;
+    bool m_isBroken = false;
 };
 
 }  // namespace zro

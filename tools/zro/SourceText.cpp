@@ -62,6 +62,21 @@ bool SourceText::moveTo(ReadPosition position) {
            || (position.line == first.number && charactersRead(first) >= first.dropped);
 }
 
+void SourceText::moveToBroken() {
+    ReadPosition position;
+    for (auto character = m_decoder.next(); character; character = m_decoder.next()) {
+        const Line& line = m_lines.back();
+        const std::size_t read = line.dropped + line.text.size() + 1;
+        position = {line.number, static_cast<int>(read)};
+        take(*character);
+        if (m_decoder.isBroken()) {
+            break;
+        }
+    }
+    position.column -= position.line == 1 ? m_decoder.uncounted() : 0;
+    moveTo(position);
+}
+
 // Line ends as the parser folds them: CR LF, CR U+0085, CR, LF, U+0085 and U+2028.
 void SourceText::take(char32_t character) {
     const bool completes = m_afterReturn && (character == U'\n' || character == kNextLine);

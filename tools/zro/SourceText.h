@@ -39,6 +39,9 @@ public:
     /// long. \return false when the position is behind us already
     bool moveTo(ReadPosition position);
 
+    /// Reads on to the first character that is malformed in UTF-8, or to the end.
+    void moveToBroken();
+
     /// The last character read. When that was a line end, the end of its line.
     Excerpt atPosition() const;
 

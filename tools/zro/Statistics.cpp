@@ -5,6 +5,8 @@
 #include "zro/dom/ZRNodeList.h"
 #include "zro/dom/ZRTreeIterator.h"
 
+#include "tools/zro/Names.h"
+
 namespace zro {
 
 using ZroCommon::ZRDocument;
@@ -56,7 +58,7 @@ void TreeStatistics::addAttribute(const ZRNode& attribute, bool isFormattingObje
     m_names.insert(ZRNameEnum{name});
     if (!uri.isEmpty()) {
         ++namespaceOf(uri, attribute.getPrefix()).attributes;
-    } else if (isFormattingObject && name.isBuiltin()) {
+    } else if (isFormattingObject && isPropertyName(name)) {
         ++m_properties[ZRNameEnum{name}];
     }
 }

@@ -152,7 +152,7 @@ void printTree(Session& session, const Options& options) {
     DocumentReader reader(session, input);
     reader.attempt([&reader] { reader.load(); });
     session.end(input);
-    printAll(session, reader.document(), options);
+    reader.attempt([&] { printAll(session, reader.document(), options); });
 }
 
 }  // namespace

@@ -48,7 +48,7 @@ ValueSurvey::ValueSurvey(ZroCommon::ZRDocument& document) {
 void ValueSurvey::addElement(ZRNode& element) {
     ZRNamedNodeMap& map = *element.getAttributes();
     for (ZRNode* node = map.getFirstNode(); node != nullptr; node = map.getNextNode(node)) {
-        if (node->getNamespaceUri().isEmpty() && node->getLocalName().isBuiltin()) {
+        if (node->getNamespaceUri().isEmpty() && isPropertyName(node->getLocalName())) {
             addProperty(element, *node);
         }
     }

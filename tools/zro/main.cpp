@@ -18,6 +18,7 @@
 #include "tools/zro/Diagnostic.h"
 #include "tools/zro/Output.h"
 #include "tools/zro/Session.h"
+#include "tools/zro/Usage.h"
 
 namespace {
 
@@ -159,8 +160,8 @@ int parseAndRun(CLI::App& program, int argc, char** argv, const CommonOptions& o
         if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
             return tellAboutItself(program, error);
         }
-        complain(asksForJson(argc, argv), error.what(),
-                 "zro --help lists the commands, zro COMMAND --help their options");
+        const zro::Complaint complaint = zro::complaintOn(program, error);
+        complain(asksForJson(argc, argv), complaint.message, complaint.hint);
         return Session::kWrongUsage;
     }
     limitResources(options);
