@@ -61,9 +61,9 @@ public:
     bool isA(unsigned int typeID) const override;
     UnicodeString getTypeName() const override;
 
-    /// "prefix:local", or the local name alone.
+    /// "prefix:local", or the local name alone, for people: code compares `getLocalName`.
     virtual ZRName getNodeName() const;
-    virtual ZRName getLocalName() const = 0;
+    virtual ZRName getLocalName() const = 0;  ///< without prefix; `getNamespaceUri` goes with it
     virtual ZRName getNamespaceUri() const;
     virtual ZRName getPrefix() const;
     /// Does nothing but on elements and attributes.

@@ -43,7 +43,8 @@ struct Bytes {
     }
 };
 
-// Every byte that was looked at is used up, also the one that broke the sequence.
+// On purpose: every byte that was looked at is used up, also the one that broke the sequence, and
+// what the bits say is not tested.
 char32_t utf8Character(Bytes& bytes) {
     Byte first = 0;
     bytes.next(first);

@@ -209,6 +209,7 @@ void InputOpener::openEntity(const UnicodeString& systemId) {
         stream = openResource(uri);
     }
     if (stream == nullptr) {
+        // On purpose: what is no file and cannot be opened is empty, and nothing tells.
         if (uri.isFile()) {
             throwIOError(IOError::CannotOpenFile, ErrorSite::ParserPushStream, uri.toString());
         }
