@@ -47,10 +47,10 @@ Checksum checksumOf(std::istream& stream, std::ostream* target) {
     return sum;
 }
 
-std::string wrongCrc32(const Checksum& given, std::uint32_t wanted, const char* place) {
+std::string wrongCrc32(const Checksum& given, std::uint32_t wanted) {
     return given.crc32() == wanted ? ""
                                    : "is damaged: its CRC-32 is " + digitsOf(given.crc32())
-                                         + ", and " + digitsOf(wanted) + " by its " + place;
+                                         + ", and " + digitsOf(wanted) + " by its header";
 }
 
 std::string damagedBehind(std::uint64_t size, std::uint64_t of) {

@@ -26,8 +26,7 @@ private:
 Checksum checksumOf(std::istream& stream, std::ostream* target);
 
 /// "is damaged: its CRC-32 is 00001A2B, and 00003C4D by its header"; empty when they are the same.
-/// \param place  what has the other one
-std::string wrongCrc32(const Checksum& given, std::uint32_t wanted, const char* place);
+std::string wrongCrc32(const Checksum& given, std::uint32_t wanted);
 
 /// "is damaged behind byte 7 of 9". Where a limit on resources may be the cause, it says so.
 /// \param of  the size that was told; 0 when there is none

@@ -1,12 +1,13 @@
+// Gzip data for people: the library's stream passes over faults, here each of them is told.
 #include <algorithm>
 #include <array>
-#include <cstring>
-#include <optional>
+#include <new>
 #include <string>
-#include <string_view>
 #include <utility>
 
-#include "zro/streams/compression/ZRGzipStream.h"
+#include <zlib.h>
+
+#include "zro/foundation/ZRResourceLimits.h"
 
 #include "tools/zro/CheckedBytes.h"
 #include "tools/zro/Checksum.h"
@@ -15,181 +16,125 @@
 namespace zro {
 namespace {
 
-using ZroCommon::ZRGzipStream;
-
-constexpr std::string_view kMemberStart = "\x1F\x8B\x08";
-constexpr std::size_t kTrailer = 8;
-
-std::uint32_t numberAt(std::string_view bytes) {
-    std::uint32_t number = 0;
-    for (std::size_t i = 4; i-- > 0;) {
-        number = number << 8U | static_cast<unsigned char>(bytes[i]);
-    }
-    return number;
-}
-
-// The check value and the low bits of the size, each from its lowest byte on.
-std::string trailerOf(const Checksum& sum) {
-    std::string bytes;
-    for (const std::uint64_t number : {std::uint64_t{sum.crc32()}, sum.size()}) {
-        for (unsigned shift = 0; shift < 32; shift += 8) {
-            bytes += static_cast<char>(number >> shift & 0xFFU);
-        }
-    }
-    return bytes;
-}
-
-/// Gzip data, as a stream that seems to begin anew with each member. The library reads ahead of
-/// what it needs and does not say where a member ends, so what was read last is kept, for the
-/// trailer to be found in it.
-class PackedBuffer : public std::streambuf {
-public:
-    explicit PackedBuffer(std::unique_ptr<std::istream> packed) : m_packed(std::move(packed)) {}
-
-    /// Whether a member begins here; then the stream begins with it.
-    bool beginMember() {
-        await(4);
-        setg(gptr(), gptr(), egptr());
-        constexpr char kHighestFlags = '\x1F';
-        return ahead().starts_with(kMemberStart) && ahead().size() > 3 && ahead()[3] >= 0
-               && ahead()[3] <= kHighestFlags;
-    }
-
-    /// Moves behind a trailer. \return false when it is not there. If the next member is the same
-    /// as this one, so is its trailer; so none with only its size right may come before.
-    bool skipTrailer(const std::string& trailer) {
-        await(kTrailer);
-        const std::string_view kept(eback(), static_cast<std::size_t>(egptr() - eback()));
-        std::size_t found = kept.find(trailer);
-        if (found == kept.npos || kept.find(trailer.substr(4).append(kMemberStart)) < found + 4) {
-            return false;
-        }
-        if (kept.compare(found + 1, kTrailer, trailer) == 0) {
-            ++found;  // an empty member has one nought more before its trailer of noughts
-        }
-        char* const behind = eback() + found + kTrailer;
-        setg(behind, behind, egptr());
-        return true;
-    }
-
-    /// Whether something comes but noughts, which fill up the blocks of tapes.
-    bool hasMore() {
-        await(1);
-        return ahead().find_first_not_of('\0') != std::string_view::npos;
-    }
-
-    /// The check value in the trailer, when this is the end of the data and its size is right.
-    std::optional<std::uint32_t> lastCheck(std::uint64_t size) {
-        await(kTrailer + 1);
-        const std::string_view kept(eback(), static_cast<std::size_t>(egptr() - eback()));
-        if (ahead().size() > kTrailer || kept.size() < kTrailer
-            || numberAt(kept.substr(kept.size() - 4)) != static_cast<std::uint32_t>(size)) {
-            return std::nullopt;
-        }
-        return numberAt(kept.substr(kept.size() - kTrailer));
-    }
-
-protected:
-    int_type underflow() override {
-        return fill() ? traits_type::to_int_type(*gptr()) : traits_type::eof();
-    }
-
-    // Only to the start, where it stands.
-    pos_type seekpos(pos_type position, std::ios_base::openmode /*which*/) override {
-        return position == pos_type(0) && gptr() == eback() ? position : pos_type(off_type(-1));
-    }
-
-private:
-    static constexpr std::size_t kKept = 65536;
-
-    std::string_view ahead() const { return {gptr(), static_cast<std::size_t>(egptr() - gptr())}; }
-
-    void await(std::size_t count) {
-        while (ahead().size() < count && fill()) {
-        }
-    }
-
-    // Adds to what is ahead, and keeps some of what has been read.
-    bool fill() {
-        const auto kept = std::min(kKept, static_cast<std::size_t>(gptr() - eback()));
-        const std::size_t held = kept + ahead().size();
-        if (held > 0) {
-            std::memmove(m_memory.data(), gptr() - kept, held);
-        }
-        char* const start = m_memory.data();
-        const std::size_t count = readReady(*m_packed->rdbuf(), std::span(m_memory).subspan(held));
-        setg(start, start + kept, start + held + count);
-        return count > 0;
-    }
-
-    std::unique_ptr<std::istream> m_packed;
-    std::array<char, 2 * kKept> m_memory{};
-};
-
-/// What is packed in all members.
+/// What is packed in all members, up to the first fault.
 class UnpackedBuffer : public BlockBuffer {
 public:
-    explicit UnpackedBuffer(std::unique_ptr<std::istream> packed)
-        : m_packed(std::move(packed)), m_hasMember(m_packed.buffer().beginMember()) {
-        beginMember();
+    explicit UnpackedBuffer(std::unique_ptr<std::istream> packed) : m_packed(std::move(packed)) {
+        constexpr int kGzipFraming = 16 + MAX_WBITS;
+        if (inflateInit2(&m_stream, kGzipFraming) != Z_OK) {
+            throw std::bad_alloc();
+        }
+    }
+    UnpackedBuffer(const UnpackedBuffer&) = delete;
+    UnpackedBuffer& operator=(const UnpackedBuffer&) = delete;
+    ~UnpackedBuffer() override { inflateEnd(&m_stream); }
+
+    /// Whether a member begins here.
+    bool hasMember() {
+        while (m_stream.avail_in < 2 && fill()) {
+        }
+        return m_stream.avail_in >= 2 && m_stream.next_in[0] == 0x1F && m_stream.next_in[1] == 0x8B;
     }
 
-    bool hasMember() const { return m_hasMember; }
     const std::string& fault() const { return m_fault; }
 
 protected:
     std::size_t readBlock(std::span<char> room) override {
-        while (m_member) {
-            const std::streamsize count =
-                m_member->rdbuf()->sgetn(room.data(), static_cast<std::streamsize>(room.size()));
-            if (count > 0) {
-                m_sum.add({room.data(), static_cast<std::size_t>(count)});
-                return static_cast<std::size_t>(count);
+        std::size_t made = 0;
+        while (made == 0 && !m_isAtEnd) {
+            if (isBeyondLimits()) {
+                endWith(damagedBehind(size(), 0));
+            } else if (m_stream.avail_in == 0 && !fill()) {
+                endWith(damagedBehind(size(), 0) + ": there is no more");
+            } else {
+                made = expand(room);
             }
-            endMember();
         }
-        return 0;
+        return made;
     }
 
 private:
-    void beginMember() {
-        m_packed.clear();
-        m_sum = {};
-        m_member.reset();
-        if (m_hasMember) {
-            m_member.emplace(m_packed);
+    std::uint64_t size() const { return m_before + m_stream.total_out; }
+
+    // Adds to the input, which is at most some bytes.
+    bool fill() {
+        std::copy_n(m_stream.next_in, m_stream.avail_in, m_input.begin());
+        const auto rest = std::span(m_input).subspan(m_stream.avail_in);
+        const std::size_t count =
+            readReady(*m_packed->rdbuf(), {reinterpret_cast<char*>(rest.data()), rest.size()});
+        m_stream.next_in = m_input.data();
+        m_stream.avail_in += static_cast<uInt>(count);
+        return count > 0;
+    }
+
+    std::size_t expand(std::span<char> room) {
+        m_stream.next_out = reinterpret_cast<Bytef*>(room.data());
+        m_stream.avail_out = static_cast<uInt>(room.size());
+        const int code = inflate(&m_stream, Z_NO_FLUSH);
+        const std::size_t made = room.size() - m_stream.avail_out;
+        if (code == Z_STREAM_END) {
+            endMember();
+        } else if (code == Z_MEM_ERROR) {
+            throw std::bad_alloc();
+        } else if (code != Z_OK && code != Z_BUF_ERROR) {
+            const std::string what =
+                m_stream.msg == nullptr ? "" : ": " + std::string(m_stream.msg);
+            endWith(damagedBehind(size(), 0) + what);
         }
+        return made;
     }
 
     void endMember() {
-        m_before += m_sum.size();
-        if (m_packed.buffer().skipTrailer(trailerOf(m_sum))) {
-            m_hasMember = m_packed.buffer().beginMember();
-            if (!m_hasMember && m_packed.buffer().hasMore()) {
-                m_fault = "goes on with no gzip data behind byte " + withThousands(m_before);
-            }
+        m_before = size();
+        m_stream.total_out = 0;
+        if (hasMember()) {
+            inflateReset(&m_stream);
         } else {
-            const auto check = m_packed.buffer().lastCheck(m_sum.size());
-            m_fault = wrongCrc32(m_sum, check.value_or(m_sum.crc32()), "trailer");
-            m_fault = m_fault.empty() ? damagedBehind(m_before, 0) : m_fault;
-            m_hasMember = false;
+            endWith(isFilledUp()
+                        ? ""
+                        : "goes on with no gzip data behind byte " + withThousands(m_before));
         }
-        beginMember();
     }
 
-    OwningStream<PackedBuffer> m_packed;
-    bool m_hasMember;
-    std::optional<ZRGzipStream> m_member;
-    Checksum m_sum;              // of the member
-    std::uint64_t m_before = 0;  // bytes of the members before it
+    // Whether nothing follows but noughts, as tapes have them.
+    bool isFilledUp() {
+        do {
+            const Bytef* const end = m_stream.next_in + m_stream.avail_in;
+            if (std::any_of<const Bytef*>(m_stream.next_in, end, [](Bytef b) { return b != 0; })) {
+                return false;
+            }
+            m_stream.avail_in = 0;
+        } while (fill());
+        return true;
+    }
+
+    // As the library does: for each member by itself.
+    bool isBeyondLimits() const {
+        const auto limits = ZroCommon::ZRResourceLimits::getCurrent();
+        const std::uint64_t made = m_stream.total_out;
+        return (limits.expandedBytes != 0 && made >= limits.expandedBytes)
+               || (limits.expansionFactor != 0 && made > limits.expansionGrace
+                   && made / limits.expansionFactor > m_stream.total_in);
+    }
+
+    void endWith(std::string fault) {
+        m_fault = std::move(fault);
+        m_isAtEnd = true;
+    }
+
+    std::unique_ptr<std::istream> m_packed;
+    std::array<Bytef, 65536> m_input{};
+    z_stream m_stream{};
+    std::uint64_t m_before = 0;  // bytes of the members before this one
     std::string m_fault;
+    bool m_isAtEnd = false;
 };
 
 }  // namespace
 
 CheckedBytes unpacked(CheckedBytes packed) {
     auto stream = std::make_unique<OwningStream<UnpackedBuffer>>(std::move(packed.stream));
-    const UnpackedBuffer& buffer = stream->buffer();
+    UnpackedBuffer& buffer = stream->buffer();
     if (!buffer.hasMember()) {
         return {};
     }

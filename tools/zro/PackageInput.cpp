@@ -31,6 +31,14 @@ std::string reasonNotUnpacked(const ZRZipFileEntry& entry) {
                : "is packed by " + methodName(entry) + ", which is not undone";
 }
 
+// Behind an entry without data stands its descriptor, if it has one, and else the directory.
+bool isEmpty(std::istream& package, const ZRZipFileEntry& entry) {
+    constexpr std::uint32_t kDirectorySignature = 0x02014B50;
+    const std::uint32_t signature = signatureBehind(package, entry);
+    return signature == ZRZipEntry::kDescriptorSignature
+           || (signature == kDirectorySignature && entry.getCrc32() == 0);
+}
+
 // Some writers leave noughts where they have descriptors.
 bool isChecked(const ZRZipFileEntry& entry) {
     return (entry.getFlags() & kSizesBehindData) == 0 || entry.getCrc32() != 0;
@@ -69,8 +77,7 @@ bool isSizeBehindData(const ZRZipFileEntry& entry) {
 }
 
 std::string faultOfData(std::istream& package, const ZRZipFileEntry& entry, const Checksum& given) {
-    if (isSizeBehindData(entry)
-        && signatureBehind(package, entry) != ZRZipEntry::kDescriptorSignature) {
+    if (isSizeBehindData(entry) && !isEmpty(package, entry)) {
         return "has its size only behind its data: zro zip why tells";
     }
     if (std::string reason = reasonNotUnpacked(entry); !reason.empty()) {
@@ -81,8 +88,12 @@ std::string faultOfData(std::istream& package, const ZRZipFileEntry& entry, cons
                    ? ""
                    : "has its size only in a ZIP64 field, which is not read";
     }
+    if (entry.getUncompressedSize() == kInZip64Field) {
+        return wrongCrc32(given, entry.getCrc32());
+    }
+    const bool isStored = entry.getCompressionMethod() == ZroCommon::CMETHOD_STORED;
     const std::uint64_t size =
-        isChecked(entry) ? entry.getUncompressedSize() : entry.getCompressedSize();
+        isChecked(entry) || !isStored ? entry.getUncompressedSize() : entry.getCompressedSize();
     if (given.size() < size) {
         return damagedBehind(given.size(), size);
     }
@@ -91,7 +102,7 @@ std::string faultOfData(std::istream& package, const ZRZipFileEntry& entry, cons
     }
     return given.size() > size ? "is damaged: it has " + counted(given.size(), "byte") + ", and "
                                      + withThousands(size) + " by its header"
-                               : wrongCrc32(given, entry.getCrc32(), "header");
+                               : wrongCrc32(given, entry.getCrc32());
 }
 
 std::string methodName(const ZroCommon::ZRZipFileEntry& entry) {

@@ -17,10 +17,12 @@
 
 namespace zro {
 
-/// Ends documents that grow by their entities without end, and refuses no other.
+/// Ends documents that grow by their entities without end, or whose external entities bring in
+/// themselves, and refuses no sensible one.
 inline ZroCommon::ZRLimits commonLimits() {
     ZroCommon::ZRLimits limits;
     limits.entityExpansionFactor = ZroCommon::ZRLimits::strict().entityExpansionFactor;
+    limits.inputNesting = ZroCommon::ZRLimits::strict().inputNesting;
     return limits;
 }
 

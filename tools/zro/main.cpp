@@ -83,8 +83,8 @@ void addCommonOptions(CLI::App& program, CommonOptions& options) {
         ->check(CLI::IsMember({"auto", "always", "never"}));
     zro::addOption(program, "--limits", options.limits, "LIMITS",
                    "Guards against hostile documents: strict, none, or any of depth=N\n"
-                   "(open elements), nesting=N (inputs inside one another), expansion=N\n"
-                   "(entity text, times the input; 100 by default), joined by commas")
+                   "(open elements), nesting=N (inputs inside one another; 40 by default),\n"
+                   "expansion=N (entity text, times the input; 100 by default), joined by commas")
         ->delimiter(',')
         ->allow_extra_args(false)
         ->check(CLI::Validator(limitError, ""));
@@ -117,7 +117,11 @@ Settings settingsOf(const CommonOptions& options) {
 
 // Whatever is opened goes by these, be it a document or what it brings in.
 void limitResources(const CommonOptions& options) {
-    if (std::find(options.limits.begin(), options.limits.end(), "strict") != options.limits.end()) {
+    bool isStrict = false;
+    for (const std::string& word : options.limits) {
+        isStrict = word == "strict" || (isStrict && word != "none");
+    }
+    if (isStrict) {
         ZRResourceLimits::setCurrent(ZRResourceLimits::strict());
     }
 }

@@ -26,8 +26,9 @@ private:
     ExpandedBlock m_block;
 };
 
-/// Reads all members of a file, and meets faults where zlib's file functions do, but for that of a
-/// check value of the header. \return null without a file
+/// Reads all members of a file, and holds back what zlib's file functions hold back before a fault
+/// when they fill runs of 16384 bytes; a wrong check value of the header is none.
+/// \return null without a file
 std::unique_ptr<GzipReader> readGzipFile(std::unique_ptr<std::istream> file);
 
 /// Reads the first member of a stream that can seek, from the start of the stream. It must live as

@@ -4,12 +4,15 @@
 #include <limits>
 #include <new>
 
+#include "zro/streams/compression/internal/ExpandedBlock.h"
+
 namespace ZroCommon::internal {
 namespace {
 
 constexpr std::size_t kLargestPiece = std::size_t{1} << 30U;
 static_assert(kLargestPiece <= std::numeric_limits<uInt>::max());
 
+constexpr std::size_t kBlock = ExpandedBlock::kSize;
 constexpr int kRawData = -MAX_WBITS;  // negative for no framing
 
 uInt pieceOf(std::size_t size) {
@@ -84,6 +87,22 @@ std::size_t InflateState::expand(std::span<char> room) {
     if (!isReady()) {
         throw std::bad_alloc();
     }
+    if (m_limits.expansionFactor == 0) {
+        return expandAllowed(room);
+    }
+    // The limit is looked at at the same places whatever the room is.
+    std::size_t made = 0;
+    std::size_t wanted = 0;
+    std::size_t step = 0;
+    do {
+        wanted = std::min(room.size() - made, kBlock - static_cast<std::size_t>(m_made % kBlock));
+        step = expandAllowed(room.subspan(made, wanted));
+        made += step;
+    } while (step == wanted && made < room.size());
+    return made;
+}
+
+std::size_t InflateState::expandAllowed(std::span<char> room) {
     const std::size_t size = allowed(room.size());
     if (size == 0 && !room.empty() && m_status == Status::Running) {
         m_status = Status::Broken;

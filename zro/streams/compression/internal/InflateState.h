@@ -50,6 +50,7 @@ private:
 
     void feed();
     void judge(int code);
+    std::size_t expandAllowed(std::span<char> room);
     std::size_t expandFreely(std::span<char> room);
     std::size_t allowed(std::size_t size) const;
 
