@@ -205,7 +205,7 @@ void parts(Session& session, const Options& options) {
 void addOoxmlCommand(CLI::App& program, Task& task) {
     CLI::App& command = addCommand(
         program, "ooxml", "Look into office documents that are ZIP packages (docx, xlsx, pptx)",
-        "What cannot be read, and where relationships lead to nothing, goes to standard error.",
+        "What cannot be read, and for parts where relationships lead to nothing, is an error.",
         "  zro ooxml parts letter.docx\n"
         "  zro ooxml rels letter.docx --json | jq 'select(.mode == \"External\").target'\n"
         "  zro ooxml types 'jar:file:///tmp/outer.zip!/letter.docx'\n");

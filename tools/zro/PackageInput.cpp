@@ -33,10 +33,9 @@ std::string reasonNotUnpacked(const ZRZipFileEntry& entry) {
 
 // Behind an entry without data stands its descriptor, if it has one, and else the directory.
 bool isEmpty(std::istream& package, const ZRZipFileEntry& entry) {
-    constexpr std::uint32_t kDirectorySignature = 0x02014B50;
     const std::uint32_t signature = signatureBehind(package, entry);
     return signature == ZRZipEntry::kDescriptorSignature
-           || (signature == kDirectorySignature && entry.getCrc32() == 0);
+           || (signature == ZRZipEntry::kDirectorySignature && entry.getCrc32() == 0);
 }
 
 // Some writers leave noughts where they have descriptors.

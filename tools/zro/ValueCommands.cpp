@@ -195,12 +195,15 @@ void addLinkCommand(CLI::App& program, Task& task) {
                    "  zro link 'a.pdf#page=3&view=fith,1in'\n"
                    "  zro link --excel 'a.xls#sheet=2'\n");
     addOption(command, "TEXT", options->text, " ", "A reference or destination")->required();
-    CLI::Option_group& group = *command.add_option_group("");
+    std::vector<CLI::Option*> readers;
     for (std::size_t index = 0; index < kLinkReaders.size(); ++index) {
-        group.add_flag(kLinkReaders[index].option, options->chosen[index],
-                       kLinkReaders[index].help);
+        CLI::Option* const reader = command.add_flag(
+            kLinkReaders[index].option, options->chosen[index], kLinkReaders[index].help);
+        for (CLI::Option* const other : readers) {
+            reader->excludes(other);
+        }
+        readers.push_back(reader->option_text(" "));
     }
-    group.require_option(0, 1);
     setTask(command, task, options, showLink);
 }
 

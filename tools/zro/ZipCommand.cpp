@@ -53,8 +53,57 @@ Json jsonOf(const ZRZipFileEntry& entry) {
     return object;
 }
 
+constexpr int kDescriptorSize = 16;
+constexpr const char* kOutOfReach =
+    "has no directory where its walk ends: entries may be out of reach";
+
+struct Signature {
+    std::uint32_t number;
+    const char* meaning;
+};
+
+constexpr std::array kSignatures = {
+    Signature{ZRZipEntry::kLocalHeaderSignature, "an entry that --limits keeps out of reach"},
+    Signature{ZRZipEntry::kDirectorySignature, "the central directory"},
+    Signature{ZRZipEntry::kEndSignature, "the end record"},
+    Signature{0x08064B50, "an archive extra data record"},
+    Signature{0x06064B50, "a ZIP64 end record"},
+    Signature{0x30304B50, "the marker of a split archive"},
+    Signature{0, "nothing, or noughts"},
+};
+
+std::string meaningOf(std::uint32_t signature) {
+    for (const auto& [number, meaning] : kSignatures) {
+        if (number == signature) {
+            return meaning;
+        }
+    }
+    return "no signature: " + asHex(signature);
+}
+
+bool isSound(std::uint32_t signature) {
+    return signature == ZRZipEntry::kDirectorySignature || signature == ZRZipEntry::kEndSignature;
+}
+
+// Whether the directory stands where the walk ends.
+bool isWhole(PackageInput& input) {
+    std::int64_t position = 0;
+    if (input.entries() > 0) {
+        const ZRZipFileEntry& last = input.entry(input.entries() - 1);
+        position = last.getDataPosition() + last.getCompressedSize();
+    }
+    for (;; position += kDescriptorSize) {
+        input.stream->clear();
+        input.stream->seekg(position);
+        const std::uint32_t signature = ZRZipEntry::getSignature(*input.stream);
+        if (signature != ZRZipEntry::kDescriptorSignature) {
+            return isSound(signature);
+        }
+    }
+}
+
 void list(Session& session, const Options& options) {
-    const auto input = openPackage(session, options.file);
+    auto input = openPackage(session, options.file);
     for (unsigned i = 0; input && i < input->entries(); ++i) {
         const ZRZipFileEntry& entry = input->entry(i);
         if (session.settings().json) {
@@ -65,6 +114,9 @@ void list(Session& session, const Options& options) {
                       << rightAligned(std::to_string(entry.getCompressedSize()), 10) << "  "
                       << leftAligned(methodName(entry), 9) << dateOf(entry) << "  " << nameOf(entry)
                       << "\n";
+    }
+    if (input && !isWhole(*input)) {
+        session.note(options.file, kOutOfReach, "zro zip why tells where and why");
     }
 }
 
@@ -96,34 +148,6 @@ void cat(Session& session, const Options& options) {
             session.fail(options.file, nameOf(*entry) + " " + fault);
         }
     }
-}
-
-struct Signature {
-    std::uint32_t number;
-    const char* meaning;
-};
-
-constexpr std::array kSignatures = {
-    Signature{ZRZipEntry::kLocalHeaderSignature, "an entry that --limits keeps out of reach"},
-    Signature{ZRZipEntry::kDirectorySignature, "the central directory"},
-    Signature{ZRZipEntry::kEndSignature, "the end record"},
-    Signature{0x08064B50, "an archive extra data record"},
-    Signature{0x06064B50, "a ZIP64 end record"},
-    Signature{0x30304B50, "the marker of a split archive"},
-    Signature{0, "nothing, or noughts"},
-};
-
-std::string meaningOf(std::uint32_t signature) {
-    for (const auto& [number, meaning] : kSignatures) {
-        if (number == signature) {
-            return meaning;
-        }
-    }
-    return "no signature: " + asHex(signature);
-}
-
-bool isSound(std::uint32_t signature) {
-    return signature == ZRZipEntry::kDirectorySignature || signature == ZRZipEntry::kEndSignature;
 }
 
 /// Tells step by step how the library goes through a package.
@@ -178,7 +202,6 @@ private:
     }
 
     void tellDescriptors() {
-        constexpr int kDescriptorSize = 16;
         while (signatureHere() == ZRZipEntry::kDescriptorSignature) {
             step("descriptor", "stepped over, its sizes correct nothing");
             m_position += kDescriptorSize;
@@ -233,8 +256,7 @@ void why(Session& session, const Options& options) {
     }
     WalkReport report(session, *input);
     if (!report.tellWalk()) {
-        session.fail(options.file,
-                     "has no directory where its walk ends: entries may be out of reach");
+        session.fail(options.file, kOutOfReach);
     }
     if (report.damaged() > 0) {
         session.fail(options.file,
