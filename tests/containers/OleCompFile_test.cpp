@@ -177,7 +177,7 @@ TEST(OleCompFile, FindsEntriesByPath) {
     OleFile file(sample().stream(u"Stra\u00DFe", "").build().bytes);
     const struct {
         std::initializer_list<const char*> path;
-        long index;
+        long index = -1;
     } cases[] = {
         {{"Small"}, 1},
         {{"LARGE"}, 2},

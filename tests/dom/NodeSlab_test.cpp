@@ -75,7 +75,7 @@ private:
 
 TEST_F(NodeSlabMemory, OfOneSizeServesAnother) {
     for (const std::size_t size : {48U, 104U, 256U}) {
-        std::vector<void*> blocks(4U * 1024U * 1024U / size);
+        std::vector<void*> blocks((std::size_t{4} << 20U) / size);
         std::generate(blocks.begin(), blocks.end(), [&] { return NodeSlab::allocate(size); });
         for (void* block : blocks) {
             NodeSlab::free(block, size);
@@ -141,10 +141,8 @@ TEST(ZRNode, MayBeReleasedInAnyThread) {
 
 TEST(ZRElement, ManyThreadsMayBeTheFirstToAskForTheAttributes) {
     const Document document = newDocument();
-    std::vector<ZRPtr<ZRElement>> elements;
-    for (int i = 0; i < 1000; ++i) {
-        elements.push_back(element(document, u"e"));
-    }
+    std::vector<ZRPtr<ZRElement>> elements(1000);
+    std::generate(elements.begin(), elements.end(), [&] { return element(document, u"e"); });
     std::vector<ZRNamedNodeMap*> maps[2];
     inThreads(2, [&](int i) {
         for (const auto& each : elements) {

@@ -63,8 +63,8 @@ class HttpServer {
 public:
     using Handler = std::function<void(HttpConnection&, const std::string& path)>;
 
-    explicit HttpServer(Handler handler) : m_handler(std::move(handler)) {
-        m_socket = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    explicit HttpServer(Handler handler)
+        : m_handler(std::move(handler)), m_socket(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
         sockaddr_in address{};
         address.sin_family = AF_INET;
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
@@ -117,7 +117,7 @@ private:
     }
 
     Handler m_handler;
-    int m_socket = -1;
+    int m_socket;
     std::string m_url;
     mutable std::mutex m_lock;
     std::vector<std::string> m_requests;

@@ -32,7 +32,7 @@ inline ZRValue integer(int number, ZRValueUnitType unit = ZRValueUnitNumber) {
 /// The value of a word: "5" and "1in" are integers, "5." and "1.in" reals, "auto" a name, "'a'" and
 /// "1foo" strings, "null" none.
 inline ZRValue valueOf(const std::string& word) {
-    const ZRValue value = word == "null" ? ZRValue() : ZRValue::parse(text(word));
+    ZRValue value = word == "null" ? ZRValue() : ZRValue::parse(text(word));
     if (!value.isNumeric() || value.isColor()) {
         return value;
     }
