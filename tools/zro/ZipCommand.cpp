@@ -215,7 +215,7 @@ private:
         if (m_last != nullptr && m_last->getCompressedSize() == kInZip64Field) {
             return "nothing: the size of \"" + nameOf(*m_last) + "\" is too large for its header";
         }
-        if (m_position > m_size) {
+        if (m_last != nullptr && m_position > m_size) {
             return "the file ends "
                    + counted(static_cast<std::uint64_t>(m_position - m_size), "byte") + " before \""
                    + nameOf(*m_last) + "\" does";

@@ -57,13 +57,13 @@ bool applyLimit(const std::string& word, ZRLimits& limits) {
     if (!CLI::detail::lexical_cast(word.substr(equals + 1), number)) {
         return false;
     }
-    static const std::map<std::string, std::uint32_t ZRLimits::*> kLimits = {
+    static const std::map<std::string, std::uint32_t ZRLimits::*> s_limits = {
         {"depth", &ZRLimits::elementDepth},
         {"nesting", &ZRLimits::inputNesting},
         {"expansion", &ZRLimits::entityExpansionFactor},
     };
-    const auto limit = kLimits.find(name);
-    if (limit == kLimits.end()) {
+    const auto limit = s_limits.find(name);
+    if (limit == s_limits.end()) {
         return false;
     }
     limits.*(limit->second) = number;
@@ -188,10 +188,7 @@ int statusOf(bool json, const std::function<int()>& work) {
     return Session::kErrors;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    std::signal(SIGPIPE, SIG_IGN);  // a reader that goes away is told by the write
+int run(int argc, char** argv) {
     CLI::App program("Companion program of ZroCommon, the library under an XSL-FO formatter.",
                      "zro");
     program.set_version_flag("--version", "zro " ZRO_VERSION);
@@ -219,6 +216,12 @@ int main(int argc, char** argv) {
     zro::addOoxmlCommand(program, task);
     zro::addOfficeCommand(program, task);
     zro::addOleCommand(program, task);
-    return statusOf(asksForJson(argc, argv),
-                    [&] { return parseAndRun(program, argc, argv, options, task); });
+    return parseAndRun(program, argc, argv, options, task);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::signal(SIGPIPE, SIG_IGN);  // a reader that goes away is told by the write
+    return statusOf(asksForJson(argc, argv), [&] { return run(argc, argv); });
 }
