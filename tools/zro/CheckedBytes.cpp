@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "zro/foundation/ZRResourceLimits.h"
-#include "zro/streams/ZRMemStream.h"
 
 #include "tools/zro/Checksum.h"
 #include "tools/zro/Opening.h"
@@ -15,11 +14,13 @@
 namespace zro {
 namespace {
 
-using ZroCommon::ZRMemStream;
 using ZroCommon::ZRResourceLimits;
 using ZroCommon::ZRUri;
 
 constexpr char16_t kSeparator[] = u"!/";
+
+// Whoever made a package may have packed a giant in it.
+constexpr std::size_t kMostHeld = std::size_t{256} * 1024 * 1024;
 
 /// The data of a package entry.
 class EntryBuffer : public BlockBuffer {
@@ -44,24 +45,10 @@ private:
     bool m_isAtEnd = false;
 };
 
-// A stream as it is, or one that holds it when it cannot seek; no more than a limit, as whoever
-// made the package may have packed a giant.
-std::unique_ptr<std::istream> seekable(std::unique_ptr<std::istream> stream) {
-    if (stream == nullptr || stream->tellg() >= 0) {
-        return stream;
-    }
-    constexpr std::size_t kMost = std::size_t{256} * 1024 * 1024;
-    stream->clear();
-    auto held = std::make_unique<ZRMemStream>(stream.release(),
-                                              ZroCommon::ZRMemStreamBuf::kDefaultGrowBytes, true);
-    held->setHeldLimit(kMost);
-    return held;
-}
-
 // Finds the header in the package, which the library reads by itself when it opens the entry.
 std::string faultOfEntry(Session& session, const UnicodeString& uri, const EntryBuffer& entry) {
     const int32_t end = uri.lastIndexOf(kSeparator);
-    const auto package = seekable(session.openFreely(UnicodeString(uri, 0, end)));
+    const auto package = seekable(session.openFreely(UnicodeString(uri, 0, end)), kMostHeld);
     if (!entry.isAtEnd() || package == nullptr) {
         return "";
     }

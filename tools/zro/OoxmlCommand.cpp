@@ -27,19 +27,17 @@ using Row = std::vector<std::string>;
 
 // Columns side by side, the last one as it is.
 void printTable(Session& session, const std::vector<Row>& rows, const char* indent) {
-    Row widest;
+    std::vector<std::size_t> widths;
     for (const Row& row : rows) {
-        widest.resize(std::max(widest.size(), row.size()));
+        widths.resize(std::max(widths.size(), row.size()));
         for (std::size_t i = 0; i < row.size(); ++i) {
-            if (row[i].size() > widest[i].size()) {
-                widest[i] = row[i];
-            }
+            widths[i] = std::max(widths[i], row[i].size());
         }
     }
     for (const Row& row : rows) {
         session.out() << indent;
         for (std::size_t i = 0; i + 1 < row.size(); ++i) {
-            session.out() << row[i] << std::string(widest[i].size() + 2 - row[i].size(), ' ');
+            session.out() << leftAligned(row[i], widths[i] + 2);
         }
         session.out() << row.back() << "\n";
     }

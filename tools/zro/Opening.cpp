@@ -157,13 +157,18 @@ std::unique_ptr<std::istream> openSeekableInput(Session& session, const Input& i
             return direct;
         }
     }
-    auto stream = openInput(session, input);
+    return seekable(openInput(session, input), 0);
+}
+
+std::unique_ptr<std::istream> seekable(std::unique_ptr<std::istream> stream, std::size_t most) {
     if (stream == nullptr || stream->tellg() >= 0) {
         return stream;
     }
     stream->clear();
-    return std::make_unique<ZRMemStream>(stream.release(),
-                                         ZroCommon::ZRMemStreamBuf::kDefaultGrowBytes, true);
+    auto held = std::make_unique<ZRMemStream>(stream.release(),
+                                              ZroCommon::ZRMemStreamBuf::kDefaultGrowBytes, true);
+    held->setHeldLimit(most);
+    return held;
 }
 
 }  // namespace zro

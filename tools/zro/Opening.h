@@ -26,6 +26,10 @@ std::string reasonNotOpened(Session& session, const UnicodeString& uri,
 /// of these in it.
 bool isSchemeOpened(const UnicodeString& uri);
 
+/// A stream as it is, or one that holds what it reads when it cannot seek.
+/// \param most  bytes that it holds before it ends; 0 for any number
+std::unique_ptr<std::istream> seekable(std::unique_ptr<std::istream> stream, std::size_t most);
+
 /// Why a file cannot be written.
 std::string reasonNotWritten(const std::string& path);
 

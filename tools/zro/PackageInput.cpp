@@ -15,9 +15,7 @@ constexpr unsigned kEncrypted = 1;
 constexpr unsigned kSizesBehindData = 8;
 
 std::uint32_t signatureBehind(std::istream& package, const ZRZipFileEntry& entry) {
-    package.clear();
-    package.seekg(entry.getDataPosition() + entry.getCompressedSize());
-    return ZRZipEntry::getSignature(package);
+    return signatureAt(package, entry.getDataPosition() + entry.getCompressedSize());
 }
 
 // Why the data do not come out as they were packed in; empty when they do.
@@ -102,6 +100,12 @@ std::string faultOfData(std::istream& package, const ZRZipFileEntry& entry, cons
     return given.size() > size ? "is damaged: it has " + counted(given.size(), "byte") + ", and "
                                      + withThousands(size) + " by its header"
                                : wrongCrc32(given, entry.getCrc32());
+}
+
+std::uint32_t signatureAt(std::istream& package, std::int64_t position) {
+    package.clear();
+    package.seekg(position);
+    return ZRZipEntry::getSignature(package);
 }
 
 std::string methodName(const ZroCommon::ZRZipFileEntry& entry) {

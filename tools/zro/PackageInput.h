@@ -37,6 +37,9 @@ bool isSizeBehindData(const ZroCommon::ZRZipFileEntry& entry);
 std::string faultOfData(std::istream& package, const ZroCommon::ZRZipFileEntry& entry,
                         const Checksum& given);
 
+/// The signature of the record at a place; 0 where there is none.
+std::uint32_t signatureAt(std::istream& package, std::int64_t position);
+
 /// "deflate", "stored", or the number of another method.
 std::string methodName(const ZroCommon::ZRZipFileEntry& entry);
 

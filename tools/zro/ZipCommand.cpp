@@ -93,9 +93,7 @@ bool isWhole(PackageInput& input) {
         position = last.getDataPosition() + last.getCompressedSize();
     }
     for (;; position += kDescriptorSize) {
-        input.stream->clear();
-        input.stream->seekg(position);
-        const std::uint32_t signature = ZRZipEntry::getSignature(*input.stream);
+        const std::uint32_t signature = signatureAt(*input.stream, position);
         if (signature != ZRZipEntry::kDescriptorSignature) {
             return isSound(signature);
         }
@@ -179,9 +177,7 @@ public:
 
 private:
     std::uint32_t signatureHere() {
-        m_input.stream->clear();
-        m_input.stream->seekg(m_position);
-        return m_position < m_size ? ZRZipEntry::getSignature(*m_input.stream) : 0;
+        return m_position < m_size ? signatureAt(*m_input.stream, m_position) : 0;
     }
 
     // Reads the data by an entry of its own, which lets go of them.
