@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
-#include <cstring>
 #include <new>
 
 #include "zro/platform/internal/SigpipeGuard.h"
@@ -21,6 +20,8 @@ constexpr long kMostRedirects = 30;
 constexpr long kBlock = 256L * 1024;
 constexpr std::size_t kMostPending = 256UL * 1024;
 constexpr std::size_t kMostContentType = 255;
+constexpr std::string_view kTypeHeader = "content-type:";
+constexpr std::string_view kBlanks = " \t\r\n";
 constexpr int kPollMilliseconds = 1000;
 constexpr int kCancelMilliseconds = 100;  // how late a cancellation may be met
 
@@ -70,6 +71,10 @@ HttpError errorOf(CURLcode code) {
 }
 
 }  // namespace
+
+CurlTransfer::CurlTransfer(const CurlLibrary& curl) : m_curl(curl) {
+    m_contentType.reserve(kMostContentType);  // libcurl lets no exception through
+}
 
 CurlTransfer::~CurlTransfer() {
     const SigpipeGuard guard;
@@ -207,12 +212,6 @@ int CurlTransfer::status() const {
     return static_cast<int>(status);
 }
 
-std::string CurlTransfer::contentType() const {
-    const char* type = nullptr;
-    m_curl.easyGetinfo(m_easy, CURLINFO_CONTENT_TYPE, &type);
-    return type != nullptr && std::strlen(type) <= kMostContentType ? type : "";
-}
-
 // Several headers may come, one for each redirect and each interim answer. What looks like header
 // lines elsewhere says nothing. False when no more of the answer is wanted.
 bool CurlTransfer::noteHeader(std::string_view line) {
@@ -221,16 +220,28 @@ bool CurlTransfer::noteHeader(std::string_view line) {
         m_sawStatus = true;
         m_isRedirect = false;
         m_headerStatus = statusOf(line);
+        m_contentType.clear();
     } else if (!m_isInHeader) {
         return true;
+    } else if (startsWith(line, kTypeHeader)) {
+        noteContentType(line.substr(kTypeHeader.size()));
     } else if (isRedirect(m_headerStatus) && startsWith(line, "location:")) {
-        m_isRedirect = line.find_first_not_of(" \t\r\n", 9) != line.npos;
+        m_isRedirect = line.find_first_not_of(kBlanks, 9) != line.npos;
     } else if (line == "\r\n" || line == "\n") {
         m_isInHeader = false;
         m_isFinalHeader = m_headerStatus >= 200 && !m_isRedirect;
         return !m_isFinalHeader || m_headerStatus / 100 == 2;
     }
     return true;
+}
+
+// The last one counts, but for empty ones.
+void CurlTransfer::noteContentType(std::string_view value) {
+    const std::size_t start = value.find_first_not_of(kBlanks);
+    if (start != value.npos) {
+        value = value.substr(start, value.find_last_not_of(kBlanks) + 1 - start);
+        m_contentType = value.size() <= kMostContentType ? value : "";
+    }
 }
 
 std::size_t CurlTransfer::noteBody(const char* data, std::size_t size) {

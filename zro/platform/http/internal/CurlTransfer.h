@@ -16,7 +16,7 @@ namespace ZroCommon::internal {
 /// network gives: when nobody reads, the server waits.
 class CurlTransfer final : public HttpBody {
 public:
-    explicit CurlTransfer(const CurlLibrary& curl) : m_curl(curl) {}
+    explicit CurlTransfer(const CurlLibrary& curl);
     ~CurlTransfer() override;
 
     /// \param certificates  a file to trust in place of the system's, or empty
@@ -29,7 +29,8 @@ public:
     /// Why there is no answer; `None` also when its body broke off.
     HttpError error() const;
     int status() const;
-    std::string contentType() const;
+    /// Of the answer that the body belongs to; empty when it has none, or one above 255 bytes.
+    const std::string& contentType() const { return m_contentType; }
 
 private:
     template <typename Value>
@@ -45,6 +46,7 @@ private:
     void runOnce();
     void takeResult();
     bool noteHeader(std::string_view line);
+    void noteContentType(std::string_view value);
     std::size_t noteBody(const char* data, std::size_t size);
 
     static std::size_t onHeader(char* data, std::size_t unit, std::size_t count, void* self);
@@ -69,6 +71,7 @@ private:
     bool m_isRedirect = false;     // the last header says where to go on
     bool m_isFinalHeader = false;  // the last header is whole, and no other follows
     int m_headerStatus = 0;
+    std::string m_contentType;
 };
 
 }  // namespace ZroCommon::internal
