@@ -79,11 +79,10 @@ private:
 
     void startMember() {
         GzipHeader<GzipFile> header(*this);
-        if (!header.readStart()) {
+        if (!header.readStart() || !header.skipRest()) {
             m_place = Place::End;
             return;
         }
-        header.skipRest();
         m_place = Place::Member;
         m_state.restart();
         feed();

@@ -91,6 +91,7 @@ std::unique_ptr<GzipReader> readGzipStream(std::istream& stream) {
     StreamBytes bytes(stream);
     GzipHeader<StreamBytes> header(bytes);
     if (header.readStart()) {
+        // On purpose: a wrong check value changes nothing, as little as that behind the data does.
         header.skipRest();
         return std::make_unique<GzipSource>(stream);
     }
