@@ -63,6 +63,8 @@ TEST(JZFileIOobj, ReadsAndSeeks) {
     EXPECT_EQ(io.Write("x", 1), 0) << "it is not writable";
     EXPECT_TRUE(io.Close());
     EXPECT_FALSE(io.IsOpened());
+    ASSERT_TRUE(io.Open());
+    EXPECT_EQ(readAll(io), "0123456789") << "opening goes behind the header";
 }
 
 TEST(JZFileIOobj, OpensFilesAlone) {

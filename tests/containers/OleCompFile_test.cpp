@@ -1,4 +1,5 @@
 // Compound files: what opens, what is refused and why, and how entries are found.
+#include <new>
 #include <string>
 #include <vector>
 
@@ -315,6 +316,17 @@ TEST(OleCompFile, IsToldByItsFirst512Bytes) {
     const ZRUri missing(u"/no/such/file", URISTR_PATH_OR_URI_CSS);
     EXPECT_FALSE(OleCompFile::isOLEUri(missing));
     EXPECT_EQ(OleCompFile::detectOLEDocument(missing), OLEDOCUMENT_NONE);
+}
+
+TEST(OleCompFile, IsNotWhereMemoryRunsOut) {
+    struct : ZRUriReferenceResolver {
+        std::istream* getStream(const UnicodeString& /*uri*/) override { throw std::bad_alloc(); }
+    } exhausted;
+    ZRUriReferenceResolver* const before = ZRUri::setUriReferenceResolver(&exhausted);
+    const ZRUri uri(u"my:file", URISTR_PATH_OR_URI_CSS);
+    EXPECT_NO_THROW(EXPECT_FALSE(OleCompFile::isOLEUri(uri)));
+    EXPECT_NO_THROW(EXPECT_EQ(OleCompFile::detectOLEDocument(uri), OLEDOCUMENT_NONE));
+    ZRUri::setUriReferenceResolver(before);
 }
 
 }  // namespace

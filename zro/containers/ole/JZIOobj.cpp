@@ -88,7 +88,7 @@ bool JZFileIOobj::Open() {
     SetOpened(true);
     if (!IsWritable()) {
         m_size = file.seek(0, 2);
-        file.seek(0, 0);
+        Seek(0, 0);
     }
     return true;
 }

@@ -50,8 +50,13 @@ OLEDOCUMENT_TYPE typeOf(OleCompFile& file) {
                                                  : OLEDOCUMENT_NONE;
 }
 
+// Null also when memory runs out.
 std::unique_ptr<std::istream> openStream(const ZRUri& uri) {
-    return std::unique_ptr<std::istream>(uri.getStream(nullptr));
+    try {
+        return std::unique_ptr<std::istream>(uri.getStream(nullptr));
+    } catch (...) {
+        return nullptr;
+    }
 }
 
 }  // namespace
