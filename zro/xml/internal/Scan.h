@@ -117,7 +117,7 @@ inline __m128i matchAny(__m128i units) {
 
 /// All ones where the unit lies between the two bounds, both included.
 inline __m128i inRange(__m128i units, char16_t low, char16_t high) {
-    const __m128i offset = _mm_sub_epi16(units, all(low));  // NOLINT(portability-simd-intrinsics)
+    const __m128i offset = _mm_sub_epi16(units, all(low));
     const __m128i over = _mm_subs_epu16(offset, all(static_cast<char16_t>(high - low)));
     return _mm_cmpeq_epi16(over, _mm_setzero_si128());
 }

@@ -27,7 +27,6 @@ constexpr std::size_t kStep = kLane * kLanes;
 
 // Powers of x modulo the polynomial, bits reversed as gzip has them: V. Gopal and others, "Fast CRC
 // Computation for Generic Polynomials Using PCLMULQDQ Instruction", 2009.
-// NOLINTBEGIN(portability-simd-intrinsics): this is what the file is for
 constexpr long long kFourLanesOn[] = {0x154442bd4, 0x1c6e41596};  // x^(512+32), x^(512-32)
 constexpr long long kOneLaneOn[] = {0x1751997d0, 0x0ccaa009e};    // x^(128+32), x^(128-32)
 constexpr long long kLastFold = 0x163cd6124;                      // x^64
@@ -85,7 +84,6 @@ ZRO_MULTIPLIES std::uint32_t byMultiplying(std::uint32_t before, std::span<const
     }
     return ~reduce(remainder);
 }
-// NOLINTEND(portability-simd-intrinsics)
 
 /// Asks the processor at the first use. What compilers have for it, `__builtin_cpu_supports`, asks
 /// a dozen times whenever the library is loaded, which costs more than all else there on a machine
