@@ -21,7 +21,7 @@ namespace {
 /// Says that a node is being loaded, so that code which is called meanwhile cannot start again.
 class LoadingMark {
 public:
-    explicit LoadingMark(bool& mark) : m_mark(mark) { m_mark = true; }
+    explicit LoadingMark(bool& mark) : m_mark(mark) { mark = true; }
     LoadingMark(const LoadingMark&) = delete;
     LoadingMark& operator=(const LoadingMark&) = delete;
     ~LoadingMark() { m_mark = false; }

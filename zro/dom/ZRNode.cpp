@@ -15,7 +15,7 @@ using internal::ErrorSite;
 using internal::LibraryError;
 using internal::throwLibraryError;
 
-void* ZRNode::operator new(std::size_t size) {
+void* ZRNode::operator new(std::size_t size) {  // NOLINT(misc-new-delete-overloads): sized
     return internal::allocateNodeMemory(size);
 }
 

@@ -30,6 +30,7 @@ unsigned int ZRNodeList::getTypeID() const {
 
 bool ZRNodeList::isA(unsigned int typeID) const {
     // On purpose: the base class is not in the list.
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
     return typeID == getStaticTypeID() || ZRRCObject::isA(typeID);
 }
 
@@ -64,6 +65,7 @@ unsigned int ZRNamedNodeMap::getTypeID() const {
 
 bool ZRNamedNodeMap::isA(unsigned int typeID) const {
     // On purpose: the base class is not in the list.
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
     return typeID == getStaticTypeID() || ZRRCObject::isA(typeID);
 }
 

@@ -62,7 +62,7 @@ ZRNode* scopeOf(ZRNode& node) {
     switch (static_cast<int>(node.getNodeType())) {
     case ZRNodeTypeElement: return &node;
     case ZRNodeTypeDocument: return static_cast<ZRDocument&>(node).getDocumentElement();
-    case ZRNodeTypeDocumentFragment: return nullptr;
+    case ZRNodeTypeDocumentFragment:
     case 6:  // entities, document types and notations, should a derived class have them
     case 10:
     case 12: return nullptr;

@@ -87,7 +87,7 @@ UnicodeString makeTempFile(const UnicodeString& dir, const UnicodeString& prefix
     const ZRMutex guard;
     const UnicodeString start = (dir.isEmpty() ? temporaryFolder() : dir) + prefix;
     for (int tries = 0;;) {
-        const UnicodeString name = start + nextNumber() + suffix;
+        UnicodeString name = start + nextNumber() + suffix;
         const std::error_code error = internal::makeNewFile(name);
         if (!error) {
             return name;

@@ -17,7 +17,7 @@ AttrNodeMap::~AttrNodeMap() {
     close();
 }
 
-void* AttrNodeMap::operator new(std::size_t size) {
+void* AttrNodeMap::operator new(std::size_t size) {  // NOLINT(misc-new-delete-overloads): sized
     return allocateNodeMemory(size);
 }
 

@@ -49,7 +49,7 @@ public:
     /// Lets go of all attributes and of the element, which dies.
     void close();
 
-    static void* operator new(std::size_t size);
+    static void* operator new(std::size_t size);  // NOLINT(misc-new-delete-overloads): sized, below
     static void operator delete(void* memory, std::size_t size);
 
 private:

@@ -53,7 +53,7 @@ private:
     };
     union Storage {
         Storage() : value() {}
-        ~Storage() {}
+        ~Storage() {}  // NOLINT(modernize-use-equals-default): that would be deleted
 
         ZRValue value;
         std::array<char16_t, kInlineUnits> units;

@@ -24,10 +24,10 @@ public:
 
 private:
     struct Step {
-        ZRNode* element;
+        ZRNode* element = nullptr;
         ZRName prefix;
-        ZRName meaning;  // of the prefix at this element
-        bool isKnown;    // the meaning
+        ZRName meaning;        // of the prefix at this element
+        bool isKnown = false;  // the meaning
     };
 
     void backTo(const ZRNode* element);

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <atomic>
+#include <cassert>
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -11,7 +12,7 @@
 namespace ZroCommon::internal {
 namespace {
 
-constexpr std::size_t kPageBytes = 32U * 1024U;
+constexpr std::size_t kPageBytes = std::size_t{32} * 1024;
 constexpr std::size_t kPagesInRegion = 32;
 constexpr std::size_t kRegionBytes = kPageBytes * kPagesInRegion;
 constexpr std::size_t kSpareRegions = 64;  // entirely free ones that are kept
@@ -69,8 +70,9 @@ struct Page {
 static_assert(sizeof(Page) <= Page::kPageHead);
 
 Page& pageOf(void* memory) {
-    const auto address = reinterpret_cast<std::uintptr_t>(memory);
-    return *reinterpret_cast<Page*>(address & ~(kPageBytes - 1));
+    const std::size_t inside = reinterpret_cast<std::uintptr_t>(memory) & (kPageBytes - 1);
+    void* const start = static_cast<std::byte*>(memory) - inside;
+    return *static_cast<Page*>(start);
 }
 
 /// A list of pages that a page can leave from anywhere.
@@ -191,6 +193,7 @@ void Pool::givePage(Page& page) {
 void Pool::freeSpareRegions(std::size_t keep) {
     for (; m_spare > keep; --m_spare) {
         const std::unique_ptr<Region> region(m_last);
+        assert(region->next == nullptr);
         unlink(*region);
         ::operator delete (region->memory, std::align_val_t{kPageBytes});
         --m_regions;

@@ -40,6 +40,12 @@ struct SipState {
     }
 };
 
+// Not the key of texts, which a product might give away.
+HashKey numberKey() {
+    static const HashKey s_key = drawKey();
+    return s_key;
+}
+
 }  // namespace
 
 std::uint64_t sipHash(std::u16string_view text, HashKey key) {
@@ -67,9 +73,6 @@ std::uint64_t keyedNameHash(std::u16string_view name) {
     return sipHash(name, s_key);
 }
 
-NameNumberHash::NameNumberHash() {
-    static const HashKey s_key = drawKey();  // not that of texts, which a product might give away
-    m_key = s_key;
-}
+NameNumberHash::NameNumberHash() : m_key(numberKey()) {}
 
 }  // namespace ZroCommon::internal

@@ -229,7 +229,7 @@ constexpr std::uint32_t loadFourBytes(const Byte* bytes) {
 
 // Four characters of three bytes, each with the byte behind it in a lane of its own.
 __m128i loadThreeByteLanes(const Byte* bytes) {
-    const auto lane = [bytes](int index) {
+    const auto lane = [bytes](std::ptrdiff_t index) {
         return static_cast<int>(loadFourBytes(bytes + 3 * index));
     };
     return _mm_setr_epi32(lane(0), lane(1), lane(2), lane(3));
@@ -268,7 +268,7 @@ void utf8ThreeByteRun(Decoding& state) {
         const __m128i form = _mm_packs_epi32(haveThreeByteForm(low), haveThreeByteForm(high));
         std::memcpy(state.units, &units, sizeof units);
         const unsigned stop = 0xFFFFU & ~simd::maskOf(_mm_andnot_si128(areNotPlain(units), form));
-        const int run = stop == 0 ? simd::kStep : simd::firstOf(stop);
+        const std::ptrdiff_t run = stop == 0 ? simd::kStep : simd::firstOf(stop);
         state.bytes += 3 * run;
         state.units += run;
         if (stop != 0) {
