@@ -13,32 +13,36 @@ namespace ZroCommon {
 namespace {
 
 struct CodePair {
-    std::string_view code;
-    std::string_view canonical;
+    // Texts that end in a zero: no address, so that loading the library has nothing to relocate.
+    char letters[5];
+    char canonicalLetters[4];
+
+    constexpr std::string_view code() const { return letters; }
+    constexpr std::string_view canonical() const { return canonicalLetters; }
 };
 
 // ISO 639-2: bibliographic codes, and the terminology codes that ICU knows. By the first column.
 // On purpose: "jav" becomes "jaw", which is a withdrawn code of Javanese.
-constexpr std::array kCanonicalCodes = {
+constexpr auto kCanonicalCodes = std::to_array({
     CodePair{"alb", "sqi"}, CodePair{"arm", "hye"}, CodePair{"baq", "eus"}, CodePair{"bur", "mya"},
     CodePair{"chi", "zho"}, CodePair{"cze", "ces"}, CodePair{"dut", "nld"}, CodePair{"fre", "fra"},
     CodePair{"geo", "kat"}, CodePair{"ger", "deu"}, CodePair{"gre", "ell"}, CodePair{"ice", "isl"},
     CodePair{"jav", "jaw"}, CodePair{"mac", "mkd"}, CodePair{"mao", "mri"}, CodePair{"may", "msa"},
     CodePair{"none", ""},   CodePair{"per", "fas"}, CodePair{"rum", "ron"}, CodePair{"scc", "srp"},
     CodePair{"scr", "hrv"}, CodePair{"slo", "slk"}, CodePair{"tib", "bod"}, CodePair{"wel", "cym"},
-};
+});
 constexpr auto kCodeLess = [](const CodePair& pair, std::string_view code) {
-    return pair.code < code;
+    return pair.code() < code;
 };
 static_assert(std::is_sorted(kCanonicalCodes.begin(), kCanonicalCodes.end(),
                              [](const CodePair& left, const CodePair& right) {
-                                 return left.code < right.code;
+                                 return left.code() < right.code();
                              }));
 
 const CodePair* findCode(std::string_view code) {
     const auto* found =
         std::lower_bound(kCanonicalCodes.begin(), kCanonicalCodes.end(), code, kCodeLess);
-    return found != kCanonicalCodes.end() && found->code == code ? found : nullptr;
+    return found != kCanonicalCodes.end() && found->code() == code ? found : nullptr;
 }
 
 // A language text with its code made canonical. Behind three letters and a separator the rest
@@ -48,7 +52,7 @@ std::string canonical(std::string text) {
     const bool hasRest = text.size() > kCodeLength && !ZRChar::isAsciiLetter(text[kCodeLength]);
     const std::size_t length = hasRest ? kCodeLength : text.size();
     if (const CodePair* pair = findCode(std::string_view(text).substr(0, length))) {
-        text.replace(0, length, pair->canonical);
+        text.replace(0, length, pair->canonical());
     }
     return text;
 }

@@ -41,8 +41,9 @@ double valueOf(std::uint64_t mantissa, Digits integer, Digits fraction) {
     // rounds correctly.
     constexpr std::uint64_t kMaxExact = std::uint64_t{1} << 53U;
     constexpr std::size_t kMaxUnwrapped = 19;
-    constexpr std::array kPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
-                                    1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
+    static constexpr auto kPowers =
+        std::to_array({1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
+                       1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19});
     if (integer.size() + fraction.size() > kMaxUnwrapped || mantissa > kMaxExact) {
         return exactValue(integer, fraction.substr(0, kMaxDigits - integer.size()));
     }

@@ -3,6 +3,7 @@
 #include "zro/values/ZRColor.h"
 
 #include <algorithm>
+#include <array>
 
 #include <unicode/locid.h>
 
@@ -16,12 +17,12 @@ struct Keyword {
     std::uint32_t rgb;
 };
 
-constexpr std::array kKeywords = {
+constexpr auto kKeywords = std::to_array({
 #define ZR_COLOR(name, rgb) Keyword{ZRN_##name, rgb},
 #define ZR_COLOR_ALIAS(name, rgb) Keyword{ZRN_##name, rgb},
 #include "zro/values/internal/ColorKeywords.inc"
     Keyword{ZRN_transparent, 0xFFFFFFFF},
-};
+});
 static_assert(kKeywords.size() == 148, "the keywords of CSS and transparent");
 
 // By name number: the place in kKeywords and 1, or 0.

@@ -2,13 +2,15 @@
 
 #include "zro/values/ZRColor.h"
 
+#include <array>
+
 #include "zro/values/ZRNamedValueMap.h"
 #include "zro/values/ZRValue.h"
 
 namespace ZroCommon {
 namespace {
 
-constexpr std::array kInks = {ZRN_cyan, ZRN_magenta, ZRN_yellow, ZRN_black};
+constexpr auto kInks = std::to_array({ZRN_cyan, ZRN_magenta, ZRN_yellow, ZRN_black});
 
 constexpr int kHasRGB = 1;
 constexpr int kHasTint = 2;

@@ -8,8 +8,8 @@ namespace ZroCommon {
 namespace {
 
 // In index order. A side and its opposite are neighbours, so flipping bit 0 swaps them.
-constexpr std::array kSides = {ZRN_before, ZRN_after,  ZRN_start, ZRN_end,
-                               ZRN_top,    ZRN_bottom, ZRN_left,  ZRN_right};
+constexpr auto kSides = std::to_array(
+    {ZRN_before, ZRN_after, ZRN_start, ZRN_end, ZRN_top, ZRN_bottom, ZRN_left, ZRN_right});
 
 using FourSides = std::array<ZRNameEnum, 4>;
 
@@ -17,7 +17,7 @@ using FourSides = std::array<ZRNameEnum, 4>;
 constexpr FourSides kCycle = {ZRN_top, ZRN_left, ZRN_bottom, ZRN_right};
 
 // Where before, after, start and end lie, by the index of the writing mode.
-constexpr std::array kPlaces = {
+constexpr auto kPlaces = std::to_array({
     FourSides{ZRN_top, ZRN_bottom, ZRN_left, ZRN_right},
     FourSides{ZRN_top, ZRN_bottom, ZRN_right, ZRN_left},
     FourSides{ZRN_right, ZRN_left, ZRN_top, ZRN_bottom},
@@ -26,7 +26,7 @@ constexpr std::array kPlaces = {
     FourSides{ZRN_bottom, ZRN_top, ZRN_right, ZRN_left},
     FourSides{ZRN_left, ZRN_right, ZRN_top, ZRN_bottom},
     FourSides{ZRN_left, ZRN_right, ZRN_bottom, ZRN_top},
-};
+});
 
 const FourSides& placesIn(ZRWritingMode mode) {
     const auto index = static_cast<std::size_t>(mode.getIndex());
@@ -48,7 +48,7 @@ struct Family {
     std::array<ZRNameEnum, kSides.size()> names;
 };
 
-constexpr std::array kFamilies = {
+constexpr auto kFamilies = std::to_array({
     Family{ZRN_border_color,
            {ZRN_border_before_color, ZRN_border_after_color, ZRN_border_start_color,
             ZRN_border_end_color, ZRN_border_top_color, ZRN_border_bottom_color,
@@ -75,7 +75,7 @@ constexpr std::array kFamilies = {
            {ZRN_EMPTY, ZRN_EMPTY, ZRN_EMPTY, ZRN_EMPTY, ZRN_top_position, ZRN_bottom_position,
             ZRN_left_position, ZRN_right_position}},
     Family{ZRN_region, {ZRN_region_before, ZRN_region_after, ZRN_region_start, ZRN_region_end}},
-};
+});
 
 // Family and side of a property by its number, from 1; 0 for all other names.
 constexpr auto kParts = [] {

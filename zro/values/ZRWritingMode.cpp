@@ -16,7 +16,7 @@ struct Row {
 };
 
 // In index order.
-constexpr std::array kRows = {
+constexpr auto kRows = std::to_array({
     Row{ZRN_lr_tb, ZRN_left_to_right, ZRN_top_to_bottom, ZRN_bottom_to_top, ZRN_left_to_right},
     Row{ZRN_rl_tb, ZRN_right_to_left, ZRN_top_to_bottom, ZRN_bottom_to_top, ZRN_right_to_left},
     Row{ZRN_tb_rl, ZRN_top_to_bottom, ZRN_right_to_left, ZRN_left_to_right, ZRN_right_to_left},
@@ -25,7 +25,7 @@ constexpr std::array kRows = {
     Row{ZRN_rl_bt, ZRN_right_to_left, ZRN_bottom_to_top, ZRN_bottom_to_top, ZRN_right_to_left},
     Row{ZRN_tb_lr, ZRN_top_to_bottom, ZRN_left_to_right, ZRN_right_to_left, ZRN_left_to_right},
     Row{ZRN_bt_lr, ZRN_bottom_to_top, ZRN_left_to_right, ZRN_right_to_left, ZRN_left_to_right},
-};
+});
 
 const Row& rowOf(int index) {
     const auto row = static_cast<std::size_t>(index);

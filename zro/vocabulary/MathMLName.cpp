@@ -15,7 +15,7 @@ constexpr std::u16string_view kRows[] = {
 };
 static_assert(std::size(kRows) == MathMLN_LAST + 1U, "the names are numbered 1 to 434");
 
-constexpr internal::PackedNames<std::size(kRows), internal::unitCount(kRows), 1024> kNames(kRows);
+constexpr internal::PackedNames<kRows, 1024> kNames;
 
 constinit std::atomic<bool> s_forgotten{false};
 

@@ -15,7 +15,7 @@ constexpr std::u16string_view kRows[] = {
 };
 static_assert(std::size(kRows) == SVGN_LAST + 1U, "the names are numbered 1 to 134");
 
-constexpr internal::PackedNames<std::size(kRows), internal::unitCount(kRows), 512> kNames(kRows);
+constexpr internal::PackedNames<kRows, 512> kNames;
 
 constinit std::atomic<bool> s_forgotten{false};
 

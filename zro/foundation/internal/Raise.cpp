@@ -1,16 +1,16 @@
 #include "zro/foundation/internal/Raise.h"
 
-#include <array>
 #include <cstddef>
 #include <string_view>
 
 #include "zro/foundation/ZRError.h"
+#include "zro/foundation/internal/PackedTexts.h"
 
 namespace ZroCommon::internal {
 namespace {
 
 // In site order. The cut and misspelt texts are on purpose: callers see and compare them.
-constexpr std::array<std::u16string_view, 28> kSites = {
+constexpr std::u16string_view kSiteRows[] = {
     u"ZRDocument::loadNextNode",
     u"ZRDocument::doSave",
     u"AttrNodeMap::setNamedItem",
@@ -40,6 +40,7 @@ constexpr std::array<std::u16string_view, 28> kSites = {
     u"ZRMemStream",
     u"ZRTempFile",
 };
+constexpr PackedTexts<kSiteRows> kSites;
 
 constexpr std::u16string_view kUnnamedFault = u"ZRErrorCodeZROLIB";
 
@@ -50,7 +51,7 @@ UnicodeString& add(UnicodeString& text, std::u16string_view piece) {
 UnicodeString sourceOf(ErrorSite site) {
     UnicodeString source;
     const auto index = static_cast<std::size_t>(site);
-    if (index < kSites.size() && !kSites[index].empty()) {
+    if (index < kSites.kCount && !kSites[index].empty()) {
         add(add(source, u"ZroCommon::"), kSites[index]);
     }
     return source;

@@ -47,12 +47,12 @@ struct Alias {
 };
 
 // Names that are usual for these sets and that ICU does not know.
-constexpr std::array kAliases = {
+constexpr auto kAliases = std::to_array({
     Alias{"ChineseBIG5", "windows-950"},
     Alias{"ChineseGBK", "windows-936"},
     Alias{"KoreanKSC", "windows-949"},
     Alias{"WINDOWS31J", "windows-31j"},
-};
+});
 
 const char* converterOf(const char* encoding) {
     const auto* const alias =

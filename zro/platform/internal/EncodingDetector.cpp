@@ -26,11 +26,11 @@ struct Renaming {
 };
 
 // The larger sets, which hold what files of that name hold in practice.
-constexpr std::array kRenamings = {
+constexpr auto kRenamings = std::to_array({
     Renaming{"Shift_JIS", "WINDOWS31J"},
     Renaming{"Big5", "ChineseBIG5"},
     Renaming{"EUC-KR", "KoreanKSC"},
-};
+});
 
 // The detector does not know UTF-16 without a byte order mark. Its blanks, line ends and whatever
 // is in ASCII have a zero byte on one side; some ideographs have one on the other.

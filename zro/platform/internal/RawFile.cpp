@@ -74,7 +74,7 @@ std::int64_t RawFile::write(const char* bytes, std::size_t count) const {
 }
 
 std::int64_t RawFile::seek(std::int64_t offset, int origin) const {
-    constexpr std::array kOrigins = {SEEK_SET, SEEK_CUR, SEEK_END};
+    static constexpr auto kOrigins = std::to_array({SEEK_SET, SEEK_CUR, SEEK_END});
     if (origin < 0 || origin > 2) {
         return -1;
     }

@@ -69,11 +69,11 @@ bool NumberLabel::writeSystem(std::u16string_view token) {
         return false;
     }
     if (token.size() == 1) {
-        const NumeralSystem* const system = findNumeralSystem(token.front());
-        if (system != nullptr) {
+        const std::optional<NumeralSystem> system = findNumeralSystem(token.front());
+        if (system) {
             writeNumeral(*system);
         }
-        return system != nullptr;
+        return system.has_value();
     }
     if (!ZRChar::isZenkaku(int{token.front()})) {
         return false;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "zro/foundation/internal/PackedTexts.h"
 #include "zro/text/internal/Numerals.h"
 
 namespace ZroCommon::internal {
@@ -57,8 +58,8 @@ constexpr NumeralSystem languageLetters(char16_t token, LetterScript script,
     return {token, Kind::LanguageLetters, u'0', letters, script, isUpper};
 }
 
-// By token.
-constexpr std::array kSystems = {
+// For the compiler alone, by token.
+constexpr auto kRows = std::to_array({
     languageLetters(u'A', LetterScript::Any, kLatinCapitals, true),
     NumeralSystem{u'I', Kind::Roman, u'0', u"IVXLCDM"},
     languageLetters(u'a', LetterScript::Any, kLatinSmall, false),
@@ -89,19 +90,35 @@ constexpr std::array kSystems = {
     NumeralSystem{u'ｉ', Kind::Roman, kFullWidthZero, u"ｉｖｘｌｃｄｍ"},
     NumeralSystem{u'ｱ', Kind::Letters, kIdeographicZero, kHalfWidthKatakana},
     NumeralSystem{u'ｲ', Kind::Letters, kIdeographicZero, kHalfWidthIroha},
-};
-static_assert(std::is_sorted(kSystems.begin(), kSystems.end(),
+});
+static_assert(std::is_sorted(kRows.begin(), kRows.end(),
                              [](const NumeralSystem& left, const NumeralSystem& right) {
                                  return left.token < right.token;
                              }));
 
+// The letters apart, so that the rows hold no address.
+constexpr auto kViews = columnOf<kRows, &NumeralSystem::letters>();
+constexpr PackedTexts<kViews> kLetters;
+constexpr auto kSystems = [] {
+    auto systems = kRows;
+    for (NumeralSystem& system : systems) {
+        system.letters = {};
+    }
+    return systems;
+}();
+
 }  // namespace
 
-const NumeralSystem* findNumeralSystem(char16_t token) {
-    const auto* system = std::lower_bound(
+std::optional<NumeralSystem> findNumeralSystem(char16_t token) {
+    const auto* const found = std::lower_bound(
         kSystems.begin(), kSystems.end(), token,
         [](const NumeralSystem& left, char16_t right) { return left.token < right; });
-    return system != kSystems.end() && system->token == token ? system : nullptr;
+    if (found == kSystems.end() || found->token != token) {
+        return {};
+    }
+    NumeralSystem system = *found;
+    system.letters = kLetters[static_cast<std::size_t>(found - kSystems.begin())];
+    return system;
 }
 
 }  // namespace ZroCommon::internal

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string_view>
 
 #include "zro/text/internal/Alphabets.h"
@@ -25,7 +26,7 @@ struct NumeralSystem {
     bool isUpper = false;
 };
 
-/// Null for a character that no system begins with.
-const NumeralSystem* findNumeralSystem(char16_t token);
+/// Nothing for a character that no system begins with.
+std::optional<NumeralSystem> findNumeralSystem(char16_t token);
 
 }  // namespace ZroCommon::internal

@@ -80,7 +80,7 @@ void readView(const UnicodeString& argument, ZRValue& target) {
 }
 
 void readViewRect(const UnicodeString& argument, ZRValue& target) {
-    constexpr std::array kItems = {ZRN_left, ZRN_top, ZRN_width, ZRN_height};
+    static constexpr auto kItems = std::to_array({ZRN_left, ZRN_top, ZRN_width, ZRN_height});
     Fields fields(argument);
     std::array<ZRValue, kItems.size()> sides;
     for (ZRValue& side : sides) {

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "zro/foundation/internal/PackedTexts.h"
+
 namespace ZroCommon::internal {
 namespace {
 
@@ -27,32 +29,35 @@ constexpr std::uint64_t packed(std::u16string_view word) {
     return number;
 }
 
-// The frequent ones first.
-constexpr std::array kWords = {
-    UnitWord{u"pt", ZRValueUnitPt},    UnitWord{u"%", ZRValueUnitPercent},
-    UnitWord{u"em", ZRValueUnitEm},    UnitWord{u"mm", ZRValueUnitMm},
-    UnitWord{u"in", ZRValueUnitIn},    UnitWord{u"cm", ZRValueUnitCm},
-    UnitWord{u"px", ZRValueUnitPx},    UnitWord{u"pc", ZRValueUnitPc},
-    UnitWord{u"ex", ZRValueUnitEx},    UnitWord{u"deg", ZRValueUnitDeg},
-    UnitWord{u"rad", ZRValueUnitRad},  UnitWord{u"grad", ZRValueUnitGrad},
-    UnitWord{u"s", ZRValueUnitS},      UnitWord{u"ms", ZRValueUnitMs},
-    UnitWord{u"hz", ZRValueUnitHz},    UnitWord{u"khz", ZRValueUnitKHz},
-    UnitWord{u"twip", ZRValueUnitTwip}};
+// For the compiler alone; the frequent ones first.
+constexpr auto kRows = std::to_array(
+    {UnitWord{u"pt", ZRValueUnitPt}, UnitWord{u"%", ZRValueUnitPercent},
+     UnitWord{u"em", ZRValueUnitEm}, UnitWord{u"mm", ZRValueUnitMm}, UnitWord{u"in", ZRValueUnitIn},
+     UnitWord{u"cm", ZRValueUnitCm}, UnitWord{u"px", ZRValueUnitPx}, UnitWord{u"pc", ZRValueUnitPc},
+     UnitWord{u"ex", ZRValueUnitEx}, UnitWord{u"deg", ZRValueUnitDeg},
+     UnitWord{u"rad", ZRValueUnitRad}, UnitWord{u"grad", ZRValueUnitGrad},
+     UnitWord{u"s", ZRValueUnitS}, UnitWord{u"ms", ZRValueUnitMs}, UnitWord{u"hz", ZRValueUnitHz},
+     UnitWord{u"khz", ZRValueUnitKHz}, UnitWord{u"twip", ZRValueUnitTwip}});
 
 constexpr auto kPacked = [] {
-    std::array<std::uint64_t, kWords.size()> numbers{};
-    for (std::size_t index = 0; index < kWords.size(); ++index) {
-        numbers[index] = packed(kWords[index].text);
-    }
+    std::array<std::uint64_t, kRows.size()> numbers{};
+    std::transform(kRows.begin(), kRows.end(), numbers.begin(),
+                   [](const UnitWord& row) { return packed(row.text); });
     return numbers;
 }();
+constexpr auto kViews = columnOf<kRows, &UnitWord::text>();
+constexpr PackedTexts<kViews> kTexts;
+constexpr auto kUnits = columnOf<kRows, &UnitWord::unit>();
 
 }  // namespace
 
-const UnitWord* findUnitWord(std::u16string_view word) {
+std::optional<UnitWord> findUnitWord(std::u16string_view word) {
     const auto* const found = std::find(kPacked.begin(), kPacked.end(), packed(word));
-    return found == kPacked.end() ? nullptr
-                                  : &kWords[static_cast<std::size_t>(found - kPacked.begin())];
+    if (found == kPacked.end()) {
+        return {};
+    }
+    const auto place = static_cast<std::size_t>(found - kPacked.begin());
+    return UnitWord{kTexts[place], kUnits[place]};
 }
 
 }  // namespace ZroCommon::internal

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string_view>
 
 #include "zro/values/ZRValueUnitType.h"
@@ -12,8 +13,8 @@ struct UnitWord {
     ZRValueUnitType unit;
 };
 
-/// The unit of that name in any case; null when there is none. The percent sign is the unit of a
+/// The unit of that name in any case; nothing when there is none. The percent sign is the unit of a
 /// number as well.
-const UnitWord* findUnitWord(std::u16string_view word);
+std::optional<UnitWord> findUnitWord(std::u16string_view word);
 
 }  // namespace ZroCommon::internal

@@ -1,19 +1,21 @@
 #pragma once
 
-#include <array>
 #include <limits>
 #include <string_view>
 
+#include "zro/foundation/internal/PackedTexts.h"
 #include "zro/values/ZRValueUnitType.h"
 
 namespace ZroCommon::internal {
 
-/// The text behind a number, by unit. Reading compares in lower case, so "hz" is 18 as well.
-inline constexpr std::array<std::u16string_view, 32> kUnitTexts = {
+/// For the compiler alone: kUnitTexts is made of it.
+inline constexpr std::u16string_view kUnitRows[] = {
     u"", u"", u"%",   u"em",  u"ex",   u"px", u"cm", u"mm",   u"in",  u"pt", u"pc",
     u"", u"", u"deg", u"rad", u"grad", u"ms", u"s",  u"Hz",   u"kHz", u"",   u"",
     u"", u"", u"",    u"",    u"",     u"",   u"",   u"twip", u"",    u"",
 };
+/// The text behind a number, by unit. Reading compares in lower case, so "hz" is 18 as well.
+inline constexpr PackedTexts<kUnitRows> kUnitTexts;
 
 /// How many points one of the unit is; NaN when it is no absolute length.
 constexpr float pointsPer(ZRValueUnitType unit) {

@@ -14,6 +14,7 @@
 #include <span>
 
 #include "zro/foundation/ZREmptyString.h"
+#include "zro/foundation/internal/PackedTexts.h"
 #include "zro/vocabulary/ZRNameTable.h"
 #include "zro/vocabulary/internal/NameHash.h"
 #include "zro/vocabulary/internal/SharedNames.h"
@@ -27,42 +28,9 @@ constexpr std::u16string_view kRows[] = {
 #define ZR_NAME(enumerator, text) text,
 #include "zro/vocabulary/BuiltinNames.inc"
 };
-constexpr std::size_t kCount = std::size(kRows);
+constexpr internal::PackedTexts<kRows> kTexts;
+constexpr std::size_t kCount = kTexts.kCount;
 static_assert(kCount == ZRN_LAST_BUILTIN + 1U, "the builtin names are numbered 1 to 1582");
-
-constexpr std::size_t kUnitCount = [] {
-    std::size_t sum = 0;
-    for (const std::u16string_view& row : kRows) {
-        sum += row.size();
-    }
-    return sum;
-}();
-static_assert(kUnitCount <= UINT16_MAX, "a start has 16 bits");
-
-// All texts in the order of their numbers, and where each begins; the last entry is the end.
-constexpr std::array<char16_t, kUnitCount> kUnits = [] {
-    std::array<char16_t, kUnitCount> units{};
-    std::size_t at = 0;
-    for (const std::u16string_view& row : kRows) {
-        for (const char16_t unit : row) {
-            units[at++] = unit;
-        }
-    }
-    return units;
-}();
-
-constexpr std::array<std::uint16_t, kCount + 1> kStarts = [] {
-    std::array<std::uint16_t, kCount + 1> starts{};
-    for (std::size_t number = 0; number < kCount; ++number) {
-        starts[number + 1] = static_cast<std::uint16_t>(starts[number] + kRows[number].size());
-    }
-    return starts;
-}();
-
-constexpr std::u16string_view textOf(std::size_t number) {
-    const std::size_t start = kStarts[number];
-    return {kUnits.data() + start, kStarts[number + 1] - start};
-}
 
 struct Slot {
     std::uint16_t length = 0;
@@ -104,7 +72,7 @@ private:
 };
 
 constexpr std::uint32_t hashOf(std::size_t number) {
-    return internal::builtinNameHash(textOf(number));
+    return internal::builtinNameHash(kTexts[number]);
 }
 
 // Puts names into their places under a displacement, unless one of those is taken.
@@ -118,7 +86,7 @@ constexpr bool Index::fill(std::span<const std::uint16_t> numbers, unsigned disp
             }
             return false;
         }
-        slot = {static_cast<std::uint16_t>(textOf(number).size()), kStarts[number], number};
+        slot = {kTexts.length(number), kTexts.start(number), number};
     }
     return true;
 }
@@ -153,7 +121,7 @@ static_assert(kIndex.isWhole(), "other constants in the hash give each name a pl
 // Whether the text of a slot is this one, of the same length. Texts differ in length all the time,
 // so this takes few branches on it.
 bool isTextOf(const Slot& slot, std::u16string_view text, const internal::NameWindows& windows) {
-    const char16_t* const own = kUnits.data() + slot.start;
+    const char16_t* const own = kTexts.units() + slot.start;
     if (text.size() <= internal::NameWindows::kWhole) {
         return internal::NameWindows({own, text.size()}).equal(windows);
     }
@@ -180,7 +148,7 @@ void makeStrings(std::size_t block) {
     }
     const std::size_t end = std::min(kCount, (block + 1) * kBlock);
     for (std::size_t number = block * kBlock; number < end; ++number) {
-        const std::u16string_view text = textOf(number);
+        const std::u16string_view text = kTexts[number];
         std::construct_at(stringAt(number), false, text.data(), static_cast<int32_t>(text.size()));
     }
     s_isMade[block].store(true, std::memory_order_release);

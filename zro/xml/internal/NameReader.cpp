@@ -19,12 +19,12 @@ struct Range {
 
 // The ranges of XML 1.0, fifth edition, but for the colon, for U+00D7 and U+00F7, which lie inside
 // the second range, and for the planes 15 and up.
-constexpr std::array kStartRanges = {
-    Range{0xC0, 0x2FF},    Range{0x370, 0x37D},   Range{0x37F, 0x1FFF},  Range{0x200C, 0x200D},
-    Range{0x2070, 0x218F}, Range{0x2C00, 0x2FEF}, Range{0x3001, 0xD7FF}, Range{0xF900, 0xEFFFF}};
+constexpr auto kStartRanges = std::to_array(
+    {Range{0xC0, 0x2FF}, Range{0x370, 0x37D}, Range{0x37F, 0x1FFF}, Range{0x200C, 0x200D},
+     Range{0x2070, 0x218F}, Range{0x2C00, 0x2FEF}, Range{0x3001, 0xD7FF}, Range{0xF900, 0xEFFFF}});
 
-constexpr std::array kFurtherRanges = {Range{0xB7, 0xB7}, Range{0x300, 0x36F},
-                                       Range{0x203F, 0x2040}};
+constexpr auto kFurtherRanges =
+    std::to_array({Range{0xB7, 0xB7}, Range{0x300, 0x36F}, Range{0x203F, 0x2040}});
 
 template <std::size_t kCount>
 bool isIn(const std::array<Range, kCount>& ranges, char32_t c) {

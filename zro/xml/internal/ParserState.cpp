@@ -1,5 +1,7 @@
 #include "zro/xml/internal/ParserState.h"
 
+#include <array>
+
 #include "zro/foundation/ZREmptyString.h"
 #include "zro/foundation/ZRError.h"
 #include "zro/foundation/internal/AppendNumber.h"
@@ -8,7 +10,7 @@
 namespace ZroCommon::internal {
 namespace {
 
-constexpr std::array kEventNames = {
+constexpr auto kEventNames = std::to_array({
     u"START_DOCUMENT",
     u"END_DOCUMENT",
     u"START_TAG",
@@ -20,7 +22,7 @@ constexpr std::array kEventNames = {
     u"PROCESSING_INSTRUCTION",
     u"COMMENT",
     u"DOCDECL",
-};
+});
 
 constexpr const char16_t* kSource = u"ZroCommon::XmlParserImpl";
 

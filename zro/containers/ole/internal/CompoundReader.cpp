@@ -23,9 +23,9 @@ OleRefusal CompoundReader::read() {
     if (!m_io.Open()) {
         return {OleCheck::Opening};
     }
-    constexpr std::array kSteps = {&CompoundReader::readHeader, &CompoundReader::listFatBlocks,
-                                   &CompoundReader::buildFat, &CompoundReader::buildMiniFat,
-                                   &CompoundReader::buildDirectory};
+    static constexpr auto kSteps = std::to_array(
+        {&CompoundReader::readHeader, &CompoundReader::listFatBlocks, &CompoundReader::buildFat,
+         &CompoundReader::buildMiniFat, &CompoundReader::buildDirectory});
     for (const auto step : kSteps) {
         const OleRefusal refusal = (this->*step)();
         if (isRefused(refusal)) {

@@ -6,6 +6,7 @@
 #include <limits>
 #include <string>
 
+#include "zro/foundation/internal/PackedTexts.h"
 #include "zro/text/ZRUtil.h"
 #include "zro/text/xls/internal/FormatCompiler.h"
 
@@ -13,10 +14,11 @@ namespace ZroCommon::internal {
 namespace {
 
 // The first that the text begins with wins.
-constexpr std::array<std::u16string_view, 22> kKeywords = {
+constexpr std::u16string_view kRows[] = {
     u"Black", u"White", u"Red",    u"Green",  u"Blue",   u"Yellow", u"Magenta", u"Cyan",
     u"Color", u">=",    u"<=",     u"<>",     u"<",      u">",      u"=",       u"h",
     u"m",     u"s",     u"DBNum1", u"DBNum2", u"DBNum3", u"$"};
+constexpr PackedTexts<kRows> kKeywords;
 constexpr std::size_t kColor = 8;
 constexpr std::size_t kFirstCondition = 9;
 constexpr std::size_t kHour = 15;
@@ -47,7 +49,7 @@ double numberIn(std::u16string_view text) {
 
 Token FormatCompiler::bracket() {
     ++m_at;
-    for (std::size_t keyword = 0; keyword < kKeywords.size(); ++keyword) {
+    for (std::size_t keyword = 0; keyword < kKeywords.kCount; ++keyword) {
         if (skipIf(kKeywords[keyword])) {
             return bracketKeyword(keyword);
         }

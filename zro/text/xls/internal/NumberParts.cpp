@@ -18,8 +18,8 @@ namespace {
 // A number with a point and fifteen digits at most: they and the power of ten are exact as doubles,
 // so that one division rounds correctly.
 std::optional<double> shortValueOf(std::string_view text) {
-    constexpr std::array kPowers = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                    1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    static constexpr auto kPowers = std::to_array(
+        {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15});
     if (text.size() > kPowers.size()) {
         return std::nullopt;
     }

@@ -72,7 +72,7 @@ std::optional<SerialDate> SerialDate::of(double serial, bool isSystem1904) {
 
 SerialTime::SerialTime(double serial, int decimals) {
     constexpr double kMaxDays = 1e13;
-    constexpr std::array kScales = {1, 10, 100, 1000};
+    static constexpr auto kScales = std::to_array({1, 10, 100, 1000});
     const int scale =
         decimals >= 0 && decimals <= 3 ? kScales[static_cast<std::size_t>(decimals)] : 1;
     double days = 0;
