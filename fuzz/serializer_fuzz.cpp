@@ -7,19 +7,19 @@
 #include <span>
 #include <string>
 
-#include "tests/support/SerializerScript.h"
+#include "fuzz/SerializerScript.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0) {
         return 0;
     }
-    const ZroCommon::testing::Decisions decisions({data + 1, size - 1});
+    const ZroCommon::fuzzing::Decisions decisions({data + 1, size - 1});
     if (data[0] % 4 < 2) {
-        ZroCommon::testing::makeWildCalls(decisions);
+        ZroCommon::fuzzing::makeWildCalls(decisions);
         return 0;
     }
-    const ZroCommon::testing::SensibleDocument document(decisions, data[0] % 4 == 3);
-    const std::string found = ZroCommon::testing::parsedBack(document.bytes());
+    const ZroCommon::fuzzing::SensibleDocument document(decisions, data[0] % 4 == 3);
+    const std::string found = ZroCommon::fuzzing::parsedBack(document.bytes());
     if (found != document.expected()) {
         std::fprintf(stderr, "%s\nexpected %s\nfound    %s\n", document.bytes().c_str(),
                      document.expected().c_str(), found.c_str());

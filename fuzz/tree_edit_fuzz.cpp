@@ -1,8 +1,12 @@
 // Edits in any order: every two bytes are an operation and the nodes it is about. The links, counts
-// and copies of the tree are checked behind each.
+// and copies of the tree are checked behind each, and its nodes held to plain lists of children.
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <map>
+#include <utility>
+#include <vector>
 
 #include "zro/dom/ZRDocument.h"
 #include "zro/dom/ZRDocumentFragment.h"
@@ -14,6 +18,38 @@
 namespace ZroCommon::fuzzing {
 namespace {
 
+/// The children of each node as plain lists.
+class Model {
+public:
+    const std::vector<ZRNode*>& childrenOf(const ZRNode& node) { return m_children[&node]; }
+
+    void enter(ZRNode& parent, ZRNode& node, const ZRNode* before) {
+        if (&node != before) {
+            leave(node);
+            auto& list = m_children[&parent];
+            list.insert(std::find(list.begin(), list.end(), before), &node);
+        }
+    }
+
+    void leave(const ZRNode& node) {
+        for (auto& [parent, list] : m_children) {
+            std::erase(list, &node);
+        }
+    }
+
+    /// Empties a node, and those below when they are deleted. \return the number of those that go
+    long empty(const ZRNode& node, bool deletes) {
+        long count = 0;
+        for (const ZRNode* child : std::exchange(m_children[&node], {})) {
+            count += 1 + (deletes ? empty(*child, true) : 0);
+        }
+        return count;
+    }
+
+private:
+    std::map<const ZRNode*, std::vector<ZRNode*>> m_children;
+};
+
 class Garden {
 public:
     Garden() {
@@ -23,10 +59,13 @@ public:
     }
 
     void edit(std::uint8_t operation, std::uint8_t places) {
-        ZRNode& first = *m_nodes[places % kNodes];
+        const int kind = operation % 16;
+        ZRNode& at = *m_nodes[places % kNodes];
+        ZRNode& first = kind < 10 || at.isElementNode() ? at : *m_nodes[kElement];
         ZRNode& second = *m_nodes[places / kNodes % kNodes];
         ZRNode* third = m_nodes[operation / 16 % kNodes];
-        const int kind = operation % 16;
+        m_name = static_cast<ZRNameEnum>(1 + operation / 16U * 2 + places / kNodes % 2);
+        m_uri = static_cast<ZRNameEnum>(places / kNodes / 2 % 4);
         if (first.isDescendantOrSelfOf(&second) && (kind < 3 || kind == 13 || kind == 14)) {
             return;  // would close a circle
         }
@@ -42,6 +81,7 @@ public:
 
 private:
     static constexpr std::size_t kNodes = 12;
+    static constexpr std::size_t kElement = 2;  // where one is
 
     ZRPtr<ZRNode> plant(std::size_t index) {
         const ZRName name(static_cast<ZRNameEnum>(1 + index / 2));
@@ -54,35 +94,59 @@ private:
         }
     }
 
-    static void run(int operation, ZRNode& first, ZRNode& second, ZRNode* third) {
+    void run(int operation, ZRNode& first, ZRNode& second, ZRNode* third) {
         switch (operation) {
-        case 0: first.appendChild(&second); break;
-        case 1: first.insertBefore(&second, third); break;
-        case 2: first.replaceChild(&second, third); break;
-        case 3: first.removeChild(&second); break;
-        case 4: first.removeAllChildNodes(); break;
-        case 5: first.deleteAllChildNodes(); break;
-        case 6: require(countNodes(first.cloneNode(true)) <= countNodes(&first)); break;
-        case 7: require(first.isFollowingOf(&second) == second.isPrecedingOf(&first)); break;
-        case 8: first.getInnerText(); break;
-        case 9: first.lookupNamespaceUri(second.getLocalName()); break;
+        case 0:
+            require(first.appendChild(&second) == &second);
+            return m_model.enter(first, second, nullptr);
+        case 1:
+            require(first.insertBefore(&second, third) == &second);
+            return m_model.enter(first, second, third);
+        case 2:
+            require(first.replaceChild(&second, third).get() == third);
+            m_model.enter(first, second, third);
+            return third != &second ? m_model.leave(*third) : void();
+        case 3: require(first.removeChild(&second).get() == &second); return m_model.leave(second);
+        case 4:
+            first.removeAllChildNodes();
+            m_model.empty(first, false);
+            return;
+        case 5: return require(first.deleteAllChildNodes() == m_model.empty(first, true));
+        case 6: return require(countNodes(first.cloneNode(true)) <= countNodes(&first));
+        case 7: return require(first.isFollowingOf(&second) == second.isPrecedingOf(&first));
+        case 8: first.getInnerText(); return;
+        case 9: first.lookupNamespaceUri(second.getLocalName()); return;
         default: runOnElement(operation, first, second);
         }
     }
 
-    static void runOnElement(int operation, ZRNode& first, ZRNode& second) {
-        if (!first.isA(ZRElement::getStaticTypeID())) {
-            return;
-        }
+    void runOnElement(int operation, ZRNode& first, ZRNode& second) {
         auto& element = static_cast<ZRElement&>(first);
-        const ZRName name = second.getLocalName();
+        ZRNamedNodeMap& map = *element.getAttributes();
+        const ZRPtr<ZRNode> fresh = m_document->createAttributeNS(m_uri, ZRName(), m_name);
+        const bool isFresh = second.getNodeType() != ZRNodeTypeAttribute && !m_uri.isEmpty();
+        const ZRPtr<ZRNode> attr = isFresh ? fresh : ZRPtr<ZRNode>(&second);
         switch (operation) {
-        case 10: element.setAttribute(name, ZRValue(UnicodeString(u"value"))); break;
-        case 11: element.setAttributeEx(name, ZRName(), name, u"a longer value"); break;
-        case 12: element.removeAttribute(name); break;
-        case 13: element.getAttributes()->setNamedItem(&second); break;
-        case 14: element.getAttributes()->setNamedItemNS(&second); break;
-        default: element.removeAttributeNS(name, name);
+        case 10: element.setAttribute(m_name, ZRValue(UnicodeString(u"value"))); break;
+        case 11: setSeveral(element); break;
+        case 12: element.removeAttribute(m_name); break;
+        case 13: map.setNamedItem(attr); return m_model.leave(*attr);
+        case 14: map.setNamedItemNS(attr); return m_model.leave(*attr);
+        default: element.removeAttributeNS(m_uri, m_name); cut(map);
+        }
+    }
+
+    void setSeveral(ZRElement& element) const {
+        for (int next = 0; next < 8; ++next) {
+            const auto name = static_cast<ZRNameEnum>(ZRNameEnum{m_name} + next);
+            element.setAttributeEx(m_uri, ZRName(), name, u"a longer value");
+        }
+    }
+
+    /// Now and then a map with an index becomes one without.
+    void cut(ZRNamedNodeMap& map) const {
+        while (m_uri.isEmpty() && map.getLength() > 8) {
+            map.removeNamedItem(map.getLastNode()->getLocalName());
         }
     }
 
@@ -90,29 +154,47 @@ private:
         return node != nullptr ? 1 + node->getDescendantNodes()->getLength() : 0;
     }
 
-    static void check(ZRNode& node) {
+    void check(ZRNode& node) {
         const ZRNode* before = nullptr;
-        for (ZRNode* child = node.getFirstChildFast(); child != nullptr;
-             child = child->getNextSiblingFast()) {
-            require(child->getParentNodeFast() == &node);
+        ZRNode* at = node.getFirstChildFast();
+        for (ZRNode* child : m_model.childrenOf(node)) {
+            require(at == child && child->getParentNodeFast() == &node);
             require(child->getNodeType() == ZRNodeTypeAttribute
                     || child->getPreviousSibling() == before);
             before = child;
+            at = child->getNextSiblingFast();
         }
-        require(node.getLastChildFast() == before);
+        require(at == nullptr && node.getLastChildFast() == before);
         require(node.getRefCount() == (node.getParentNodeFast() != nullptr ? 2 : 1));
-        if (!node.hasAttributes()) {
-            return;
+        if (node.hasAttributes()) {
+            checkAttributes(node, *node.getAttributes());
         }
-        ZRNamedNodeMap& map = *node.getAttributes();
+    }
+
+    /// Order, counts and searches, which take the first that fits.
+    void checkAttributes(const ZRNode& node, ZRNamedNodeMap& map) const {
+        const ZRNode* named = nullptr;
+        const ZRNode* qualified = nullptr;
+        int place = 0;
         for (ZRNode* attr = map.getFirstNode(); attr != nullptr; attr = map.getNextNode(attr)) {
+            require(map.item(place++) == attr);
             require(attr->getParentNodeFast() == &node);
             require(attr->getNextSiblingFast() == nullptr);
+            const bool fits = attr->getLocalName() == m_name;
+            named = fits && named == nullptr ? attr : named;
+            qualified =
+                fits && qualified == nullptr && attr->getNamespaceUri() == m_uri ? attr : qualified;
         }
+        require(map.getLength() == place);
+        require(map.getNamedItem(m_name) == named);
+        require(map.getNamedItemNS(m_uri, m_name) == qualified);
     }
 
     ZRPtr<ZRDocument> m_document = new ZRDocument;
     std::array<ZRPtr<ZRNode>, kNodes> m_nodes;
+    Model m_model;
+    ZRName m_name;  // of the attribute that an edit is about
+    ZRName m_uri;
 };
 
 }  // namespace

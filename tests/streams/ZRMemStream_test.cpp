@@ -2,36 +2,13 @@
 
 #include <limits>
 #include <new>
-#include <random>
+#include <sstream>
 
-#include "tests/support/MemStreamModel.h"
+#include "tests/support/Streams.h"
 #include "tests/support/Test.h"
 
 namespace ZroCommon::testing {
 namespace {
-
-// Random operations on a memory stream and on a string have to tell the same.
-TEST(ZRMemStream, AgreesWithAStringOnEveryOperation) {
-#ifdef NDEBUG
-    constexpr int kSteps = 110000;
-#else
-    constexpr int kSteps = 15000;
-#endif
-    for (unsigned block = 1; block <= 10; ++block) {
-        std::mt19937 random(block);
-        MemStreamModel model(block);
-        for (int i = 0; i < kSteps; ++i) {
-            const auto code = static_cast<unsigned>(random());
-            const auto first = static_cast<unsigned>(random());
-            std::string fault = model.step(code, first, static_cast<unsigned>(random()));
-            if (fault.empty() && i % 64 == 0) {
-                fault = model.finish();
-            }
-            ASSERT_EQ(fault, "") << "operation " << code % MemStreamModel::kOperations << ", step "
-                                 << i << ", blocks of " << block;
-        }
-    }
-}
 
 std::string contentOf(ZRMemStream& stream) {
     std::string content;

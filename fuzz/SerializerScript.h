@@ -13,7 +13,9 @@
 #include "zro/foundation/ZRPtr.h"
 #include "zro/xml/ZRXmlUtil.h"
 
-namespace ZroCommon::testing {
+namespace ZroCommon::fuzzing {
+
+using testing::utf8;
 
 /// Bytes as a row of decisions; behind their end every decision is 0.
 class Decisions {
@@ -237,4 +239,4 @@ inline std::string parsedBack(const std::string& bytes) try {
     return "error: " + utf8(error.getMessage());
 }
 
-}  // namespace ZroCommon::testing
+}  // namespace ZroCommon::fuzzing

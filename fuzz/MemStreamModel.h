@@ -12,7 +12,9 @@
 #include "tests/support/Streams.h"
 #include "zro/streams/ZRMemStream.h"
 
-namespace ZroCommon::testing {
+namespace ZroCommon::fuzzing {
+
+using testing::ShortReadBuf;
 
 /// Drives a `ZRMemStreamBuf` and a plain string side by side, one operation at a time.
 ///
@@ -281,4 +283,4 @@ private:
     std::string m_fault;
 };
 
-}  // namespace ZroCommon::testing
+}  // namespace ZroCommon::fuzzing
