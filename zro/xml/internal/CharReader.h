@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -95,6 +96,11 @@ public:
     bool inWindow() const { return !inSegment() && top().input != nullptr; }
     /// Goes on in the current run.
     void moveTo(const char16_t* at) { m_run.at = at; }
+    /// Goes on at a unit of the current run as if it had been read and put back.
+    void moveBefore(const char16_t* at) {
+        m_run.at = at;
+        m_high = std::max(m_high, at + 1);
+    }
 
     /// Makes an opened input the innermost one. Its end takes reading back to where it was.
     void push(std::unique_ptr<DecodedInput> inner);

@@ -141,26 +141,23 @@ bool ParserState::expect(char32_t wanted) {
     return c == wanted;
 }
 
-Lookahead ParserState::peekType() {
-    if (lookahead != Lookahead::None && lookahead != Lookahead::EmptyElementEnd) {
-        return lookahead;
-    }
+Lookahead ParserState::findType() {
     const char32_t c = reader.get();
     if (c == u'<') {
-        return lookahead = markupType();
+        return markupType();
     }
     if (c == u'&') {
-        return lookahead = Lookahead::Reference;
+        return Lookahead::Reference;
     }
     if (c != CharReader::kEnd) {
         reader.pushBack(c);
-        return lookahead = Lookahead::Text;
+        return Lookahead::Text;
     }
     if (reader.hasFailed()) {
-        return lookahead = Lookahead::End;
+        return Lookahead::End;
     }
     report(XmlError::InvalidCharacter);  // the document itself holds a U+FFFF
-    return lookahead = Lookahead::Reference;
+    return Lookahead::Reference;
 }
 
 // Behind "<".

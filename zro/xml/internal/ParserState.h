@@ -13,6 +13,7 @@
 #include "zro/xml/internal/NameReader.h"
 #include "zro/xml/internal/NamespaceManager.h"
 #include "zro/xml/internal/ParserReport.h"
+#include "zro/xml/internal/Scan.h"
 #include "zro/xml/internal/TextBuffer.h"
 
 namespace ZroCommon::internal {
@@ -68,7 +69,13 @@ public:
     bool expect(char32_t wanted);
 
     /// Classifies what follows, if that is not done yet.
-    Lookahead peekType();
+    Lookahead peekType() {
+        if (lookahead == Lookahead::None || lookahead == Lookahead::EmptyElementEnd) {
+            const Lookahead tag = plainTag();
+            lookahead = tag != Lookahead::None ? tag : findType();
+        }
+        return lookahead;
+    }
 
     int depth() const { return namespaces->depth(); }
 
@@ -104,6 +111,24 @@ public:
     bool isBusy = false;
 
 private:
+    // A tag that begins in the current run; None for whatever takes a closer look.
+    Lookahead plainTag() {
+        const Run& run = reader.currentRun();
+        if (run.end - run.at < 2 || *run.at != u'<') {
+            return Lookahead::None;
+        }
+        const char16_t next = run.at[1];
+        if (next == u'/') {
+            reader.moveTo(run.at + 2);
+            return Lookahead::EndTag;
+        }
+        if (!isAsciiNameUnit(next)) {
+            return Lookahead::None;
+        }
+        reader.moveBefore(run.at + 1);
+        return Lookahead::StartTag;
+    }
+    Lookahead findType();
     Lookahead markupType();
     [[noreturn]] void throwError(XmlError code, UnicodeString message);
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -203,68 +204,61 @@ inline bool isSameText(const char16_t* left, const char16_t* right, std::size_t 
 
 namespace simd {
 
-inline __m128i isLineFeed(__m128i units) {
-    return _mm_cmpeq_epi16(units, all(u'\n'));
-}
+struct IsLineFeed {
+    static bool one(char16_t unit) { return unit == u'\n'; }
+    static __m128i all(__m128i units) { return _mm_cmpeq_epi16(units, simd::all(u'\n')); }
+};
 
-inline __m128i isLead(__m128i units) {
-    return _mm_cmpeq_epi16(_mm_and_si128(units, all(0xFC00)), all(0xD800));
-}
+struct IsLead {
+    static bool one(char16_t unit) { return (unit & 0xFC00U) == 0xD800U; }
+    static __m128i all(__m128i units) {
+        return _mm_cmpeq_epi16(_mm_and_si128(units, simd::all(0xFC00)), simd::all(0xD800));
+    }
+};
 
-/// How many units of a step match; there are seldom more than one.
-inline std::size_t countOf(unsigned mask) {
+/// How many units match. Each byte of a register counts on its own, until it might overflow.
+template <class Match>
+std::size_t countOf(const char16_t* at, const char16_t* end) {
+    constexpr std::ptrdiff_t kTwoSteps = 2 * kStep;
+    constexpr std::ptrdiff_t kMost = 255;
     std::size_t count = 0;
-    for (mask &= 0x5555U; mask != 0; mask &= mask - 1) {
-        ++count;
+    while (end - at >= kTwoSteps) {
+        __m128i counts = _mm_setzero_si128();
+        for (std::ptrdiff_t left = std::min(kMost, (end - at) / kTwoSteps); left > 0; --left) {
+            const __m128i found =
+                _mm_packs_epi16(Match::all(load(at)), Match::all(load(at + kStep)));
+            counts = _mm_sub_epi8(counts, found);
+            at += kTwoSteps;
+        }
+        const __m128i sums = _mm_sad_epu8(counts, _mm_setzero_si128());
+        count += static_cast<std::size_t>(_mm_cvtsi128_si32(sums))
+                 + static_cast<std::size_t>(_mm_cvtsi128_si32(_mm_srli_si128(sums, 8)));
     }
-    return count;
+    return count + static_cast<std::size_t>(std::count_if(at, end, Match::one));
 }
 
-/// Goes on counting over the last `length` units of a step.
-inline void countLines(__m128i units, std::size_t length, LineCount& count) {
-    const std::size_t skipped = 2 * (std::size_t{kStep} - length);
-    const unsigned lineFeeds = maskOf(isLineFeed(units)) >> skipped;
-    unsigned leads = maskOf(isLead(units)) >> skipped;
-    if (lineFeeds != 0) {
-        const unsigned behindLast = 32U - static_cast<unsigned>(std::countl_zero(lineFeeds));
-        count.lines += countOf(lineFeeds);
-        count.characters = 0;
-        length -= behindLast / 2;
-        leads >>= behindLast;
+/// Behind the last line feed, of which there is one.
+inline const char16_t* lastLine(const char16_t* at, const char16_t* end) {
+    for (; end - at >= kStep; end -= kStep) {
+        if (const unsigned mask = maskOf(IsLineFeed::all(load(end - kStep)))) {
+            return end - std::countl_zero(mask << 16U) / 2;
+        }
     }
-    count.characters += length - countOf(leads);
+    while (end[-1] != u'\n') {
+        --end;
+    }
+    return end;
 }
 
 }  // namespace simd
 
-// Two steps at a time, of which most hold neither; the last one overlaps the one before.
-inline void countLines(const char16_t* at, const char16_t* end, LineCount& result) {
-    constexpr std::ptrdiff_t kStep = simd::kStep;
-    if (end - at < kStep) {
-        return scalar::countLines(at, end, result);
+inline void countLines(const char16_t* at, const char16_t* end, LineCount& count) {
+    if (const std::size_t lines = simd::countOf<simd::IsLineFeed>(at, end)) {
+        count.lines += lines;
+        count.characters = 0;
+        at = simd::lastLine(at, end);
     }
-    LineCount count = result;
-    for (; end - at >= 2 * kStep; at += 2 * kStep) {
-        const __m128i first = simd::load(at);
-        const __m128i second = simd::load(at + kStep);
-        const __m128i found =
-            _mm_or_si128(_mm_or_si128(simd::isLineFeed(first), simd::isLead(first)),
-                         _mm_or_si128(simd::isLineFeed(second), simd::isLead(second)));
-        if (simd::maskOf(found) == 0) {
-            count.characters += 2 * kStep;
-        } else {
-            simd::countLines(first, kStep, count);
-            simd::countLines(second, kStep, count);
-        }
-    }
-    if (end - at >= kStep) {
-        simd::countLines(simd::load(at), kStep, count);
-        at += kStep;
-    }
-    if (at != end) {
-        simd::countLines(simd::load(end - kStep), static_cast<std::size_t>(end - at), count);
-    }
-    result = count;
+    count.characters += static_cast<std::size_t>(end - at) - simd::countOf<simd::IsLead>(at, end);
 }
 
 #else
