@@ -5,7 +5,6 @@
 #include <fcntl.h>
 #include <string>
 #include <sys/stat.h>
-#include <sys/time.h>
 #include <thread>
 #include <unistd.h>
 
@@ -18,44 +17,22 @@
 namespace ZroCommon::internal {
 namespace {
 
-volatile std::sig_atomic_t s_interruptions = 0;
-
-void setBlocked(int how) {
-    sigset_t alarm;
-    sigemptyset(&alarm);
-    sigaddset(&alarm, SIGALRM);
-    pthread_sigmask(how, &alarm, nullptr);
+// Twice, as the first may end a call that has done something.
+void interrupt(pthread_t waiting) {
+    for (int i = 0; i < 2; ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        pthread_kill(waiting, SIGUSR1);
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }
 
-// A thread that stays undisturbed, and this one, whose system calls are interrupted until it ends.
-template <class Beside, class Work>
-void runInterrupted(Beside beside, Work work) {
-    setBlocked(SIG_BLOCK);
-    std::thread other(beside);
-    setBlocked(SIG_UNBLOCK);
-    struct sigaction action {};  // without SA_RESTART
-    action.sa_handler = [](int /*signal*/) {
-        s_interruptions = s_interruptions + 1;
-    };
-    struct sigaction before {};
-    sigaction(SIGALRM, &action, &before);
-    s_interruptions = 0;
-    const itimerval often{.it_interval = {0, 500}, .it_value = {0, 500}};
-    setitimer(ITIMER_REAL, &often, nullptr);
-    work();
-    EXPECT_GT(s_interruptions, 10);
-    const itimerval never{};
-    setitimer(ITIMER_REAL, &never, nullptr);
-    other.join();
-    sigaction(SIGALRM, &before, nullptr);
-}
-
-// Calls `pass(at, size)` for a piece every two milliseconds.
+// Calls `pass(at, size)` for piece after piece, each time when the thread that waits for it in the
+// system was interrupted.
 template <class Pass>
-void pieceByPiece(std::size_t total, Pass pass) {
+void pieceByPiece(std::size_t total, pthread_t waiting, Pass pass) {
     constexpr std::size_t kPiece = 10000;
     for (std::size_t at = 0; at < total; at += kPiece) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        interrupt(waiting);
         pass(at, std::min(kPiece, total - at));
     }
 }
@@ -70,35 +47,44 @@ std::string squares(std::size_t count) {
 
 class Interrupted : public ::testing::Test {
 protected:
+    Interrupted() {
+        struct sigaction action {};  // without SA_RESTART
+        action.sa_handler = [](int /*signal*/) {
+        };
+        sigaction(SIGUSR1, &action, &m_before);
+    }
+    ~Interrupted() override { sigaction(SIGUSR1, &m_before, nullptr); }
+
     // What `read(name, into)` takes from a pipe that another thread opens late and fills slowly.
     template <class Read>
     std::string readSlowly(Read read) const {
         std::string into(m_bytes.size(), '\0');
-        runInterrupted(
-            [this] {
-                const SigpipeGuard guard;
-                const int end = openToWrite();
-                pieceByPiece(m_bytes.size(), [&](std::size_t at, std::size_t size) {
-                    EXPECT_EQ(write(end, m_bytes.data() + at, size), static_cast<ssize_t>(size));
-                });
-                close(end);
-            },
-            [&] { read(testing::text(m_fifo), into); });
+        std::thread writer([this, reader = pthread_self()] {
+            const SigpipeGuard guard;
+            const int end = openToWrite(reader);
+            pieceByPiece(m_bytes.size(), reader, [&](std::size_t at, std::size_t size) {
+                EXPECT_EQ(write(end, m_bytes.data() + at, size), static_cast<ssize_t>(size));
+            });
+            close(end);
+        });
+        read(testing::text(m_fifo), into);
+        writer.join();
         return into;
     }
 
 private:
     // Late, and not at all when nobody reads.
-    int openToWrite() const {
+    int openToWrite(pthread_t reader) const {
         int end = -1;
         for (int i = 0; end < 0 && i < 100; ++i) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+            interrupt(reader);
             end = open(m_fifo.c_str(), O_WRONLY | O_NONBLOCK);
         }
         EXPECT_EQ(fcntl(end, F_SETFL, 0), 0);
         return end;
     }
 
+    struct sigaction m_before {};
     const testing::TempFolder m_folder;
     const std::string m_fifo = m_folder.path() + "/fifo";
     const int m_made = mkfifo(m_fifo.c_str(), 0600);
@@ -126,17 +112,14 @@ TEST_F(Interrupted, FilesAreWrittenWhole) {
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);
     std::string found(m_bytes.size(), '\0');
-    runInterrupted(
-        [&] {
-            pieceByPiece(found.size(), [&](std::size_t at, std::size_t size) {
-                EXPECT_EQ(RawFile(ends[0]).read(found.data() + at, size), std::int64_t(size));
-            });
-        },
-        [&] {
-            EXPECT_EQ(RawFile(ends[1]).write(m_bytes.data(), m_bytes.size()),
-                      std::int64_t(m_bytes.size()));
-            close(ends[1]);
+    std::thread reader([&, writer = pthread_self()] {
+        pieceByPiece(found.size(), writer, [&](std::size_t at, std::size_t size) {
+            EXPECT_EQ(RawFile(ends[0]).read(found.data() + at, size), std::int64_t(size));
         });
+    });
+    EXPECT_EQ(RawFile(ends[1]).write(m_bytes.data(), m_bytes.size()), std::int64_t(m_bytes.size()));
+    close(ends[1]);
+    reader.join();
     EXPECT_TRUE(found == m_bytes);
     close(ends[0]);
 }
