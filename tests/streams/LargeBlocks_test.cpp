@@ -2,14 +2,12 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
-#include <string>
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include <gtest/gtest.h>
-
 #include "tests/support/Deflate.h"
 #include "tests/support/Skips.h"
+#include "tests/support/Test.h"
 #include "zro/streams/ZRStrStream.h"
 #include "zro/streams/compression/ZRInflaterStream.h"
 #include "zro/streams/compression/internal/GzipReader.h"
