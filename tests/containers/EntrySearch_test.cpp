@@ -1,12 +1,10 @@
 #include "zro/containers/zip/internal/EntrySearch.h"
 
 #include <sstream>
-#include <string>
-
-#include <gtest/gtest.h>
 
 #include "tests/containers/Listing.h"
 #include "tests/support/Streams.h"
+#include "tests/support/Test.h"
 #include "tests/support/ZipBuilder.h"
 
 namespace ZroCommon::testing {

@@ -3,12 +3,10 @@
 
 #include <fcntl.h>
 #include <sstream>
-#include <string>
-
-#include <gtest/gtest.h>
 
 #include "tests/support/Streams.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/Test.h"
 
 namespace ZroCommon::testing {
 namespace {

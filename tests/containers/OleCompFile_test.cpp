@@ -1,14 +1,10 @@
 // Compound files: what opens, what is refused and why, and how entries are found.
 #include <new>
-#include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "tests/containers/OleFile.h"
-#include "tests/support/Rows.h"
 #include "tests/support/TempFolder.h"
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 
 namespace ZroCommon::testing {
 namespace {
@@ -267,26 +263,23 @@ TEST(OleCompFile, CopiesShareBytesAndTables) {
 }
 
 TEST(OleCompFile, DetectsTheKindOfDocument) {
+    constexpr const char16_t* kDual = u"PP97_DUALSTORAGE";
     const std::string user(20, 'u');
+    const auto withUser = [](OleBuilder builder, const std::string& data, std::size_t parent) {
+        return builder.stream(u"Current User", data, parent)
+            .stream(u"PowerPoint Document", "", parent);
+    };
     const Rows<OLEDOCUMENT_TYPE, OleBuilder> cases = {
         {OLEDOCUMENT_NONE, sample()},
         {OLEDOCUMENT_WORD, OleBuilder().stream(u"WORKBOOK", "").stream(u"wordDOCUMENT", "")},
         {OLEDOCUMENT_NONE, OleBuilder().storage(u"WordDocument")},
         {OLEDOCUMENT_EXCEL, OleBuilder().stream(u"Workbook", "")},
-        {OLEDOCUMENT_POWERPOINT,
-         OleBuilder().stream(u"Current User", user).stream(u"PowerPoint Document", "")},
+        {OLEDOCUMENT_POWERPOINT, withUser(OleBuilder(), user, 0)},
         {OLEDOCUMENT_NONE, OleBuilder().stream(u"PowerPoint Document", "")},
+        {OLEDOCUMENT_NONE, withUser(OleBuilder(), "short", 0)},
+        {OLEDOCUMENT_POWERPOINT, withUser(OleBuilder().storage(kDual), "short", 1)},
         {OLEDOCUMENT_NONE,
-         OleBuilder().stream(u"Current User", "short").stream(u"PowerPoint Document", "")},
-        {OLEDOCUMENT_POWERPOINT, OleBuilder()
-                                     .storage(u"PP97_DUALSTORAGE")
-                                     .stream(u"Current User", "short", 1)
-                                     .stream(u"PowerPoint Document", "", 1)},
-        {OLEDOCUMENT_NONE, OleBuilder()
-                               .storage(u"PP97_DUALSTORAGE")
-                               .stream(u"Current User", user, 1)
-                               .stream(u"Current User", user)
-                               .stream(u"PowerPoint Document", "")},
+         withUser(OleBuilder().storage(kDual).stream(u"Current User", user, 1), user, 0)},
         {OLEDOCUMENT_DOCUMENT_VIEW_STYLES, OleBuilder().stream(u"DocumentViewStyles", "")},
     };
     const TempFolder folder;

@@ -1,16 +1,13 @@
 // Compound files that want to do harm: each ends soon, in little memory, with the result stated.
 #include <algorithm>
 #include <cstdlib>
-#include <stdexcept>
-#include <string>
-
-#include <gtest/gtest.h>
 
 #include "tests/containers/OleFile.h"
 #include "tests/support/Cheap.h"
 #include "tests/support/Memory.h"
-#include "tests/support/Rows.h"
 #include "tests/support/SmallStack.h"
+#include "tests/support/Streams.h"
+#include "tests/support/Test.h"
 
 namespace ZroCommon::testing {
 namespace {
@@ -178,28 +175,10 @@ TEST(OleHazards, LongListsOfSiblingsNeedNoStack) {
     EXPECT_EQ(file->getDirIndex(&path), -1);
 }
 
-/// Bytes that throw from some offset on.
-class ThrowingBuf : public std::stringbuf {
-public:
-    ThrowingBuf(const std::string& bytes, std::streamoff at) : std::stringbuf(bytes), m_at(at) {}
-
-protected:
-    std::streamsize xsgetn(char* bytes, std::streamsize count) override {
-        if (gptr() - eback() + count > m_at) {
-            throw std::runtime_error("ThrowingBuf");
-        }
-        return std::stringbuf::xsgetn(bytes, count);
-    }
-
-private:
-    std::streamoff m_at;
-};
-
 TEST(OleHazards, AStreamMayThrowAnywhere) {
     const std::string bytes = sample().bytes;
     for (std::size_t at = 0; at < bytes.size(); at += 256) {
-        ThrowingBuf buffer(bytes, static_cast<std::streamoff>(at));
-        std::istream stream(&buffer);
+        StreamOver<ThrowingFileBuf> stream(bytes, at);
         stream.exceptions(std::ios_base::failbit | std::ios_base::badbit | std::ios_base::eofbit);
         EXPECT_EQ(OleCompFile::detectOLEDocument(stream), OLEDOCUMENT_NONE) << at;
         EXPECT_FALSE(OleCompFile::isOLEUri(stream)) << at;

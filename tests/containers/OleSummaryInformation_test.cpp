@@ -1,16 +1,12 @@
 // Property sets of compound files: what is served, and what damage does to it.
 #include "zro/containers/ole/OleSummaryInformation.h"
 
-#include <string>
 #include <vector>
-
-#include <gtest/gtest.h>
 
 #include "tests/containers/OleFile.h"
 #include "tests/support/Cheap.h"
 #include "tests/support/PropertySetBuilder.h"
-#include "tests/support/Rows.h"
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 #include "zro/containers/ole/OlePropertySet.h"
 #include "zro/values/ZRValue.h"
 
@@ -76,23 +72,22 @@ TEST(OleSummaryInformation, ServesNumbersAndTexts) {
     const std::string ab = b.withLength("a\0"s) + b.withLength("b");
     const std::string names = b.dictionary({{2, "x"}});
     const PropertySetBuilder big(true);
-    for (const auto& [stream, expected] : Rows<std::string, const char*>{
-             {b.stream({}), "1"},
-             {b.stream({texts}),
-              "1 1[x] 2[x] 3[x] 4[x] 5[x] 6[x] 7[x] 8[x] 9[x] 14[x] 15[x] 16[x] 18[x] 19[x]"},
-             {b.stream({{{19, b.integer(kHuge)}, {2, cutText}, {4, b.integer(0, 30)}}}),
-              "1 2[a] 4[] 19[-1]"},
-             {b.stream(
-                  {{{2, b.integer(1, 31)}, {3, b.integer(1, 64)}, {4, b.integer(1, 0x10003)}}}),
-              "1"},
-             {b.stream({{{2, b.integer(2, kVector | 30) + ab}, {3, b.integer(0, kVector | 3)}}}),
-              "1 2[b]"},
-             {b.stream({{{2, t("a")}, {2, t("b")}}, {{2, t("c")}, {3, t("d")}}}), "1 2[a] 3[d]"},
-             {b.stream({{{0, names}, {2, t("a")}, {3, t("b")}}, {{2, t("c")}}}), "1 2[c]"},
-             {big.stream({{{2, big.text("abc")}, {14, big.integer(5)}}}), "1 2[abc] 14[5]"},
-         }) {
-        EXPECT_EQ(told(stream), expected);
-    }
+    expectRows<std::string, const char*>(
+        told,
+        {
+            {b.stream({}), "1"},
+            {b.stream({texts}),
+             "1 1[x] 2[x] 3[x] 4[x] 5[x] 6[x] 7[x] 8[x] 9[x] 14[x] 15[x] 16[x] 18[x] 19[x]"},
+            {b.stream({{{19, b.integer(kHuge)}, {2, cutText}, {4, b.integer(0, 30)}}}),
+             "1 2[a] 4[] 19[-1]"},
+            {b.stream({{{2, b.integer(1, 31)}, {3, b.integer(1, 64)}, {4, b.integer(1, 0x10003)}}}),
+             "1"},
+            {b.stream({{{2, b.integer(2, kVector | 30) + ab}, {3, b.integer(0, kVector | 3)}}}),
+             "1 2[b]"},
+            {b.stream({{{2, t("a")}, {2, t("b")}}, {{2, t("c")}, {3, t("d")}}}), "1 2[a] 3[d]"},
+            {b.stream({{{0, names}, {2, t("a")}, {3, t("b")}}, {{2, t("c")}}}), "1 2[c]"},
+            {big.stream({{{2, big.text("abc")}, {14, big.integer(5)}}}), "1 2[abc] 14[5]"},
+        });
 }
 
 TEST(OleSummaryInformation, DecodesByTheCodePage) {
@@ -154,22 +149,21 @@ TEST(OleSummaryInformation, ListsHyperlinks) {
         b.dictionary({{5, kLinks}, {4, "x"}, {3, kLinks}, {2, kLinks}, {1, kLinks}});
     const PropertySetBuilder big(true);
     const std::string bigNames = big.dictionary({{2, kLinks}});
-    for (const auto& [stream, links] : Rows<std::string, const char*>{
-             {named(kLinks, b.blob(5, four)), "1 1 b 日"},
-             {named(kLinks, b.blob(0, "")), "1 1"},
-             {b.stream({{{0, names}, {1, no}, {4, no}, {2, b.text("")}, {3, a}, {5, no}}}),
-              "1 1 a"},
-             {b.stream({{{2, no}}, {{0, names}, {2, a}}}), "1 1 a"},
-             {named(kLinks + "x", a), "1 1 a"},
-             {named("_PID_HLINKS", a), "1 -1"},
-             {b.stream({{{2, a}}}), "1 -1"},
-             {named(kLinks, b.blob(3, wide)), "1 -1 a"},
-             {named(kLinks, b.blob(2, wide + b.integer(0x7FFFFFFF, 31))), "1 -1 a"},
-             {named(kLinks, b.blob(1, b.integer(kHuge, 31))), "1 -1"},
-             {big.stream({{{0, bigNames}, {2, big.blob(1, big.wide(u"\u65E5"))}}}), "1 1 日"},
-         }) {
-        EXPECT_EQ(linksOf(stream), links);
-    }
+    expectRows<std::string, const char*>(
+        linksOf,
+        {
+            {named(kLinks, b.blob(5, four)), "1 1 b 日"},
+            {named(kLinks, b.blob(0, "")), "1 1"},
+            {b.stream({{{0, names}, {1, no}, {4, no}, {2, b.text("")}, {3, a}, {5, no}}}), "1 1 a"},
+            {b.stream({{{2, no}}, {{0, names}, {2, a}}}), "1 1 a"},
+            {named(kLinks + "x", a), "1 1 a"},
+            {named("_PID_HLINKS", a), "1 -1"},
+            {b.stream({{{2, a}}}), "1 -1"},
+            {named(kLinks, b.blob(3, wide)), "1 -1 a"},
+            {named(kLinks, b.blob(2, wide + b.integer(0x7FFFFFFF, 31))), "1 -1 a"},
+            {named(kLinks, b.blob(1, b.integer(kHuge, 31))), "1 -1"},
+            {big.stream({{{0, bigNames}, {2, big.blob(1, big.wide(u"\u65E5"))}}}), "1 1 日"},
+        });
 }
 
 // On purpose: a variant of another type is not stepped over.

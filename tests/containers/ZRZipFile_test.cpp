@@ -2,14 +2,11 @@
 
 #include <memory>
 #include <sstream>
-#include <string>
-
-#include <gtest/gtest.h>
 
 #include "tests/containers/Listing.h"
-#include "tests/support/Rows.h"
 #include "tests/support/Streams.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/Test.h"
 #include "tests/support/ZipBuilder.h"
 #include "zro/streams/ZRMemStream.h"
 

@@ -2,14 +2,10 @@
 #include <memory>
 #include <new>
 #include <sstream>
-#include <string>
-
-#include <gtest/gtest.h>
 
 #include "tests/support/Memory.h"
 #include "tests/support/OpcBuilder.h"
-#include "tests/support/Rows.h"
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 #include "tests/support/XmlEvents.h"
 #include "zro/containers/zip/ZRZipFile.h"
 

@@ -1,14 +1,10 @@
 // Media types, relationships and kinds of packages by the Open Packaging Conventions.
 #include <memory>
 #include <sstream>
-#include <string>
-
-#include <gtest/gtest.h>
 
 #include "tests/support/OpcBuilder.h"
-#include "tests/support/Rows.h"
 #include "tests/support/TempFolder.h"
-#include "tests/support/Text.h"
+#include "tests/support/Test.h"
 #include "zro/containers/zip/ZRZipFile.h"
 
 namespace ZroCommon::testing {

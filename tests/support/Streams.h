@@ -120,6 +120,31 @@ protected:
     int_type atEnd() override { throw std::runtime_error("ThrowAtBuf"); }
 };
 
+/// Seeks as a file does, and throws where it would have to go beyond byte `at`.
+class ThrowingFileBuf : public std::stringbuf {
+public:
+    ThrowingFileBuf(const std::string& bytes, std::size_t at) : std::stringbuf(bytes), m_at(at) {}
+
+protected:
+    std::streamsize xsgetn(char* bytes, std::streamsize count) override {
+        reach(gptr() - eback() + count);
+        return std::stringbuf::xsgetn(bytes, count);
+    }
+    pos_type seekpos(pos_type position, std::ios_base::openmode which) override {
+        reach(position);
+        return std::stringbuf::seekpos(position, which);
+    }
+
+private:
+    void reach(std::streamoff position) const {
+        if (position > static_cast<std::streamoff>(m_at)) {
+            throw std::runtime_error("ThrowingFileBuf");
+        }
+    }
+
+    std::size_t m_at;
+};
+
 /// Repeats its bytes for ever.
 class EndlessBuf : public PiecewiseBuf {
 public:

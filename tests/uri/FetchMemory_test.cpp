@@ -4,15 +4,12 @@
 #include <memory>
 #include <optional>
 #include <sstream>
-#include <string>
-
-#include <gtest/gtest.h>
 
 #include "tests/support/Deflate.h"
 #include "tests/support/Memory.h"
-#include "tests/support/Rows.h"
 #include "tests/support/Streams.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/Test.h"
 #include "tests/support/ZipBuilder.h"
 #include "tests/uri/Fetching.h"
 
