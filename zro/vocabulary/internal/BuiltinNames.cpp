@@ -65,6 +65,7 @@ private:
         return (hash ^ displacement) & (kSlots - 1);
     }
     constexpr bool fill(std::span<const std::uint16_t> numbers, unsigned displacement);
+    constexpr void settle(std::size_t bucket, std::span<const std::uint16_t> numbers);
 
     std::array<std::uint8_t, kBuckets> m_displacements{};
     std::array<Slot, kSlots> m_slots{};
@@ -91,6 +92,16 @@ constexpr bool Index::fill(std::span<const std::uint16_t> numbers, unsigned disp
     return true;
 }
 
+// Gives all names of a bucket their places, under the first displacement that can.
+constexpr void Index::settle(std::size_t bucket, std::span<const std::uint16_t> numbers) {
+    unsigned displacement = 0;
+    while (displacement < kDisplacements && !fill(numbers, displacement)) {
+        ++displacement;
+    }
+    m_isWhole = m_isWhole && displacement < kDisplacements;
+    m_displacements[bucket] = static_cast<std::uint8_t>(displacement);
+}
+
 // Full buckets first, while most places are free.
 constexpr Index::Index() {
     constexpr std::size_t kMost = 16;
@@ -103,13 +114,7 @@ constexpr Index::Index() {
     for (std::size_t count = kMost; count > 0; --count) {
         for (std::size_t bucket = 0; bucket < kBuckets; ++bucket) {
             if (counts[bucket] == count) {
-                unsigned displacement = 0;
-                while (displacement < kDisplacements
-                       && !fill(std::span(buckets[bucket]).first(count), displacement)) {
-                    ++displacement;
-                }
-                m_isWhole = m_isWhole && displacement < kDisplacements;
-                m_displacements[bucket] = static_cast<std::uint8_t>(displacement);
+                settle(bucket, std::span(buckets[bucket]).first(count));
             }
         }
     }
