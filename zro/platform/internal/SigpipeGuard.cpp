@@ -18,7 +18,6 @@ bool isPending() {
 
 SigpipeGuard::SigpipeGuard() : m_wasPending(isPending()) {
     sigemptyset(&m_pipe);
-    sigemptyset(&m_before);
     sigaddset(&m_pipe, SIGPIPE);
     pthread_sigmask(SIG_BLOCK, &m_pipe, &m_before);
 }

@@ -14,8 +14,8 @@ public:
     ~SigpipeGuard();
 
 private:
-    sigset_t m_pipe;
-    sigset_t m_before;
+    sigset_t m_pipe{};
+    sigset_t m_before{};
     bool m_wasPending;
 };
 

@@ -38,6 +38,7 @@ std::uint64_t enoughOf(ZRZipFileEntry& part) {
 // behind what is always allowed.
 class BoundedBuf final : public std::streambuf {
 public:
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): what is read was written
     explicit BoundedBuf(ZRZipFileEntry& part)
         : m_part(part), m_source(*part.getUncompressedStream(false)->rdbuf()) {}
 
@@ -62,7 +63,7 @@ private:
     ZRZipFileEntry& m_part;
     std::streambuf& m_source;
     std::uint64_t m_given = 0;
-    std::array<char, kBlock> m_block;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled
+    std::array<char, kBlock> m_block;
 };
 
 bool readAll(std::istream& stream, const StartTagReader& read) {
