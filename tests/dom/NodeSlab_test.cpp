@@ -4,10 +4,7 @@
 #include <atomic>
 #include <cstdint>
 #include <cstring>
-#include <future>
-#include <istream>
 #include <random>
-#include <streambuf>
 #include <thread>
 #include <vector>
 
@@ -126,14 +123,10 @@ TEST_F(NodeSlabMemory, MayComeBackFromSeveralThreadsWhileTheirsCollectsIt) {
 }
 
 TEST(ZRNode, MayBeReleasedInAnyThread) {
-    const Document document = newDocument();
-    std::vector<ZRPtr<ZRNode>> nodes;
-    for (int i = 0; i < 4000; ++i) {
-        const ZRPtr<ZRElement> node = element(document, u"e");
-        node->setAttribute(u"x"_name, ZRValue(UnicodeString(u"more than eight units")));
-        node->appendChild(document->createTextNode(u"t"));
-        nodes.emplace_back(node);
-    }
+    const Document document = loaded("<e x='more than eight units'>t</e>");
+    std::vector<ZRPtr<ZRNode>> nodes(4000);
+    std::generate(nodes.begin(), nodes.end(),
+                  [&] { return document->getDocumentElement()->cloneNode(true); });
     std::vector<std::vector<ZRPtr<ZRNode>>> shares(4, nodes);
     nodes.clear();
     inThreads(4, [&](int i) { shares[static_cast<std::size_t>(i)].clear(); });
@@ -150,44 +143,6 @@ TEST(ZRElement, ManyThreadsMayBeTheFirstToAskForTheAttributes) {
         }
     });
     EXPECT_EQ(maps[0], maps[1]);
-}
-
-/// A long document that waits for a signal before it goes on behind its start.
-class PausedBuf : public std::streambuf {
-public:
-    std::promise<void> isUnderWay;
-    std::promise<void> goOn;
-    int pieces = 0;
-
-protected:
-    int_type underflow() override {
-        if (++pieces == 2) {
-            isUnderWay.set_value();
-            goOn.get_future().wait();
-        }
-        m_piece = pieces == 1 ? "<a>" : pieces < 100000 ? "<b/>" : "</a>";
-        setg(m_piece.data(), m_piece.data(), m_piece.data() + m_piece.size());
-        return pieces > 100000 ? traits_type::eof() : traits_type::to_int_type(m_piece[0]);
-    }
-
-private:
-    std::string m_piece;
-};
-
-TEST(ZRDocument, ALoadCanBeAbortedByAnotherThread) {
-    const Document document = newDocument();
-    PausedBuf buffer;
-    std::thread loading([&] {
-        std::istream stream(&buffer);
-        document->load(stream);
-    });
-    buffer.isUnderWay.get_future().wait();
-    document->abort();
-    buffer.goOn.set_value();
-    loading.join();
-    EXPECT_LT(buffer.pieces, 100000);
-    EXPECT_EQ(document->getLastLoadingNode(), nullptr);
-    EXPECT_TRUE(document->isLoading());
 }
 
 }  // namespace

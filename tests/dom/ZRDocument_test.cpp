@@ -1,15 +1,14 @@
 #include "zro/dom/ZRDocument.h"
 
-#include <fstream>
 #include <functional>
+#include <future>
 #include <sstream>
 #include <streambuf>
+#include <thread>
 #include <vector>
 
 #include "tests/dom/Trees.h"
-#include "tests/support/Streams.h"
 #include "tests/support/TempFolder.h"
-#include "tests/support/Values.h"
 #include "zro/foundation/ZRError.h"
 
 namespace ZroCommon::testing {
@@ -125,6 +124,7 @@ TEST(ZRDocument, AskingForANodeMayLoadAnotherElsewhere) {
     ZRNode* d = b->getNextSibling()->getLastChild();
     EXPECT_EQ(d->getNextSibling(), nullptr);
     EXPECT_EQ(dump(pulled.document), "#document(a(b c(d) e))");
+    EXPECT_EQ(label(pulled.document->getDescendantNodes()->getLastNode()), "f");
 }
 
 TEST(ZRDocument, AbortLeavesThePartialTree) {
@@ -178,17 +178,6 @@ TEST(ZRDocument, NodesMayGoOnceTheWalkHasMovedOn) {
         a->removeChild(child);
     }
     EXPECT_EQ(seen, "b(c 'x') 'y' d ");
-}
-
-TEST(ZRDocument, ATreeInPullModeIsThatOfAWholeLoad) {
-    for (const char* xml : {"<a/>", "<a>t</a>", "<a><b/><c>x<d/>y</c>z</a>", "&#32;<a><b/></a> "}) {
-        const Pulled walked(xml);
-        labels(walked.document->getDescendantNodes());
-        EXPECT_EQ(dump(walked.document), dump(loaded(xml))) << xml;
-        const Pulled backwards(xml);
-        EXPECT_NE(backwards.document->getDescendantNodes()->getLastNode(), nullptr);
-        EXPECT_EQ(dump(backwards.document), dump(loaded(xml))) << xml;
-    }
 }
 
 /// Nothing but another class, so that virtual members make its nodes.
@@ -259,6 +248,32 @@ TEST(ZRDocument, ANodeMayGoWhileItsContentIsRead) {
             EXPECT_EQ(tree == "#document(a(b(c 'text' d e) f))", piece == 0) << piece << parent;
         }
     }
+}
+
+TEST(ZRDocument, ALoadCanBeAbortedByAnotherThread) {
+    const Document document = newDocument();
+    MeddlingBuf buffer;
+    buffer.pieces.assign(100000, "<b/>");
+    buffer.pieces[0] = "<a>";
+    std::promise<void> isUnderWay;
+    std::promise<void> goesOn;
+    std::size_t last = 0;
+    buffer.meddle = [&](std::size_t piece) {
+        last = piece;
+        if (piece == 1) {
+            isUnderWay.set_value();
+            goesOn.get_future().wait();
+        }
+    };
+    std::istream stream(&buffer);
+    std::thread loading([&] { document->load(stream); });
+    isUnderWay.get_future().wait();
+    document->abort();
+    goesOn.set_value();
+    loading.join();
+    EXPECT_LT(last, 99999U);
+    EXPECT_EQ(document->getLastLoadingNode(), nullptr);
+    EXPECT_TRUE(document->isLoading());
 }
 
 TEST(ZRDocument, CreatesNodesWithoutAParent) {
