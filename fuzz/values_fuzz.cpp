@@ -3,9 +3,11 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <span>
 #include <vector>
 
+#include "zro/foundation/internal/PrintReal.h"
 #include "zro/values/ZRNamedValueMap.h"
 
 #include "fuzz/Input.h"
@@ -44,6 +46,14 @@ private:
 ZRName nameOf(unsigned byte) {
     constexpr std::array kNames = {ZRN_EMPTY, ZRN_length, ZRN_minimum, ZRN_true};
     return kNames[byte % kNames.size()];
+}
+
+// Without a locale, and else as C does.
+void checkPrint(float number) {
+    std::array<char, 32> wanted{};
+    std::snprintf(wanted.data(), wanted.size(), "%g", static_cast<double>(number));
+    UnicodeString printed;
+    require(number != number || internal::appendReal(printed, number) == wanted.data());
 }
 
 class Machine {
@@ -166,5 +176,10 @@ private:
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Machine(std::span(data, size)).run();
+    for (Bytes bytes(std::span(data, size)); !bytes.isEmpty();) {
+        const std::uint32_t word = bytes.nextWord();
+        checkPrint(std::bit_cast<float>(word));
+        checkPrint(static_cast<float>(static_cast<int>(word % 20'000'001) - 10'000'000) / 1000);
+    }
     return 0;
 }

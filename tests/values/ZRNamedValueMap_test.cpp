@@ -2,17 +2,12 @@
 
 #include <memory>
 
+#include "tests/support/Probe.h"
 #include "tests/support/SmallStack.h"
 #include "tests/support/Values.h"
 
 namespace ZroCommon::testing {
 namespace {
-
-class Probe : public ZRRCObject {
-public:
-    unsigned int getTypeID() const override { return 7; }
-    UnicodeString getTypeName() const override { return u"Probe"; }
-};
 
 ZRPtr<ZRNamedValueMap> newMap() {
     return new ZRNamedValueMap;

@@ -4,6 +4,7 @@
 #include <limits>
 #include <type_traits>
 
+#include "tests/support/Probe.h"
 #include "tests/support/Values.h"
 
 namespace ZroCommon::testing {
@@ -11,17 +12,6 @@ namespace {
 
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
-
-class Probe : public ZRRCObject {
-public:
-    explicit Probe(int& living) : m_living(living) { ++m_living; }
-    ~Probe() override { --m_living; }
-    unsigned int getTypeID() const override { return 7; }
-    UnicodeString getTypeName() const override { return u"Probe"; }
-
-private:
-    int& m_living;
-};
 
 std::string predicates(const ZRValue& value) {
     const Rows<const char*, bool (ZRValue::*)() const> all = {
@@ -55,7 +45,6 @@ std::string predicates(const ZRValue& value) {
 }
 
 TEST(ZRValue, TellsItsKind) {
-    int living = 0;
     ZRValue colourMap = mapOf(ZRN_rgb, 1);
     colourMap.setUnitType(ZRValueUnitColor);
     for (const auto& [value, kinds] : Rows<ZRValue, const char*>{
@@ -83,7 +72,7 @@ TEST(ZRValue, TellsItsKind) {
              {ZRValue(u"true"), "String UnknownString"},
              {ZRValue(u"x", ZRValueUnitLiteral), "String LiteralString"},
              {ZRValue(u"x", ZRValueUnitUri), "String UriString"},
-             {ZRValue(new Probe(living)), "RCObject"},
+             {ZRValue(new Probe), "RCObject"},
              {ZRValue(static_cast<ZRRCObject*>(nullptr)), "Null Empty"},
              {ZRValue(static_cast<ZRNamedValueMap*>(nullptr)), "Null Empty"},
              {mapOf(ZRN_rgb, 1), "Compound RCObject"},
@@ -101,8 +90,7 @@ TEST(ZRValue, PointersAreNoTruthValues) {
 }
 
 TEST(ZRValue, SharesAndCountsObjects) {
-    int living = 0;
-    const ZRPtr<Probe> probe(new Probe(living));
+    const ZRPtr<Probe> probe(new Probe);
     {
         const ZRValue first(probe.get());
         ZRValue second(first);
