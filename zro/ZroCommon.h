@@ -25,6 +25,7 @@
 #include "zro/dom/ZRTreeCheck.h"
 #include "zro/dom/ZRTreeIterator.h"
 #include "zro/foundation/Export.h"
+#include "zro/foundation/StreamBuffer.h"
 #include "zro/foundation/Text.h"
 #include "zro/foundation/ZRCStr.h"
 #include "zro/foundation/ZREmptyString.h"

@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <istream>
 #include <memory>
-#include <streambuf>
 
 #include "zro/foundation/Export.h"
+#include "zro/foundation/StreamBuffer.h"
 
 namespace ZroCommon {
 
@@ -29,7 +29,7 @@ public:
 };
 
 /// The stream buffer of `ZRCustomStream`. One piece of memory serves both directions.
-class ZRO_API ZRCustomStreamBuf : public std::basic_streambuf<char> {
+class ZRO_API ZRCustomStreamBuf : public StreamBuffer {
 public:
     /// \param controller  not owned; without one the buffer is not open
     explicit ZRCustomStreamBuf(ZRCustomStreamController* controller);

@@ -5,10 +5,10 @@
 #include <deque>
 #include <istream>
 #include <memory>
-#include <streambuf>
 #include <string>
 
 #include "zro/foundation/Export.h"
+#include "zro/foundation/StreamBuffer.h"
 
 namespace ZroCommon {
 
@@ -18,7 +18,7 @@ namespace ZroCommon {
 /// Positions count from the first block that is still held, so they shrink when blocks are let go.
 /// A source is at its end when a read from it comes up short, for whatever reason. One thread at a
 /// time.
-class ZRO_API ZRMemStreamBuf : public std::basic_streambuf<char> {
+class ZRO_API ZRMemStreamBuf : public StreamBuffer {
 public:
     static constexpr std::size_t kDefaultGrowBytes = 8192;
 

@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <istream>
 #include <memory>
-#include <streambuf>
 
 #include "zro/foundation/Export.h"
+#include "zro/foundation/StreamBuffer.h"
 
 namespace ZroCommon {
 
@@ -29,7 +29,7 @@ public:
 private:
     friend void internal::rewindStream(ZRStrStream& stream);
 
-    class StrStreamBuf : public std::basic_streambuf<char> {
+    class StrStreamBuf : public StreamBuffer {
     public:
         StrStreamBuf(const char* data, std::size_t size, bool copy);
         ~StrStreamBuf() override;

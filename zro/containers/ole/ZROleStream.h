@@ -3,15 +3,15 @@
 #include <cstdint>
 #include <istream>
 #include <memory>
-#include <streambuf>
 
 #include "zro/containers/ole/OleStream.h"
 #include "zro/foundation/Export.h"
+#include "zro/foundation/StreamBuffer.h"
 
 namespace ZroCommon {
 
 /// The stream buffer of `ZROleStream`.
-class ZRO_API ZROleStreamBuf : public std::basic_streambuf<char> {
+class ZRO_API ZROleStreamBuf : public StreamBuffer {
 public:
     /// See the constructor of `ZROleStream`.
     ZROleStreamBuf(OleStream* stream, int limit);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <istream>
-#include <streambuf>
 
+#include "zro/foundation/StreamBuffer.h"
 #include "zro/foundation/Text.h"
 
 namespace ZroCommon::internal {
@@ -19,7 +19,7 @@ public:
     void drop();
 
 private:
-    class Buffer : public std::streambuf {
+    class Buffer : public StreamBuffer {
     public:
         explicit Buffer(const UnicodeString& text);
         void drop();

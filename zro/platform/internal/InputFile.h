@@ -3,8 +3,9 @@
 #include <cstddef>
 #include <istream>
 #include <memory>
-#include <streambuf>
 #include <utility>
+
+#include "zro/foundation/StreamBuffer.h"
 
 namespace ZroCommon::internal {
 
@@ -30,7 +31,7 @@ private:
 /// Reads a file through one large buffer. Unlike the standard file buffer it answers for its
 /// position, and seeks within what it has read, without a system call: the readers of containers
 /// do little else.
-class InputFileBuf final : public std::streambuf {
+class InputFileBuf final : public StreamBuffer {
 public:
     /// \param isRegular  true spares the test whether the file can seek at all
     InputFileBuf(FileDescriptor file, bool isRegular);

@@ -3,9 +3,9 @@
 #include <istream>
 #include <memory>
 #include <ostream>
-#include <streambuf>
 
 #include "zro/foundation/Export.h"
+#include "zro/foundation/StreamBuffer.h"
 #include "zro/foundation/Text.h"
 
 namespace ZroCommon {
@@ -16,7 +16,7 @@ class GzipWriter;
 }  // namespace internal
 
 /// The stream buffer of `ZRGzipStream`.
-class ZRO_API ZRGzipStreamBuf : public std::basic_streambuf<char> {
+class ZRO_API ZRGzipStreamBuf : public StreamBuffer {
 public:
     explicit ZRGzipStreamBuf(const UnicodeString& path);
     /// \param path  in the default code page (UTF-8); null is no file
@@ -67,7 +67,7 @@ private:
 };
 
 /// The stream buffer of `ZRGzipOStream`.
-class ZRO_API ZRGzipOStreamBuf : public std::basic_streambuf<char> {
+class ZRO_API ZRGzipOStreamBuf : public StreamBuffer {
 public:
     explicit ZRGzipOStreamBuf(const UnicodeString& path);
     explicit ZRGzipOStreamBuf(std::ostream& stream);

@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <istream>
 #include <memory>
-#include <streambuf>
 
 #include "zro/foundation/Export.h"
+#include "zro/foundation/StreamBuffer.h"
 
 namespace ZroCommon {
 
@@ -14,7 +14,7 @@ class BlockInflater;
 }  // namespace internal
 
 /// The stream buffer of `ZRInflaterStream`.
-class ZRO_API ZRInflaterStreamBuf : public std::basic_streambuf<char> {
+class ZRO_API ZRInflaterStreamBuf : public StreamBuffer {
 public:
     /// See the constructor of `ZRInflaterStream`.
     ZRInflaterStreamBuf(const char* data, std::size_t size, bool copy);

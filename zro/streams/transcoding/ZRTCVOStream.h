@@ -5,9 +5,9 @@
 #include <istream>
 #include <memory>
 #include <ostream>
-#include <streambuf>
 
 #include "zro/foundation/Export.h"
+#include "zro/foundation/StreamBuffer.h"
 #include "zro/foundation/Text.h"
 
 namespace ZroCommon {
@@ -18,7 +18,7 @@ struct ConversionBlock;
 }  // namespace internal
 
 /// The stream buffer of `ZRTCVOStream`.
-class ZRO_API ZRTCVOStreamBuf : public std::basic_streambuf<char> {
+class ZRO_API ZRTCVOStreamBuf : public StreamBuffer {
 public:
     /// What a conversion is to do with line ends: a number that is passed on to it.
     enum LF_CONVERT : int {};  // NOLINT(readability-identifier-naming): the name is given

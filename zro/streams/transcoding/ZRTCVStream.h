@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <istream>
 #include <memory>
-#include <streambuf>
 
 #include "zro/foundation/Export.h"
+#include "zro/foundation/StreamBuffer.h"
 #include "zro/foundation/Text.h"
 
 namespace ZroCommon {
@@ -15,7 +15,7 @@ class CodeConverter;
 }
 
 /// The stream buffer of `ZRTCVStream`.
-class ZRO_API ZRTCVStreamBuf : public std::basic_streambuf<char> {
+class ZRO_API ZRTCVStreamBuf : public StreamBuffer {
 public:
     /// See the constructor of `ZRTCVStream`.
     ZRTCVStreamBuf(std::istream* source, const char* encoding);

@@ -3,15 +3,15 @@
 #include <cstddef>
 #include <istream>
 #include <memory>
-#include <streambuf>
 
+#include "zro/foundation/StreamBuffer.h"
 #include "zro/foundation/Text.h"
 #include "zro/platform/http/internal/Http.h"
 
 namespace ZroCommon::internal {
 
 /// The body of what an address answers. The request runs in the constructor.
-class ZRUriStreamBuf final : public std::streambuf {
+class ZRUriStreamBuf final : public StreamBuffer {
 public:
     explicit ZRUriStreamBuf(const UnicodeString& uri);
 

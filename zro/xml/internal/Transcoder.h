@@ -3,8 +3,8 @@
 #include <array>
 #include <istream>
 #include <memory>
-#include <streambuf>
 
+#include "zro/foundation/StreamBuffer.h"
 #include "zro/foundation/Text.h"
 #include "zro/xml/internal/ByteSource.h"
 
@@ -32,7 +32,7 @@ public:
     ByteSource release() { return std::move(m_buffer.source); }
 
 private:
-    class Buffer final : public std::streambuf {
+    class Buffer final : public StreamBuffer {
     public:
         explicit Buffer(ByteSource bytes) : source(std::move(bytes)) {}
         ByteSource source;

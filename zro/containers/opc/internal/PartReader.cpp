@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <istream>
 #include <new>
-#include <streambuf>
 
+#include "zro/foundation/StreamBuffer.h"
 #include "zro/foundation/ZRError.h"
 #include "zro/xml/ZRXmlUtil.h"
 
@@ -36,7 +36,7 @@ std::uint64_t enoughOf(ZRZipFileEntry& part) {
 
 // The data of a part, to where it makes too much of its bytes. How many those are is asked only
 // behind what is always allowed.
-class BoundedBuf final : public std::streambuf {
+class BoundedBuf final : public StreamBuffer {
 public:
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): what is read was written
     explicit BoundedBuf(ZRZipFileEntry& part)
