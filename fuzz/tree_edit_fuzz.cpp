@@ -11,6 +11,8 @@
 #include "zro/dom/ZRDocument.h"
 #include "zro/dom/ZRDocumentFragment.h"
 #include "zro/dom/ZRTextNode.h"
+#include "zro/dom/ZRTreeIterator.h"
+#include "zro/dom/internal/NamespaceTrail.h"
 #include "zro/foundation/ZRError.h"
 
 #include "fuzz/Input.h"
@@ -61,7 +63,7 @@ public:
     void edit(std::uint8_t operation, std::uint8_t places) {
         const int kind = operation % 16;
         ZRNode& at = *m_nodes[places % kNodes];
-        ZRNode& first = kind < 10 || at.isElementNode() ? at : *m_nodes[kElement];
+        ZRNode& first = kind < 9 || at.isElementNode() ? at : *m_nodes[kElement];
         ZRNode& second = *m_nodes[places / kNodes % kNodes];
         ZRNode* third = m_nodes[operation / 16 % kNodes];
         m_name = static_cast<ZRNameEnum>(1 + operation / 16U * 2 + places / kNodes % 2);
@@ -76,6 +78,7 @@ public:
         }
         for (const auto& node : m_nodes) {
             check(*node);
+            checkNamespaces(*node);
         }
     }
 
@@ -115,7 +118,6 @@ private:
         case 6: return require(countNodes(first.cloneNode(true)) <= countNodes(&first));
         case 7: return require(first.isFollowingOf(&second) == second.isPrecedingOf(&first));
         case 8: first.getInnerText(); return;
-        case 9: first.lookupNamespaceUri(second.getLocalName()); return;
         default: runOnElement(operation, first, second);
         }
     }
@@ -127,6 +129,7 @@ private:
         const bool isFresh = second.getNodeType() != ZRNodeTypeAttribute && !m_uri.isEmpty();
         const ZRPtr<ZRNode> attr = isFresh ? fresh : ZRPtr<ZRNode>(&second);
         switch (operation) {
+        case 9: declare(element); break;
         case 10: element.setAttribute(m_name, ZRValue(UnicodeString(u"value"))); break;
         case 11: setSeveral(element); break;
         case 12: element.removeAttribute(m_name); break;
@@ -140,6 +143,16 @@ private:
         for (int next = 0; next < 8; ++next) {
             const auto name = static_cast<ZRNameEnum>(ZRNameEnum{m_name} + next);
             element.setAttributeEx(m_uri, ZRName(), name, u"a longer value");
+        }
+    }
+
+    /// Of elements with a prefix and without, some declare what it stands for.
+    void declare(ZRElement& element) const {
+        const ZRName prefix = ZRNameEnum{m_name} % 2 != 0 ? ZRName(u"p") : ZRName();
+        element.setPrefix(prefix);
+        if (ZRNameEnum{m_name} % 3 != 0) {
+            const UnicodeString name = prefix.isEmpty() ? u"xmlns" : u"xmlns:p";
+            element.setAttributeNS(ZRName(), ZRName(name), ZRValue(m_uri));
         }
     }
 
@@ -168,6 +181,18 @@ private:
         require(node.getRefCount() == (node.getParentNodeFast() != nullptr ? 2 : 1));
         if (node.hasAttributes()) {
             checkAttributes(node, *node.getAttributes());
+        }
+    }
+
+    /// A walk finds the namespace of each element as the element itself does.
+    static void checkNamespaces(ZRNode& root) {
+        internal::NamespaceTrail trail;
+        ZRTreeIterator walk(&root);
+        while (ZRNode* node = walk.nextNode()) {
+            if (node->isElementNode()) {
+                require((walk.atPreVisit() ? trail.enter(*node) : trail.leave(*node))
+                        == node->getNamespaceUri());
+            }
         }
     }
 

@@ -60,6 +60,19 @@ struct DerivedDocuments : ::testing::Test {
         document->loadXml(xml);
         return static_cast<ZRElement*>(document->getDocumentElement());
     }
+    /// From now on this happens in place of appending elements x.
+    void placeX(const std::function<ZRNode*(ZRNode& parent)>& place) const {
+        document->place = [place](ZRNode& parent, ZRNode* child) {
+            return child->getLocalName() == u"x"_name ? place(parent) : parent.appendChild(child);
+        };
+    }
+    /// From now on this happens ahead of appending.
+    void aheadOfAll(const std::function<void(ZRNode& child)>& act) const {
+        document->place = [act](ZRNode& parent, ZRNode* child) {
+            act(*child);
+            return parent.appendChild(child);
+        };
+    }
 
     const ZRPtr<DerivedDocument> document{new DerivedDocument};
 };
@@ -81,9 +94,7 @@ TEST_F(DerivedDocuments, MayParseValuesOnArrivalAndMakesTheCopies) {
 
 TEST_F(DerivedDocuments, MayRefuseElementsWithAllTheyContain) {
     EXPECT_EQ(dump(loaded(u"<a><refused><b><refused/></b>t</refused><c/></a>")), "a(c)");
-    document->place = [](ZRNode& parent, ZRNode* child) {
-        return child->getLocalName() == u"x"_name ? nullptr : parent.appendChild(child);
-    };
+    placeX([](ZRNode&) { return nullptr; });
     EXPECT_EQ(dump(loaded(u"<a>1<x><b/><x/>t</x>2<c><x/></c></a>")), "a('1' '2' c)");
     EXPECT_EQ(dump(loaded(u"<a>drop<b/>drop</a>")), "a(b)");
     document->loadXml(u"<refused><a/></refused>");
@@ -92,11 +103,9 @@ TEST_F(DerivedDocuments, MayRefuseElementsWithAllTheyContain) {
 
 TEST_F(DerivedDocuments, MaySubstituteAnElement) {
     document->setPullMode(true);
-    document->place = [&](ZRNode& parent, ZRNode* child) {
-        return child->getLocalName() == u"x"_name
-                   ? parent.appendChild(new DerivedElement(document, u"y"_name))
-                   : parent.appendChild(child);
-    };
+    placeX([&](ZRNode& parent) {
+        return parent.appendChild(new DerivedElement(document, u"y"_name));
+    });
     std::istringstream stream("<a><x><b/>t</x><c/></a>");
     document->load(stream);
     ZRNode* a = document->getDocumentElement();
@@ -104,11 +113,9 @@ TEST_F(DerivedDocuments, MaySubstituteAnElement) {
     EXPECT_EQ(labels(a->getDescendantNodes()), "y, b, 't', c");
     EXPECT_EQ(dump(a), "a(y(b 't') c)");
     EXPECT_TRUE(a->getFirstChild()->getFlag(ZRNode::kLoaded));
-    document->place = [](ZRNode& parent, ZRNode* child) {  // a text cannot take its place
-        return child->getLocalName() == u"x"_name
-                   ? parent.appendChild(parent.getOwnerDocument()->createTextNode(u"instead"))
-                   : parent.appendChild(child);
-    };
+    placeX([&](ZRNode& parent) {  // a text cannot take its place
+        return parent.appendChild(document->createTextNode(u"instead"));
+    });
     EXPECT_EQ(dump(loaded(u"<a><x>dropped</x><b/></a>")), "a('instead' b)");
 }
 
@@ -144,26 +151,17 @@ TEST_F(DerivedDocuments, MayTakeTheParentOfANodeOutOfTheTree) {
 
 TEST_F(DerivedDocuments, CannotLoadFromWithinTheLoading) {
     std::string error;
-    document->place = [&](ZRNode& parent, ZRNode* child) {
-        error = errorOf([&] { child->getFirstChild(); });
-        return parent.appendChild(child);
-    };
+    aheadOfAll([&](ZRNode& child) { error = errorOf([&] { child.getFirstChild(); }); });
     EXPECT_EQ(dump(loaded(u"<a><b><c/></b></a>")), "a(b(c))");
     EXPECT_EQ(error, "0x080B SYSTEM ERROR: Cannot set a value on node type. "
                      "[ZroCommon::ZRDocument::loadNextNode]");
-    document->place = [&](ZRNode& parent, ZRNode* child) {
-        error = errorOf([&] { document->loadXml(u"<other/>"); });
-        return parent.appendChild(child);
-    };
+    aheadOfAll([&](ZRNode&) { error = errorOf([&] { document->loadXml(u"<other/>"); }); });
     EXPECT_EQ(dump(loaded(u"<a><b/></a>")), "a(b)");
     EXPECT_EQ(error.substr(0, 6), "0x080B");
 }
 
 TEST_F(DerivedDocuments, MayAbortTheLoadItIsCalledFrom) {
-    document->place = [&](ZRNode& parent, ZRNode* child) {
-        document->abort();
-        return parent.appendChild(child);
-    };
+    aheadOfAll([&](ZRNode&) { document->abort(); });
     EXPECT_EQ(dump(loaded(u"<a><b/><c/></a>")), "a(b)");
     EXPECT_EQ(document->loadNextNode(), nullptr);
     document->place = [&](ZRNode&, ZRNode*) -> ZRNode* {

@@ -1,8 +1,4 @@
-#include <random>
-#include <vector>
-
 #include "tests/dom/Trees.h"
-#include "zro/dom/internal/NamespaceTrail.h"
 
 namespace ZroCommon::testing {
 namespace {
@@ -83,37 +79,6 @@ TEST(ZRElement, APlainElementsNamespaceFollowsTheDeclarationsInScope) {
     EXPECT_EQ(uri(inner->getNamespaceUri()), "urn:p");
     EXPECT_EQ(uri(inner->lookupPrefix(u"urn:p"_name)), "p");
     EXPECT_TRUE(outer->isDefaultNamespace(u"urn:d"_name));
-}
-
-TEST(NamespaceTrail, AnswersAsEachElementItself) {
-    std::mt19937 random(11);
-    const ZRName uris[] = {ZRName(), u"urn:u"_name, u"urn:v"_name};
-    const ZRName prefixes[] = {ZRName(), u"p"_name};
-    const ZRName declarations[] = {u"x"_name, u"xmlns"_name, u"xmlns:p"_name};
-    for (int round = 0; round < 300; ++round) {
-        const Document document = newDocument();
-        std::vector<ZRNode*> nodes = {document};
-        for (int i = 0; i < 20; ++i) {
-            const ZRPtr<ZRElement> e =
-                random() % 3 != 0
-                    ? document->createElement(u"e"_name)
-                    : document->createElementNS(uris[random() % 3], ZRName(), u"e"_name);
-            e->setPrefix(prefixes[random() % 2]);
-            if (random() % 3 == 0) {
-                e->setAttributeNS(ZRName(), declarations[random() % 3],
-                                  ZRValue(uris[random() % 3]));
-            }
-            nodes.push_back(nodes[random() % nodes.size()]->appendChild(e));
-        }
-        internal::NamespaceTrail trail;
-        ZRTreeIterator walk(document);
-        while (ZRNode* node = walk.nextNode()) {
-            if (node->isElementNode()) {
-                EXPECT_EQ(walk.atPreVisit() ? trail.enter(*node) : trail.leave(*node),
-                          node->getNamespaceUri());
-            }
-        }
-    }
 }
 
 TEST(ZRElement, AnElementWithANamespaceKeepsItWhereverItStands) {
