@@ -32,9 +32,7 @@ protected:
     }
     int_type underflow() override { return std::streambuf::underflow(); }
     int_type uflow() override { return std::streambuf::uflow(); }
-    int_type pbackfail(int_type character) override {
-        return std::streambuf::pbackfail(character);
-    }
+    int_type pbackfail(int_type character) override { return std::streambuf::pbackfail(character); }
     std::streamsize xsputn(const char* bytes, std::streamsize count) override {
         return std::streambuf::xsputn(bytes, count);
     }
