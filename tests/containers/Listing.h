@@ -1,5 +1,6 @@
 #pragma once
 
+#include <sstream>
 #include <string>
 
 #include "tests/support/Streams.h"
@@ -7,6 +8,11 @@
 #include "zro/containers/zip/ZRZipFile.h"
 
 namespace ZroCommon::testing {
+
+/// A package that lies in memory.
+inline ZRZipFile opened(const std::string& bytes) {
+    return {new std::istringstream(bytes), true};
+}
 
 /// The entries as "a=content b=content"; what is longer than 20 bytes as its size.
 inline std::string listing(const ZRZipFile& package) {

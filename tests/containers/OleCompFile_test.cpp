@@ -155,9 +155,6 @@ TEST(OleCompFile, IsRefusedByTheFirstCheckThatFails) {
 
 TEST(OleCompFile, IsRefusedByItsDirectory) {
     const OleImage image = sample().build();
-    const auto start = static_cast<long>(image.directoryStart);
-    EXPECT_EQ(OleFile(OleImage(image).fat(image.directoryStart, start).bytes).refusedBy(),
-              OleCheck::DirectoryLoop);
     for (const int end : {-1, -3, -4}) {
         OleFile file(OleImage(image).fat(image.directoryStart + 1, end).bytes);
         EXPECT_EQ(file.refusedBy(), OleCheck::DirectoryRead) << end;

@@ -14,8 +14,7 @@ namespace ZroCommon::testing {
 namespace {
 
 std::string listed(const std::string& bytes) {
-    std::istringstream stream(bytes);
-    return listing(ZRZipFile(&stream, false));
+    return listing(opened(bytes));
 }
 
 std::string shortPackage() {
@@ -70,9 +69,8 @@ TEST(ZRZipFile, OtherMethodsAndEncryptedDataAreHandedOutAsStored) {
 // On purpose: a name is read in the default code page.
 TEST(ZRZipFile, TheFlagForNamesInUtf8IsNotLookedAt) {
     for (const char* name : {"\xC3\xA4", "\x84"}) {
-        std::istringstream stream(
-            ZipBuilder().add({.name = name}).add({.name = name, .flags = 0x800}).package());
-        const ZRZipFile package(&stream, false);
+        const ZRZipFile package =
+            opened(ZipBuilder().add({.name = name}).add({.name = name, .flags = 0x800}).package());
         EXPECT_EQ(package.getFileEntry(1)->getFileName(), UnicodeString(name));
         EXPECT_EQ(package.getFileEntry(0)->getFileName(), UnicodeString(name));
     }
@@ -85,8 +83,7 @@ TEST(ZRZipFile, FindsTheFirstEntryOfAName) {
         for (unsigned i = 0; i < others; ++i) {
             builder.stored(std::to_string(i), "");
         }
-        std::istringstream stream(builder.package());
-        const ZRZipFile package(&stream, false);
+        const ZRZipFile package = opened(builder.package());
         EXPECT_EQ(package.getFileEntryCount(), 4 + others);
         EXPECT_EQ(package.getFileEntry(4 + others), nullptr);
         EXPECT_EQ(package.getFileEntry(u"a"), package.getFileEntry(0)) << others;
@@ -129,8 +126,7 @@ TEST(ZRZipFile, EntriesKnowTheirTypes) {
 }
 
 TEST(ZRZipFile, TheSharedStreamStartsOver) {
-    std::istringstream stream(shortPackage());
-    const ZRZipFile package(&stream, false);
+    const ZRZipFile package = opened(shortPackage());
     for (const unsigned index : {0U, 1U}) {
         ZRZipFileEntry& entry = *package.getFileEntry(index);
         std::istream* shared = entry.getUncompressedStream(false);

@@ -12,9 +12,9 @@ namespace ZroCommon::testing {
 namespace {
 
 const ZipBuilder& sample() {
-    static const ZipBuilder kSample =
+    static const ZipBuilder s_sample =
         ZipBuilder().stored("a", "one").deflated("b", "two").descriptor(0, 0).stored("c", "3");
-    return kSample;
+    return s_sample;
 }
 
 // Entries are listed up to the cut, the last one with what came of its data.
@@ -22,8 +22,7 @@ TEST(ZRZipHazards, EveryCutGivesWhatCameBefore) {
     const std::string& whole = sample().records();
     std::string last;
     for (std::size_t cut = 0; cut <= whole.size(); ++cut) {
-        std::istringstream stream(whole.substr(0, cut));
-        const std::string found = listing(ZRZipFile(&stream, false));
+        const std::string found = listing(opened(whole.substr(0, cut)));
         EXPECT_GE(found.size() + 1, last.size()) << "cut at " << cut;
         last = found;
     }
@@ -33,8 +32,7 @@ TEST(ZRZipHazards, EveryCutGivesWhatCameBefore) {
 TEST(ZRZipHazards, AHeaderThatIsCutOffHasZerosForWhatIsNotWhole) {
     const std::string header = ZipBuilder().add({.name = "abc", .method = 8}).records();
     for (const std::size_t cut : {4U, 9U, 10U, 27U, 28U, 31U}) {
-        std::istringstream stream(header.substr(0, cut));
-        const ZRZipFile package(&stream, false);
+        const ZRZipFile package = opened(header.substr(0, cut));
         ASSERT_EQ(package.getFileEntryCount(), 1U) << cut;
         const ZRZipFileEntry& entry = *package.getFileEntry(0);
         EXPECT_EQ(entry.getCompressionMethod(), cut < 10 ? 0 : 8) << cut;
@@ -47,8 +45,7 @@ TEST(ZRZipHazards, AFailedSeekEndsTheWalk) {
     const std::string inner = ZipBuilder().stored("inside", "").package();
     const std::string outer =
         ZipBuilder().add({.name = "q.zip", .data = inner, .compressedSize = 0x7FFFFFFF}).records();
-    std::istringstream standard(outer);
-    EXPECT_EQ(listing(ZRZipFile(&standard, false)), "q.zip=" + std::to_string(inner.size()));
+    EXPECT_EQ(listing(opened(outer)), "q.zip=" + std::to_string(inner.size()));
     ZRMemStream memory;
     memory.append(outer);
     EXPECT_EQ(listing(ZRZipFile(&memory, false)), "q.zip=" + std::to_string(inner.size()));
@@ -56,8 +53,7 @@ TEST(ZRZipHazards, AFailedSeekEndsTheWalk) {
 
 TEST(ZRZipHazards, LargeEntriesArriveWhole) {
     const std::string data = noise(600000);
-    std::istringstream stream(ZipBuilder().stored("a", data).deflated("b", data).package());
-    const ZRZipFile package(&stream, false);
+    const ZRZipFile package = opened(ZipBuilder().stored("a", data).deflated("b", data).package());
     for (const unsigned index : {0U, 1U}) {
         EXPECT_EQ(restOf(*package.getFileEntry(index)->getUncompressedStream(false)), data);
     }
@@ -91,8 +87,7 @@ TEST(ZRZipHazards, NamesAreKeysWhateverTheyAre) {
     for (const std::string& name : names) {
         builder.stored(name, "");
     }
-    std::istringstream stream(builder.package());
-    const ZRZipFile package(&stream, false);
+    const ZRZipFile package = opened(builder.package());
     ASSERT_EQ(package.getFileEntryCount(), std::size(names));
     for (unsigned i = 0; i < std::size(names); ++i) {
         EXPECT_EQ(package.getFileEntry(text(names[i])), package.getFileEntry(i)) << names[i];

@@ -2,10 +2,10 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iomanip>
 #include <mutex>
 #include <set>
 #include <sstream>
@@ -40,12 +40,11 @@ unsigned long numberIn(const UnicodeString& name) {
     return std::stoul(text.substr(text.find('_') + 1), nullptr, 16);
 }
 
-// As names have it, in any locale.
+// As names have it.
 std::string hexOf(unsigned long number, int width) {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text << std::hex << std::setfill('0') << std::setw(width) << number;
-    return text.str();
+    char digits[20];
+    std::snprintf(digits, sizeof(digits), "%0*lx", width, number);
+    return digits;
 }
 
 // In memory if possible: on a disk thousands of files take seconds.

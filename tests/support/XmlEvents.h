@@ -1,13 +1,13 @@
 #pragma once
 
 #include <istream>
-#include <map>
 #include <memory>
 #include <regex>
 #include <sstream>
 #include <string_view>
 #include <vector>
 
+#include "tests/support/FakeWeb.h"
 #include "tests/support/Test.h"
 #include "zro/foundation/ZRError.h"
 #include "zro/foundation/ZRPtr.h"
@@ -177,30 +177,5 @@ inline void expectEvents(Rows<const char*, const char*> rows, const XmlReading& 
         EXPECT_EQ(xmlEvents(document, reading), events) << "for: " << document;
     }
 }
-
-/// Serves URIs from a table while it lives; all others cannot be opened.
-class FakeWeb : public ZRUriReferenceResolver {
-public:
-    using Resources = std::map<std::string, std::string>;
-
-    explicit FakeWeb(Resources resources)
-        : m_resources(std::move(resources)), m_before(ZRUri::setUriReferenceResolver(this)) {}
-    FakeWeb(const FakeWeb&) = delete;
-    FakeWeb& operator=(const FakeWeb&) = delete;
-    ~FakeWeb() override { ZRUri::setUriReferenceResolver(m_before); }
-
-    std::istream* getStream(const UnicodeString& uri) override {
-        m_asked.push_back(utf8(uri));
-        const auto found = m_resources.find(utf8(uri));
-        return found == m_resources.end() ? nullptr : new std::istringstream(found->second);
-    }
-
-    const std::vector<std::string>& asked() const { return m_asked; }
-
-private:
-    Resources m_resources;
-    ZRUriReferenceResolver* m_before;
-    std::vector<std::string> m_asked;
-};
 
 }  // namespace ZroCommon::testing

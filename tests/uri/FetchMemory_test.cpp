@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "tests/support/Deflate.h"
+#include "tests/support/FakeWeb.h"
 #include "tests/support/Memory.h"
 #include "tests/support/Streams.h"
 #include "tests/support/TempFolder.h"
@@ -20,34 +21,19 @@ std::ptrdiff_t openFiles() {
     return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
 }
 
-/// Serves "my:" from memory, and throws where there is none.
-class MemoryResolver : public ZRUriReferenceResolver {
-public:
-    explicit MemoryResolver(std::string bytes) : m_bytes(std::move(bytes)) {
-        ZRUri::setUriReferenceResolver(this);
-    }
-    ~MemoryResolver() override { ZRUri::setUriReferenceResolver(nullptr); }
-    std::istream* getStream(const UnicodeString& asked) override {
-        return asked.startsWith(u"my:") ? new std::istringstream(m_bytes) : nullptr;
-    }
-
-private:
-    std::string m_bytes;
-};
-
 class FetchMemory : public ::testing::Test {
 protected:
     FetchMemory() {
         const std::string inner = ZipBuilder().deflated("x", kContent).package();
         const std::string outer = ZipBuilder().stored("a", "1").deflated("q.zip", inner).package();
         m_package = m_folder.write("p.zip", outer);
-        m_resolver.emplace(outer);
+        m_web.emplace(FakeWeb::Resources{{"my:p", outer}});
     }
 
     const std::string kContent = noise(3000);
     const TempFolder m_folder;
     UnicodeString m_package;
-    std::optional<MemoryResolver> m_resolver;
+    std::optional<FakeWeb> m_web;
 };
 
 using Open = std::istream* (*)(const ZRUri& uri);

@@ -1,9 +1,9 @@
 // Opening, writing and finding files, and the resolver.
 #include <cstdlib>
 #include <filesystem>
-#include <stdexcept>
 
 #include "tests/support/Deflate.h"
+#include "tests/support/FakeWeb.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/Test.h"
 #include "tests/support/Threads.h"
@@ -106,43 +106,23 @@ TEST(ZRUriFetch, TellsGzipByItsFirstBytes) {
     EXPECT_FALSE(ZRUri::isGzip(throwing));
 }
 
-class MyResolver : public ZRUriReferenceResolver {
-public:
-    MyResolver() : m_before(ZRUri::setUriReferenceResolver(this)) {}
-    MyResolver(const MyResolver&) = delete;
-    MyResolver& operator=(const MyResolver&) = delete;
-    ~MyResolver() override { EXPECT_EQ(ZRUri::setUriReferenceResolver(m_before), this); }
-
-    std::istream* getStream(const UnicodeString& asked) override {
-        seen = utf8(asked);
-        if (seen == "my:throw") {
-            throw std::runtime_error("resolver");
-        }
-        return seen.starts_with("my:") ? new std::istringstream("served") : nullptr;
-    }
-
-    std::string seen;
-
-private:
-    ZRUriReferenceResolver* m_before;
-};
-
 TEST(ZRUriResolver, ServesBeforeAnythingElse) {
     const TempFolder folder;
     const UnicodeString path = folder.write("a", "from the file");
-    {
-        MyResolver resolver;
-        EXPECT_EQ(contentOf(uri(u"my://h/a")), "served");
-        EXPECT_EQ(resolver.seen, "my://h/a");
-        EXPECT_EQ(contentOf(uri(path)), "from the file");
-        EXPECT_EQ(resolver.seen, "file:" + utf8(path));
-        EXPECT_EQ(uri(path).getStreamFromResolver(), nullptr);
-        EXPECT_EQ(contentOf(uri(u"my:throw")), "nothing");
-        EXPECT_EQ(uri(u"my:throw").getStreamFromResolver(), nullptr);
-        const MyResolver other;
-        EXPECT_EQ(ZRUri::getUriReferenceResolver(), &other);
-    }
-    EXPECT_EQ(uri(u"my:a").getStreamFromResolver(), nullptr);
+    const FakeWeb web(FakeWeb::Resources{{"my://h/a", "served"}});
+    EXPECT_EQ(contentOf(uri(u"my://h/a")), "served");
+    EXPECT_EQ(contentOf(uri(path)), "from the file");
+    EXPECT_EQ(web.asked().back(), "file:" + utf8(path));
+    EXPECT_EQ(uri(path).getStreamFromResolver(), nullptr);
+    struct : ZRUriReferenceResolver {
+        std::istream* getStream(const UnicodeString& /*uri*/) override { throw 1; }
+    } throwing;
+    EXPECT_EQ(ZRUri::setUriReferenceResolver(&throwing), &web);
+    EXPECT_EQ(ZRUri::getUriReferenceResolver(), &throwing);
+    EXPECT_EQ(contentOf(uri(u"my://h/a")), "nothing");
+    EXPECT_EQ(uri(u"my://h/a").getStreamFromResolver(), nullptr);
+    ZRUri::setUriReferenceResolver(nullptr);
+    EXPECT_EQ(uri(u"my://h/a").getStreamFromResolver(), nullptr);
 }
 
 TEST(ZRUriResolver, ThreadsMayChangeItAndTheTablesWhileOthersOpen) {

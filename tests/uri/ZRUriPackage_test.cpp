@@ -1,4 +1,5 @@
 // Entries of packages, and of packages inside packages, by `jar:` URIs.
+#include "tests/support/FakeWeb.h"
 #include "tests/support/SmallStack.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/Test.h"
@@ -61,15 +62,6 @@ TEST_F(ZRUriPackage, TakesAnyFormOfThePackagesName) {
     }
 }
 
-TEST_F(ZRUriPackage, OpensANeighbourInThePackage) {
-    const auto beside = [this](const char* name, const char16_t* reference) {
-        return contentOf(ZRUri(entry(name), reference, URISTR_PATH_OR_URI_CSS));
-    };
-    EXPECT_EQ(beside("dir/x.xml", u"y.xml"), "<y/>");
-    EXPECT_EQ(beside("dir/x.xml", u"/dir/y.xml"), "<y/>");
-    EXPECT_NE(beside("q.zip!/d/y.xml", u"../r.zip"), "nothing");
-}
-
 TEST_F(ZRUriPackage, AnEntryHasNoContentType) {
     EXPECT_EQ(textsOf(entry("missing")), "type error");
     EXPECT_EQ(textsOf(uri(u"jar:" + m_path)), "type error");
@@ -89,36 +81,26 @@ TEST_F(ZRUriPackage, AnyNumberOfPrefixesIsTakenOff) {
     });
 }
 
-// Serves packages from memory by a stream that cannot seek.
-class PackageResolver : public ZRUriReferenceResolver {
-public:
-    std::istream* getStream(const UnicodeString& asked) override {
-        const std::string name = utf8(asked);
-        seen += name + "\n";
-        if (name != "mem:p.zip" && name != "file:p.zip") {
-            return nullptr;
-        }
-        return new StreamOver<ShortReadBuf>(outerPackage());
-    }
-
-    std::string seen;
-};
-
+// Serves a package by streams that cannot seek.
 class ZRUriServedPackage : public ::testing::Test {
 protected:
-    ZRUriServedPackage() { ZRUri::setUriReferenceResolver(&m_resolver); }
-    ~ZRUriServedPackage() override { ZRUri::setUriReferenceResolver(nullptr); }
+    struct ForwardWeb : FakeWeb {
+        using FakeWeb::FakeWeb;
+        std::istream* open(const std::string& bytes) override {
+            return new StreamOver<ShortReadBuf>(bytes);
+        }
+    };
 
-    PackageResolver m_resolver;
+    ForwardWeb m_web{{{"mem:p.zip", outerPackage()}, {"file:p.zip", outerPackage()}}};
 };
 
 TEST_F(ZRUriServedPackage, IsSearchedWithoutSeekingAndTheResolverAskedAtEachStep) {
+    EXPECT_EQ(contentOf(uri(u"jar: jar:my:p.zip!/a")), "nothing");
+    EXPECT_EQ(m_web.asked(),
+              (std::vector<std::string>{"jar: jar:my:p.zip!/a", "jar:my:p.zip", "my:p.zip"}));
     EXPECT_EQ(contentOf(uri(u"jar:mem:p.zip!/dir/y.xml")), "<y/>");
     EXPECT_EQ(contentOf(uri(u"jar:mem:p.zip!/p.zip!/r.zip!/x.xml")), "innermost");
     EXPECT_EQ(contentOf(uri(u"jar:mem:p.zip!/missing")), "nothing");
-    m_resolver.seen.clear();
-    EXPECT_EQ(contentOf(uri(u"jar: jar:my:p.zip!/a")), "nothing");
-    EXPECT_EQ(m_resolver.seen, "jar: jar:my:p.zip!/a\njar:my:p.zip\nmy:p.zip\n");
 }
 
 // On purpose: a file has to be able to seek.
