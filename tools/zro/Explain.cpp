@@ -169,6 +169,12 @@ std::string_view fixedAdvice(int code) {
     }
 }
 
+// What is missing at the end of a document is more than the one thing that the error is about.
+bool asksForMore(int code) {
+    constexpr std::array kCodes = {0x1804, 0x1805, 0x180A, 0x182E, 0x182F};
+    return std::find(kCodes.begin(), kCodes.end(), code) != kCodes.end();
+}
+
 }  // namespace
 
 int plainCode(const ZRError& error) {
@@ -180,13 +186,16 @@ Excerpt placeOf(const ZRError& error, const SourceText& source) {
 }
 
 std::string adviceOn(const ZRError& error, const std::vector<OpenElement>& open,
-                     const std::string& firstBytes) {
+                     const SourceText* source) {
     const int code = plainCode(error);
+    if (source != nullptr && source->isAtEnd() && asksForMore(code)) {
+        return "the document ends here; is it cut off?";
+    }
     switch (code) {
     case 0x1801: return adviceOnOpen(open);
     case 0x1806: return adviceOnEndTag(open);
     case 0x1807: return adviceOnPrefix(printable(fromUtf8(argumentOf(error))));
-    case 0x180E: return adviceOnTopLevelText(firstBytes);
+    case 0x180E: return adviceOnTopLevelText(source != nullptr ? source->firstBytes() : "");
     case 0x181E: return adviceOnEntity(argumentOf(error));
     default: return std::string(fixedAdvice(code));
     }

@@ -20,10 +20,10 @@ struct OpenElement {
 Excerpt placeOf(const ZroCommon::ZRError& error, const SourceText& source);
 
 /// Advice on an error in a document, or nothing.
-/// \param open        elements open at the time, outermost first
-/// \param firstBytes  the start of the document
+/// \param open    elements open at the time, outermost first
+/// \param source  at the error; null when it cannot be read again
 std::string adviceOn(const ZroCommon::ZRError& error, const std::vector<OpenElement>& open,
-                     const std::string& firstBytes);
+                     const SourceText* source);
 
 /// The code without its severity.
 int plainCode(const ZroCommon::ZRError& error);

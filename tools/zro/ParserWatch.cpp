@@ -101,12 +101,12 @@ void ParserWatch::add(const ZRError& error, const Position& position) {
     diagnostic.file = shownName(position.name);
     diagnostic.line = position.line;
     diagnostic.column = position.column;
-    std::string firstBytes;
-    if (SourceText* source = sourceOf(position.name, {position.line, position.column})) {
+    const SourceText* source = sourceOf(position.name, {position.line, position.column});
+    if (source != nullptr) {
         diagnostic.excerpt = placeOf(error, *source);
-        firstBytes = source->firstBytes();
     }
-    diagnostic.hint = advice(error, firstBytes);
+    const auto open = m_openElements ? m_openElements() : std::vector<OpenElement>();
+    diagnostic.hint = adviceOn(error, open, source);
     m_session.report(diagnostic);
 }
 
@@ -152,11 +152,6 @@ std::string ParserWatch::reason(const ZRError& error) {
     const UnicodeString fromLibrary =
         isDocument(name) ? m_session.failure() : m_session.takeFailure(name);
     return ": " + reasonNotOpened(m_session, name, fromLibrary);
-}
-
-std::string ParserWatch::advice(const ZRError& error, const std::string& firstBytes) const {
-    const auto open = m_openElements ? m_openElements() : std::vector<OpenElement>();
-    return adviceOn(error, open, firstBytes);
 }
 
 }  // namespace zro

@@ -57,7 +57,6 @@ private:
     SourceText* sourceOf(const UnicodeString& name, ReadPosition position);
     std::unique_ptr<std::istream> reopen(const UnicodeString& name) const;
     std::string reason(const ZroCommon::ZRError& error);
-    std::string advice(const ZroCommon::ZRError& error, const std::string& firstBytes) const;
 
     Session& m_session;
     const Input& m_input;

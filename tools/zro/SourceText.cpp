@@ -112,6 +112,12 @@ bool SourceText::isComplete() const {
                && line.dropped + line.text.size() > charactersRead(line) + kContext);
 }
 
+bool SourceText::isAtEnd() const {
+    const Line& last = m_lines.back();
+    return last.number == m_position.line
+           && charactersRead(last) >= last.dropped + last.text.size();
+}
+
 // Of the whole line, its dropped front included.
 std::size_t SourceText::charactersRead(const Line& line) const {
     if (line.number < m_position.line) {

@@ -58,6 +58,9 @@ public:
     /// An attribute, by its name as written, where the tag before the position has it last.
     std::optional<Excerpt> attributeInTag(std::u32string_view name) const;
 
+    /// True when nothing of the document is left behind the position.
+    bool isAtEnd() const;
+
     /// Some bytes from the start of the document.
     const std::string& firstBytes() const { return m_decoder.firstBytes(); }
 
