@@ -1,7 +1,6 @@
 #include "zro/dom/ZRTreeCheck.h"
 
 #include <algorithm>
-#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -53,18 +52,19 @@ TEST(ZRTreeCheck, FindsWhereTheWayUpEntersACycle) {
 #ifndef NDEBUG
 TEST(ZRTreeCheckDeathTest, AssertionsEndTheProgramAtTheEditThatMakesACycle) {
     const SmallTree tree;
-    const auto& [root, a, b] = std::tie(tree.r, tree.a, tree.b);
     const auto misuse = [&](auto edit) {
         ZRTreeCheck::setAssertions(true);
-        root->appendChild(b);  // a move that is none
-        a->appendChild(b);
+        tree.r->appendChild(tree.b);  // a move that is none
+        tree.a->appendChild(tree.b);
         edit();
     };
-    EXPECT_DEATH(misuse([&] { b->appendChild(a); }), "findCycle");
-    EXPECT_DEATH(misuse([&] { b->insertBefore(a, addElement(tree.document, b, u"c")); }),
-                 "findCycle");
-    EXPECT_DEATH(misuse([&] { b->replaceChild(a, addElement(tree.document, b, u"c")); }),
-                 "findCycle");
+    EXPECT_DEATH(misuse([&] { tree.b->appendChild(tree.a); }), "findCycle");
+    EXPECT_DEATH(
+        misuse([&] { tree.b->insertBefore(tree.a, addElement(tree.document, tree.b, u"c")); }),
+        "findCycle");
+    EXPECT_DEATH(
+        misuse([&] { tree.b->replaceChild(tree.a, addElement(tree.document, tree.b, u"c")); }),
+        "findCycle");
 }
 #endif
 
