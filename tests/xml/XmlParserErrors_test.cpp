@@ -179,6 +179,9 @@ TEST(XmlParserErrors, ParsingGoesOnBehindAReportedError) {
   [6163 Unexpected character after -- in comment]  </a>  .
 <!DOCTYPE a [%p;<!ENTITY e 'x'>]><a>&e;</a> -> [7709 Reference to undefined entity: %p;]  <a>
   'x'  </a>  .
+<?p?><a/><?q r?><b/> -> [6188 Missing whitespace after PI target: <?p]  <b/>  </b>  .
+<!DOCTYPE a b'c'><a/> -> [6167 ExternalID is expected after '<!DOCTYPE a'.]
+  [6166 Missing whitespace after '<!DOCTYPE a b'.]  <a/>  </a>  .
 <!DOCTYPE a PUBLIC><a/> -> [6168 PubidLiteral is expected after '<!DOCTYPE a PUBLIC'.]  <a/>
   </a>  .
 x<a/> -> [6158 Unexpected text at top level of the document: U+0078 (x)]

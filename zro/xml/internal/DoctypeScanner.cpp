@@ -71,14 +71,14 @@ DoctypeScanner::ExternalId DoctypeScanner::readExternalId(const UnicodeString& h
     }
     UnicodeString upper = keyword.toString();
     upper.toUpper(icu::Locale::getRoot());
-    const bool isPublic = upper == u"PUBLIC";
-    if (!isPublic && upper != u"SYSTEM") {
-        return {};  // the callback let parsing continue: to the declaration's end
-    }
     if (peek() != u'>') {
         requireSpace(joined(head, u" ").append(keyword.toString()));
     }
     ExternalId id;
+    const bool isPublic = upper == u"PUBLIC";
+    if (!isPublic && upper != u"SYSTEM") {
+        return id;  // the callback let parsing continue: to the declaration's end
+    }
     if (isPublic) {
         readPublicId(head, id);
         return id;
