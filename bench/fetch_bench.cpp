@@ -84,7 +84,7 @@ private:
 };
 
 std::size_t readAll(std::istream& stream) {
-    std::array<char, kPiece> piece;
+    std::array<char, kPiece> piece;  // NOLINT(cppcoreguidelines-pro-type-member-init): read into
     std::size_t count = 0;
     while (stream.read(piece.data(), piece.size()) || stream.gcount() > 0) {
         count += static_cast<std::size_t>(stream.gcount());
@@ -103,6 +103,7 @@ void fetchWithZro(const std::string& url) {
 /// Runs a program. \return its status; not 0 also when there is no such program
 int statusOf(std::vector<std::string> words) {
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words) {
         arguments.push_back(word.data());
     }
@@ -188,21 +189,25 @@ void openWithIfstream(const std::string& path) {
     keep(stream.get());
 }
 
+using Open = void (*)(const std::string&);
+
+double openingTime(Open open, const std::string& path) {
+    const auto openAll = [open, &path] {
+        for (int i = 0; i < kOpenings; ++i) {
+            open(path);
+        }
+    };
+    return timed(cpuNow, openAll) / kOpenings;
+}
+
 void measureOpening(const Options& options) {
     const SmallFile file;
-    const auto job = [&file](void (*open)(const std::string&)) {
-        return [&file, open] {
-            return timed(cpuNow,
-                         [&] {
-                             for (int i = 0; i < kOpenings; ++i) {
-                                 open(file.path());
-                             }
-                         })
-                   / kOpenings;
-        };
-    };
     const std::vector<Spread> times =
-        interleave({job(openWithZro), job(openWithIfstream)}, options.rounds);
+        interleave({[&file] { return openingTime(openWithZro, file.path()); },
+                    [&file] {
+                        return openingTime(openWithIfstream, file.path());
+                    }},
+                   options.rounds);
     Record("open", "file", "zro").setSpread(times[0]);
     Record("open", "file", "ifstream").setSpread(times[1]);
 }

@@ -53,7 +53,7 @@ std::size_t drainStream(const std::string& file) {
 std::size_t drainByZlib(const std::string& file, unsigned buffer) {
     static std::vector<char> s_piece;
     s_piece.resize(std::size_t{buffer} * 2);
-    const gzFile source = gzopen(file.c_str(), "rb");
+    gzFile source = gzopen(file.c_str(), "rb");
     gzbuffer(source, buffer);
     std::size_t size = 0;
     int got = 0;
@@ -76,6 +76,14 @@ std::vector<Contender> contenders() {
     return all;
 }
 
+double readingTime(const Contender& contender, const std::string& file, std::size_t size) {
+    return timed(cpuNow, [&] {
+        if (contender.read(file) != size) {
+            throw std::runtime_error(contender.name + ": not the whole document");
+        }
+    });
+}
+
 void measure(const Options& options, const Corpus& corpus) {
     const std::string file = options.data + "/" + corpus.name + ".gz";
     { ZRGzipOStream(UnicodeString::fromUTF8(file)) << corpus.bytes; }
@@ -87,11 +95,7 @@ void measure(const Options& options, const Corpus& corpus) {
         }
         names.push_back(contender.name);
         jobs.emplace_back([&corpus, contender, &file] {
-            return timed(cpuNow, [&] {
-                if (contender.read(file) != corpus.bytes.size()) {
-                    throw std::runtime_error(contender.name + ": not the whole document");
-                }
-            });
+            return readingTime(contender, file, corpus.bytes.size());
         });
     }
     constexpr int kRoundsPerRound = 3;

@@ -87,7 +87,8 @@ private:
 
     void read(long index) {
         OleStream stream(&m_file);
-        std::array<char, kPiece> piece;
+        std::array<char, kPiece>
+            piece;  // NOLINT(cppcoreguidelines-pro-type-member-init): read into
         if (!stream.GetStreamChain(index)) {
             return;
         }
@@ -148,7 +149,8 @@ private:
     }
 
     void read(GsfInput* stream, bool reads) {
-        std::array<guint8, kPiece> piece;
+        std::array<guint8, kPiece>
+            piece;  // NOLINT(cppcoreguidelines-pro-type-member-init): read into
         while (reads && gsf_input_remaining(stream) > 0) {
             const auto count =
                 static_cast<std::size_t>(std::min<gsf_off_t>(kPiece, gsf_input_remaining(stream)));
@@ -353,7 +355,7 @@ void readLongStream(double megabytes) {
         throw std::runtime_error("the made file cannot be opened");
     }
     const std::unique_ptr<OleStream> data(file.OLEopenStream(&path));
-    std::array<char, kPiece> piece;
+    std::array<char, kPiece> piece;  // NOLINT(cppcoreguidelines-pro-type-member-init): read into
     std::int64_t count = 0;
     for (int got = kPiece; got == kPiece; count += got) {
         got = data->OLEread(piece.data(), kPiece);

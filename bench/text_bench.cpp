@@ -162,6 +162,7 @@ Job reading(const char* what, const char* contender, const std::vector<Text>& te
 void addNumbers(std::vector<Job>& jobs, const char* what, bool isLong) {
     const std::vector<std::string> texts = numbers(isLong);
     std::vector<std::u16string> wide;
+    wide.reserve(texts.size());
     for (const std::string& text : texts) {
         wide.emplace_back(text.begin(), text.end());
     }

@@ -8,6 +8,7 @@ namespace ZroCommon::bench {
 void runJobs(const Options& options, std::string_view kind, std::vector<Job> jobs) {
     std::erase_if(jobs, [&](const Job& job) { return !options.wantsContender(job.contender); });
     std::vector<std::function<double()>> actions;
+    actions.reserve(jobs.size());
     for (const Job& job : jobs) {
         actions.push_back(job.run);
     }
