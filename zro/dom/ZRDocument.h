@@ -67,6 +67,7 @@ public:
     virtual ZRPtr<ZRNode> createTextNodeElement(const UnicodeString& text, ZRNode* parent);
 
     /// What relative references resolve against; the document's own URI unless one was set.
+    /// Entities and DTDs are found beside the document only when that is absolute.
     const UnicodeString& getBaseUri() const;
     void setBaseUri(const UnicodeString& baseUri) { m_baseUri = baseUri; }
     bool isBaseUriSpecified() const { return !m_baseUri.isEmpty(); }

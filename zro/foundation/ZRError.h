@@ -44,7 +44,8 @@ public:
         return static_cast<ZRErrorCategory>(m_code & 0xF800U);
     }
 
-    /// The message without a position.
+    /// The message without the position that `getMessage` adds. That of an error which a parser
+    /// throws ends with the parser's position, on a line of its own.
     const UnicodeString& getRawMessage() const { return m_rawMessage; }
     void setRawMessage(const UnicodeString& message) { m_rawMessage = message; }
 

@@ -74,7 +74,9 @@ public:
     /// Opens a document.
     /// \param uri       a path or URI
     /// \param encoding  a preset for the detection, or empty
-    /// \param baseUri   what relative references resolve against; empty takes it from `uri`
+    /// \param baseUri   what relative references resolve against; empty takes it from `uri` if that
+    ///                  is an absolute URI or path: a relative one has no base, and neither have
+    ///                  the references in the document, which are opened from the working directory
     /// \throws ZRError  0x1003 when it cannot be opened, 0x1004 when it is empty
     virtual void setInput(const UnicodeString& uri, const UnicodeString& encoding,
                           const UnicodeString& baseUri) = 0;
