@@ -133,34 +133,49 @@ Times measureOnce(std::string_view bytes) {
     return times;
 }
 
-Times median(const std::vector<Times>& all) {
-    const auto of = [&all](double Times::*field) {
-        std::vector<double> samples;
-        samples.reserve(all.size());
-        for (const Times& times : all) {
-            samples.push_back(times.*field);
-        }
-        return spreadOf(samples).median;
-    };
-    return {of(&Times::pull), of(&Times::load), of(&Times::save), of(&Times::clone),
-            of(&Times::destroy)};
-}
+/// One round: a tenth of the size and, right behind it, the whole, so that both see the machine
+/// alike.
+struct Round {
+    Times tenth;
+    Times whole;
+};
 
-Times measure(const Case& growing, std::size_t size, int rounds) {
-    const std::string bytes = growing.document(size);
-    std::vector<Times> all;
-    for (int round = 0; round < rounds; ++round) {
-        onSmallStack([&] { all.push_back(measureOnce(bytes)); });
+std::vector<Round> measure(const Case& growing, int count) {
+    const std::string tenth = growing.document(growing.size / 10);
+    const std::string whole = growing.document(growing.size);
+    std::vector<Round> rounds(static_cast<std::size_t>(count));
+    for (Round& round : rounds) {
+        onSmallStack([&] {
+            round.tenth = measureOnce(tenth);
+            round.whole = measureOnce(whole);
+        });
     }
-    return median(all);
+    return rounds;
 }
 
-void report(const Case& growing, const char* what, double tenth, double full) {
+template <class Figure>
+double medianOf(const std::vector<Round>& rounds, Figure figure) {
+    std::vector<double> samples(rounds.size());
+    std::transform(rounds.begin(), rounds.end(), samples.begin(), figure);
+    return spreadOf(samples).median;
+}
+
+void report(const Case& growing, const char* what, const std::vector<Round>& rounds,
+            double Times::*field) {
+    const auto tenth = [field](const Round& round) {
+        return round.tenth.*field;
+    };
+    const auto whole = [field](const Round& round) {
+        return round.whole.*field;
+    };
+    const auto ratio = [&](const Round& round) {
+        return whole(round) / std::max(tenth(round), 1.0);
+    };
     Record("growth", growing.name, what)
         .set("size", static_cast<double>(growing.size))
-        .set("tenth_ns", tenth)
-        .set("ns", full)
-        .set("ratio", full / std::max(tenth, 1.0));
+        .set("tenth_ns", medianOf(rounds, tenth))
+        .set("ns", medianOf(rounds, whole))
+        .set("ratio", medianOf(rounds, ratio));
 }
 
 // One arena that keeps what it has: a buffer of 100 MB which comes from the system anew each time
@@ -173,16 +188,15 @@ void keepMemory() {
 
 void run(const Options& options) {
     keepMemory();
-    const int rounds = std::clamp(options.rounds / 3, 1, 5);
+    const int count = std::clamp(options.rounds / 3, 1, 5);
     for (const Case& growing : allCases()) {
         if (options.wantsCorpus(growing.name)) {
-            const Times tenth = measure(growing, growing.size / 10, rounds);
-            const Times full = measure(growing, growing.size, rounds);
-            report(growing, "pull", tenth.pull, full.pull);
-            report(growing, "load", tenth.load, full.load);
-            report(growing, "save", tenth.save, full.save);
-            report(growing, "clone", tenth.clone, full.clone);
-            report(growing, "destroy", tenth.destroy, full.destroy);
+            const std::vector<Round> rounds = measure(growing, count);
+            report(growing, "pull", rounds, &Times::pull);
+            report(growing, "load", rounds, &Times::load);
+            report(growing, "save", rounds, &Times::save);
+            report(growing, "clone", rounds, &Times::clone);
+            report(growing, "destroy", rounds, &Times::destroy);
         }
     }
 }
