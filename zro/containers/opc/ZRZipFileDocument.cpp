@@ -1,11 +1,11 @@
 // What kind of office document a package is.
 #include "zro/containers/zip/ZRZipFile.h"
 
-#include <cstddef>
+#include <algorithm>
+#include <array>
 #include <string_view>
 
 #include "zro/containers/zip/internal/PackageReader.h"
-#include "zro/foundation/internal/PackedTexts.h"
 #include "zro/foundation/internal/TextView.h"
 
 namespace ZroCommon {
@@ -13,7 +13,7 @@ namespace {
 
 // The media types of main parts, as ECMA-376 and the makers' notes on macros and binary sheets have
 // them, in the order of the enumeration from `OOXDOCUMENT_DOCX` on.
-constexpr std::u16string_view kRows[] = {
+constexpr std::array<std::u16string_view, OOXDOCUMENT_THMX> kMediaTypes = {
     u"application/vnd.openxmlformats-officedocument.wordprocessingml.document.main+xml",
     u"application/vnd.ms-word.document.macroEnabled.main+xml",
     u"application/vnd.openxmlformats-officedocument.wordprocessingml.template.main+xml",
@@ -31,17 +31,13 @@ constexpr std::u16string_view kRows[] = {
     u"application/vnd.ms-powerpoint.template.macroEnabled.main+xml",
     u"application/vnd.openxmlformats-officedocument.themeManager+xml",
 };
-constexpr internal::PackedTexts<kRows> kMediaTypes;
-static_assert(kMediaTypes.kCount == OOXDOCUMENT_THMX);
 
 OOXDOCUMENT_TYPE documentTypeOf(const UnicodeString& mediaType) {
-    const std::u16string_view wanted = internal::viewOf(mediaType);
-    for (std::size_t index = 0; index < kMediaTypes.kCount; ++index) {
-        if (kMediaTypes[index] == wanted) {
-            return static_cast<OOXDOCUMENT_TYPE>(index + OOXDOCUMENT_DOCX);
-        }
-    }
-    return OOXDOCUMENT_NONE;
+    const auto* const found =
+        std::find(kMediaTypes.begin(), kMediaTypes.end(), internal::viewOf(mediaType));
+    return found == kMediaTypes.end()
+               ? OOXDOCUMENT_NONE
+               : static_cast<OOXDOCUMENT_TYPE>(found - kMediaTypes.begin() + OOXDOCUMENT_DOCX);
 }
 
 }  // namespace

@@ -69,11 +69,11 @@ bool NumberLabel::writeSystem(std::u16string_view token) {
         return false;
     }
     if (token.size() == 1) {
-        const std::optional<NumeralSystem> system = findNumeralSystem(token.front());
-        if (system) {
+        const NumeralSystem* const system = findNumeralSystem(token.front());
+        if (system != nullptr) {
             writeNumeral(*system);
         }
-        return system.has_value();
+        return system != nullptr;
     }
     if (!ZRChar::isZenkaku(int{token.front()})) {
         return false;

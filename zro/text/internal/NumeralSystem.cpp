@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "zro/foundation/internal/PackedTexts.h"
 #include "zro/text/internal/Numerals.h"
 
 namespace ZroCommon::internal {
@@ -58,8 +57,8 @@ constexpr NumeralSystem languageLetters(char16_t token, LetterScript script,
     return {token, Kind::LanguageLetters, u'0', letters, script, isUpper};
 }
 
-// For the compiler alone, by token.
-constexpr auto kRows = std::to_array({
+// By token.
+constexpr auto kSystems = std::to_array({
     languageLetters(u'A', LetterScript::Any, kLatinCapitals, true),
     NumeralSystem{u'I', Kind::Roman, u'0', u"IVXLCDM"},
     languageLetters(u'a', LetterScript::Any, kLatinSmall, false),
@@ -91,34 +90,18 @@ constexpr auto kRows = std::to_array({
     NumeralSystem{u'ｱ', Kind::Letters, kIdeographicZero, kHalfWidthKatakana},
     NumeralSystem{u'ｲ', Kind::Letters, kIdeographicZero, kHalfWidthIroha},
 });
-static_assert(std::is_sorted(kRows.begin(), kRows.end(),
+static_assert(std::is_sorted(kSystems.begin(), kSystems.end(),
                              [](const NumeralSystem& left, const NumeralSystem& right) {
                                  return left.token < right.token;
                              }));
 
-// The letters apart, so that the rows hold no address.
-constexpr auto kViews = columnOf<kRows, &NumeralSystem::letters>();
-constexpr PackedTexts<kViews> kLetters;
-constexpr auto kSystems = [] {
-    auto systems = kRows;
-    for (NumeralSystem& system : systems) {
-        system.letters = {};
-    }
-    return systems;
-}();
-
 }  // namespace
 
-std::optional<NumeralSystem> findNumeralSystem(char16_t token) {
-    const auto* const found = std::lower_bound(
+const NumeralSystem* findNumeralSystem(char16_t token) {
+    const auto* system = std::lower_bound(
         kSystems.begin(), kSystems.end(), token,
         [](const NumeralSystem& left, char16_t right) { return left.token < right; });
-    if (found == kSystems.end() || found->token != token) {
-        return {};
-    }
-    NumeralSystem system = *found;
-    system.letters = kLetters[static_cast<std::size_t>(found - kSystems.begin())];
-    return system;
+    return system != kSystems.end() && system->token == token ? system : nullptr;
 }
 
 }  // namespace ZroCommon::internal

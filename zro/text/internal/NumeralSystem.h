@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string_view>
 
 #include "zro/text/internal/Alphabets.h"
@@ -26,7 +25,7 @@ struct NumeralSystem {
     bool isUpper = false;
 };
 
-/// Nothing for a character that no system begins with.
-std::optional<NumeralSystem> findNumeralSystem(char16_t token);
+/// Null for a character that no system begins with.
+const NumeralSystem* findNumeralSystem(char16_t token);
 
 }  // namespace ZroCommon::internal

@@ -5,8 +5,6 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "zro/foundation/internal/PackedTexts.h"
-
 namespace ZroCommon::internal {
 namespace {
 
@@ -29,8 +27,8 @@ constexpr std::uint64_t packed(std::u16string_view word) {
     return number;
 }
 
-// For the compiler alone; the frequent ones first.
-constexpr auto kRows = std::to_array(
+// The frequent ones first.
+constexpr auto kWords = std::to_array(
     {UnitWord{u"pt", ZRValueUnitPt}, UnitWord{u"%", ZRValueUnitPercent},
      UnitWord{u"em", ZRValueUnitEm}, UnitWord{u"mm", ZRValueUnitMm}, UnitWord{u"in", ZRValueUnitIn},
      UnitWord{u"cm", ZRValueUnitCm}, UnitWord{u"px", ZRValueUnitPx}, UnitWord{u"pc", ZRValueUnitPc},
@@ -40,24 +38,19 @@ constexpr auto kRows = std::to_array(
      UnitWord{u"khz", ZRValueUnitKHz}, UnitWord{u"twip", ZRValueUnitTwip}});
 
 constexpr auto kPacked = [] {
-    std::array<std::uint64_t, kRows.size()> numbers{};
-    std::transform(kRows.begin(), kRows.end(), numbers.begin(),
-                   [](const UnitWord& row) { return packed(row.text); });
+    std::array<std::uint64_t, kWords.size()> numbers{};
+    for (std::size_t index = 0; index < kWords.size(); ++index) {
+        numbers[index] = packed(kWords[index].text);
+    }
     return numbers;
 }();
-constexpr auto kViews = columnOf<kRows, &UnitWord::text>();
-constexpr PackedTexts<kViews> kTexts;
-constexpr auto kUnits = columnOf<kRows, &UnitWord::unit>();
 
 }  // namespace
 
-std::optional<UnitWord> findUnitWord(std::u16string_view word) {
+const UnitWord* findUnitWord(std::u16string_view word) {
     const auto* const found = std::find(kPacked.begin(), kPacked.end(), packed(word));
-    if (found == kPacked.end()) {
-        return {};
-    }
-    const auto place = static_cast<std::size_t>(found - kPacked.begin());
-    return UnitWord{kTexts[place], kUnits[place]};
+    return found == kPacked.end() ? nullptr
+                                  : &kWords[static_cast<std::size_t>(found - kPacked.begin())];
 }
 
 }  // namespace ZroCommon::internal

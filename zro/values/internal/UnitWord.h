@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string_view>
 
 #include "zro/values/ZRValueUnitType.h"
@@ -13,8 +12,8 @@ struct UnitWord {
     ZRValueUnitType unit;
 };
 
-/// The unit of that name in any case; nothing when there is none. The percent sign is the unit of a
+/// The unit of that name in any case; null when there is none. The percent sign is the unit of a
 /// number as well.
-std::optional<UnitWord> findUnitWord(std::u16string_view word);
+const UnitWord* findUnitWord(std::u16string_view word);
 
 }  // namespace ZroCommon::internal

@@ -139,7 +139,7 @@ ZRValue ValueReader::tokenValue() {
 }
 
 ZRValue ValueReader::quantity() {
-    if (const std::optional<UnitWord> unit = findUnitWord(m_token.text)) {
+    if (const UnitWord* unit = findUnitWord(m_token.text)) {
         m_token.text = unit->text;
         return {static_cast<float>(m_token.number), unit->unit};
     }

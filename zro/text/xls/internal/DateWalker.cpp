@@ -1,23 +1,20 @@
 #include "zro/text/xls/internal/DateWalker.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
 
-#include "zro/foundation/internal/PackedTexts.h"
-
 namespace ZroCommon::internal {
 namespace {
 
-constexpr std::u16string_view kWeekdayRows[] = {u"Sunday",   u"Monday", u"Tuesday", u"Wednesday",
-                                                u"Thursday", u"Friday", u"Saturday"};
-constexpr PackedTexts<kWeekdayRows> kWeekdays;
+constexpr std::array<std::string_view, 7> kWeekdays = {"Sunday",   "Monday", "Tuesday", "Wednesday",
+                                                       "Thursday", "Friday", "Saturday"};
 constexpr std::u16string_view kJapaneseWeekdays = u"日月火水木金土";
-constexpr std::u16string_view kMonthRows[] = {u"January",   u"February", u"March",    u"April",
-                                              u"May",       u"June",     u"July",     u"August",
-                                              u"September", u"October",  u"November", u"December"};
-constexpr PackedTexts<kMonthRows> kMonths;
+constexpr std::array<std::string_view, 12> kMonths = {
+    "January", "February", "March",     "April",   "May",      "June",
+    "July",    "August",   "September", "October", "November", "December"};
 
 bool isFormDigit(char16_t c) {
     return c >= u'1' && c <= u'7';
@@ -159,7 +156,7 @@ bool DateWalker::writeMonth(int form) {
     if (!findDate()) {
         return false;
     }
-    const std::u16string_view name = kMonths[static_cast<std::size_t>(m_date->month - 1)];
+    const std::string_view name = kMonths[static_cast<std::size_t>(m_date->month - 1)];
     switch (form) {
     case 1:
     case 2: writeNumber(m_date->month, form); break;
